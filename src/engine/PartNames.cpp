@@ -1,0 +1,38 @@
+#include "engine/PartNames.h"
+
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr double LargestNumberedTotal = 9999;
+
+std::string WholeText(double number) {
+    return NumberText(number, LocaleSeparators{});
+}
+
+}  // namespace
+
+std::string FunctionBasePath(std::string_view path, std::string_view folder) {
+    return std::string(folder).append(LastPathItem(path));
+}
+
+std::string FunctionPartNumber(double number, double total) {
+    if (!(total >= 1 && total <= LargestNumberedTotal)) {
+        return {};
+    }
+    const std::size_t width = WholeText(total).size();
+    std::string text = WholeText(number);
+    if (text.size() < width) {
+        text.insert(0, width - text.size(), '0');
+    }
+    return text.substr(0, width);
+}
+
+std::string PartPath(std::string_view basePath, double number, double total) {
+    return std::string(basePath).append("_Part").append(FunctionPartNumber(number, total));
+}
+
+}  // namespace zarn

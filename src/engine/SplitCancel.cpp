@@ -1,0 +1,75 @@
+// The four ways out of a cancelled run. They differ in what they show, close and wait for.
+
+#include <chrono>
+
+#include "engine/SplitRun.h"
+#include "scripts/BatchGenerator.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr const char* StoppingText = "[ Stoping current Split Job ]";
+constexpr std::int32_t DarkRed = 128;
+constexpr std::int16_t SecondsAtStart = 5;
+constexpr std::int16_t SecondsAtPrompt = 6;
+
+}  // namespace
+
+bool SplitterEngine::Run::CancelAtStart() {
+    engine_.progress_.statusText = StoppingText;
+    engine_.progress_.Countdown = SecondsAtStart;
+    DiscardOutput();
+    engine_.events_.SplitterFinish();
+    return false;
+}
+
+bool SplitterEngine::Run::CancelWriting() {
+    engine_.progress_.statusText = StoppingText;
+    CloseFiles();
+    platform_.messageQueue->Run();
+    platform_.messageQueue->Wait(std::chrono::seconds(1));
+    DiscardOutput();
+    engine_.events_.SplitterFinish();
+    return false;
+}
+
+bool SplitterEngine::Run::CancelAtPrompt() {
+    SharedProgress& progress = engine_.progress_;
+    progress.buttonCaption = "&Canceling ";
+    progress.statusText = "[ Canceled ]";
+    progress.statusColour = DarkRed;
+    progress.progressBarVisible = false;
+    progress.buttonEnabled = false;
+    progress.JobEnded = true;
+    progress.CancelPending = true;
+    progress.Countdown = SecondsAtPrompt;
+    progress.countdownRuns = true;
+    CloseFiles();
+    DiscardOutput();
+    engine_.events_.SplitterFinish();
+    return false;
+}
+
+bool SplitterEngine::Run::CancelAfterScript() {
+    engine_.progress_.statusText = StoppingText;
+    DiscardOutput();
+    files_.FileDelete(BatchGenerator::FunctionFileBat(engine_.parts_.Name(1), engine_.basePath_));
+    engine_.events_.SplitterFinish();
+    return false;
+}
+
+void SplitterEngine::Run::CloseFiles() {
+    input_->Close();
+    output_->Close();
+}
+
+// The base path exists only if an archive was made in the destination folder itself.
+void SplitterEngine::Run::DiscardOutput() {
+    engine_.DeleteFilesMatrix();
+    if (order_.compressed) {
+        files_.FileDelete(engine_.basePath_);
+    }
+}
+
+}  // namespace zarn

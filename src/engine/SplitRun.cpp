@@ -1,0 +1,207 @@
+#include "engine/SplitRun.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "engine/PartNames.h"
+#include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
+#include "scripts/BatchGenerator.h"
+
+namespace zarn {
+
+namespace {
+
+// What the parts on a floppy disk hold, whatever the medium in the drive has free.
+constexpr double FloppyPartSize = 1457275;
+
+double RoundedUpQuotient(double dividend, double divisor) {
+    if (divisor == 0) {
+        throw RuntimeError(ErrorNumber::DivisionByZero);
+    }
+    return std::ceil(dividend / divisor);
+}
+
+}  // namespace
+
+SplitterEngine::Run::Run(SplitterEngine& engine, const SplitOrder& order)
+    : engine_(engine),
+      order_(order),
+      platform_(engine.shared_.Platform()),
+      files_(engine.shared_.Files()) {
+}
+
+bool SplitterEngine::Run::Execute() {
+    // Reading the setting also gives the process its priority class.
+    static_cast<void>(engine_.shared_.Parameters().PriorityProcessor());
+    engine_.parts_.Reset();
+    if (Cancelled()) {
+        return CancelAtStart();
+    }
+    ChooseMedia();
+    engine_.events_.StartSplitt();
+    StartJob();
+    switch (WriteParts()) {
+        case Ending::CancelledWriting:
+            return CancelWriting();
+        case Ending::CancelledAtPrompt:
+            return CancelAtPrompt();
+        case Ending::Finished:
+            break;
+    }
+    return Complete();
+}
+
+void SplitterEngine::Run::ChooseMedia() {
+    const double size = files_.FileSizeBytes(order_.source);
+    const std::string unitType = files_.GetUnitType(order_.destination);
+    const double freeBytes = NumberPrefix(files_.GetUnitFreeSpaceBytes(order_.destination));
+    spansMedia_ = size > freeBytes && Contains(unitType, "Removable");
+    if (spansMedia_) {
+        const bool floppy =
+            order_.destination.starts_with('A') || order_.destination.starts_with('B');
+        order_.partSize = floppy ? FloppyPartSize : freeBytes;
+    }
+}
+
+void SplitterEngine::Run::StartJob() {
+    engine_.cancelRequested_ = false;
+    engine_.parts_.Reset();
+    engine_.basePath_ = FunctionBasePath(order_.source, order_.destination);
+    size_ = files_.FileSizeBytes(order_.source);
+    PlanParts();
+    startTime_ = platform_.clock->Timer();
+    input_ = platform_.fileSystem->MakeLargeFile();
+    output_ = platform_.fileSystem->MakeLargeFile();
+    input_->Open(order_.source);
+}
+
+void SplitterEngine::Run::PlanParts() {
+    if (order_.criterion == "Size") {
+        totalParts_ = RoundedUpQuotient(size_, order_.partSize);
+    } else {
+        totalParts_ = order_.count;
+        order_.partSize = RoundedUpQuotient(size_, totalParts_);
+    }
+    // A size without a whole byte would make empty parts for ever. It is refused as the zero is
+    // that it amounts to.
+    const bool usable = order_.partSize >= 1 && std::isfinite(order_.partSize);
+    if (size_ > 0 && !usable) {
+        throw RuntimeError(ErrorNumber::DivisionByZero);
+    }
+}
+
+SplitterEngine::Run::Ending SplitterEngine::Run::WriteParts() {
+    SegmentWriter writer = MakeWriter();
+    do {
+        if (Cancelled()) {
+            return Ending::CancelledWriting;
+        }
+        const double left = std::min(size_ - writer.Done(), order_.partSize);
+        if (writer.Done() >= size_) {
+            break;
+        }
+        if (!OpenNextPart()) {
+            return Ending::CancelledAtPrompt;
+        }
+        const PartEnd end = writer.WritePart(left);
+        if (end == PartEnd::Cancelled) {
+            return Ending::CancelledWriting;
+        }
+        FinishPart(end);
+    } while (writer.Done() != size_);
+    return Ending::Finished;
+}
+
+SegmentWriter SplitterEngine::Run::MakeWriter() {
+    SegmentHooks hooks;
+    hooks.cancelled = [this] { return Cancelled(); };
+    hooks.percentChanged = [this](std::int32_t percent) {
+        engine_.events_.StatusSplitt(percent, ToInt32(partNumber_), ToInt32(totalParts_),
+                                     startTime_);
+    };
+    if (spansMedia_) {
+        hooks.room = [this](std::int32_t bytes) {
+            return engine_.FunctionFreeSpaceOnUnit(bytes, engine_.basePath_);
+        };
+    }
+    return {*input_, *output_, size_, std::move(hooks)};
+}
+
+// False if the job was cancelled while the user was asked for a medium.
+bool SplitterEngine::Run::OpenNextPart() {
+    platform_.messageQueue->Run();
+    partNumber_ += 1;
+    std::string path = PartPath(engine_.basePath_, partNumber_, totalParts_);
+    if (spansMedia_ && !AskForMedium(path)) {
+        return false;
+    }
+    files_.FileDelete(path);
+    output_->Create(path);
+    engine_.parts_.Add(path);
+    return true;
+}
+
+bool SplitterEngine::Run::AskForMedium(std::string& partPath) {
+    if (partNumber_ > 1) {
+        // The user is about to take the medium out.
+        engine_.FlushOutput();
+    }
+    engine_.RaiseRemovableMedia(partPath, partNumber_, totalParts_, order_.partSize);
+    return !engine_.cancelRequested_;
+}
+
+void SplitterEngine::Run::FinishPart(PartEnd end) {
+    platform_.messageQueue->Run();
+    output_->Close();
+    platform_.messageQueue->Run();
+    const std::string& path = engine_.parts_.Path(engine_.parts_.UpperBound() - 1);
+    if (end == PartEnd::Complete && files_.FileSizeBytes(path) == 0) {
+        files_.FileDelete(path);
+        engine_.parts_.BlankLastName();
+    }
+}
+
+bool SplitterEngine::Run::Complete() {
+    CloseFiles();
+    const std::unique_ptr<PendingFile> script = PrepareScript();
+    DeleteInput(*script);
+    script->Commit();
+    if (spansMedia_) {
+        engine_.FlushOutput();
+    }
+    return Cancelled() ? CancelAfterScript() : true;
+}
+
+std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
+    BatchGenerator generator(engine_.shared_);
+    generator.OriginalFile(order_.source);
+    for (std::int32_t index = 1; index <= engine_.parts_.UpperBound(); ++index) {
+        const std::string& name = engine_.parts_.Name(index);
+        if (!Trim(name).empty()) {
+            generator.FilesADD(name);
+        }
+    }
+    return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
+}
+
+// The script is written by now: one that cannot be written keeps the input. With `DeleteSource`
+// on the parts are the only copy of the user's bytes from here, so they have to be on the medium.
+void SplitterEngine::Run::DeleteInput(PendingFile& script) {
+    const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
+    if (deleteSource) {
+        script.Flush();
+        engine_.FlushOutput();
+    }
+    const bool besideParts = engine_.basePath_ == order_.source;
+    if (order_.compressed ? !besideParts : deleteSource) {
+        files_.FileDelete(order_.source);
+    }
+}
+
+bool SplitterEngine::Run::Cancelled() const {
+    return engine_.cancelRequested_ || engine_.progress_.StopRequested;
+}
+
+}  // namespace zarn

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "engine/SegmentWriter.h"
+#include "engine/SplitterEngine.h"
+
+namespace zarn {
+
+/// What one call of `SplittFile` was asked to do; see there.
+struct SplitOrder {
+    const std::string& source;
+    const std::string& destination;
+    double& partSize;
+    bool compressed;
+    const std::string& criterion;
+    std::int32_t count;
+};
+
+/// One call of `SplittFile`: its local state and its stages in their order.
+class SplitterEngine::Run {
+  public:
+    /// The engine and what the order refers to must outlive this object.
+    Run(SplitterEngine& engine, const SplitOrder& order);
+
+    /// The result of `SplittFile`. Raises what goes wrong and leaves all files as they are then.
+    bool Execute();
+
+    /// True once the run is known to need more than one removable medium.
+    [[nodiscard]] bool SpansMedia() const { return spansMedia_; }
+
+  private:
+    enum class Ending { Finished, CancelledWriting, CancelledAtPrompt };
+
+    // Stages
+    void ChooseMedia();
+    void StartJob();
+    void PlanParts();
+    [[nodiscard]] Ending WriteParts();
+    [[nodiscard]] bool Complete();
+
+    // One part
+    [[nodiscard]] SegmentWriter MakeWriter();
+    [[nodiscard]] bool OpenNextPart();
+    [[nodiscard]] bool AskForMedium(std::string& partPath);
+    void FinishPart(PartEnd end);
+
+    // The end of a run
+    [[nodiscard]] std::unique_ptr<PendingFile> PrepareScript();
+    void DeleteInput(PendingFile& script);
+
+    // Cancelling; every exit gives the run's false result
+    [[nodiscard]] bool Cancelled() const;
+    bool CancelAtStart();
+    bool CancelWriting();
+    bool CancelAtPrompt();
+    bool CancelAfterScript();
+    void CloseFiles();
+    void DiscardOutput();
+
+    SplitterEngine& engine_;
+    SplitOrder order_;
+    Platform& platform_;
+    Files& files_;
+    std::unique_ptr<LargeFileAccess> input_;
+    std::unique_ptr<LargeFileAccess> output_;
+    bool spansMedia_ = false;
+    double size_ = 0;
+    double totalParts_ = 0;
+    double partNumber_ = 0;
+    double startTime_ = 0;  ///< seconds since midnight
+};
+
+}  // namespace zarn

@@ -1,0 +1,103 @@
+#include "engine/SplitterEngine.h"
+
+#include <algorithm>
+
+#include "engine/SplitRun.h"
+#include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr std::int32_t NetworkFreeBytes = 9999;
+
+bool IsNetworkPath(std::string_view path) {
+    return path.starts_with(R"(\\)");
+}
+
+const char* FailureText(bool spansMedia) {
+    return spansMedia ? "Write error in file      \rthe destination media has errors.\r\r"
+                        "Split process aborted."
+                      : "Write error in file      \rProbably the disk is full.\r\r"
+                        "Split process aborted.";
+}
+
+}  // namespace
+
+SplitterEngine::SplitterEngine(SharedObjects& shared, SharedProgress& progress,
+                               SplitterEvents& events)
+    : shared_(shared), progress_(progress), events_(events) {
+}
+
+std::int32_t SplitterEngine::ItemsFilesMatrixPath() const {
+    return parts_.UpperBound();
+}
+
+const std::string& SplitterEngine::tabFilesMatrixPath(std::int32_t index) const {
+    return parts_.Path(index);
+}
+
+const std::string& SplitterEngine::tabFilesMatrix(std::int32_t index) const {
+    return parts_.Name(index);
+}
+
+std::string SplitterEngine::ConvertFileName(std::string_view path, std::string_view suffix) {
+    return std::string(LastPathItem(path)).append(suffix);
+}
+
+bool SplitterEngine::SplittFile(const std::string& source, const std::string& destination,
+                                double& partSize, bool compressed, bool /*reserved*/,
+                                const std::string& criterion, std::int32_t count, bool /*sfv*/) {
+    Run run(*this, {source, destination, partSize, compressed, criterion, count});
+    try {
+        return run.Execute();
+    } catch (const RuntimeError&) {
+        shared_.Messages().Error(FailureText(run.SpansMedia()));
+        return false;
+    }
+}
+
+bool SplitterEngine::FunctionCheckSpaceOnUnit(std::int32_t bytes, std::string_view path) {
+    return IsNetworkPath(path) || FreeBytes(path) >= bytes;
+}
+
+std::int32_t SplitterEngine::FunctionFreeSpaceOnUnit(std::int32_t bytes, std::string_view path) {
+    if (IsNetworkPath(path)) {
+        return NetworkFreeBytes;
+    }
+    return ToInt32(std::min(FreeBytes(path), static_cast<double>(bytes)));
+}
+
+std::int32_t SplitterEngine::FunctionCheckSpaceRemovable(std::string_view path) {
+    return IsNetworkPath(path) ? 0 : ToInt32(FreeBytes(path));
+}
+
+void SplitterEngine::FlushOutput() {
+    FileSystem& fileSystem = *shared_.Platform().fileSystem;
+    std::string folder = Files::FunctionPath(basePath_);
+    if (folder.empty()) {
+        folder = fileSystem.CurrentFolder();
+    }
+    if (shared_.Files().FolderExist(folder)) {
+        fileSystem.FlushVolume(folder);
+    }
+}
+
+double SplitterEngine::FreeBytes(std::string_view path) {
+    return NumberPrefix(shared_.Files().GetUnitFreeSpaceBytesAbsolute(path));
+}
+
+void SplitterEngine::DeleteFilesMatrix() {
+    for (std::int32_t index = 1; index <= parts_.UpperBound(); ++index) {
+        shared_.Files().FileDelete(parts_.Path(index));
+    }
+}
+
+void SplitterEngine::RaiseRemovableMedia(std::string& partPath, double& partNumber,
+                                         double& totalParts, double& partSize) {
+    events_.RemovableMedia(partPath, partNumber, totalParts, partSize);
+}
+
+}  // namespace zarn

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "engine/PartList.h"
+#include "engine/SharedProgress.h"
+#include "engine/SplitterEvents.h"
+#include "settings/SharedObjects.h"
+
+namespace zarn {
+
+/// Carries out one split job: cuts one file into numbered part files, bare slices without header
+/// or trailer, and leaves the join script beside them. One object serves one job.
+class SplitterEngine {
+  public:
+    /// All arguments must outlive this object.
+    SplitterEngine(SharedObjects& shared, SharedProgress& progress, SplitterEvents& events);
+
+    /// The cancel flag. It is polled at every block and cleared at the start of a run.
+    [[nodiscard]] bool CancelRequested() const { return cancelRequested_; }
+    void CancelRequested(bool value) { cancelRequested_ = value; }
+
+    /// Upper bound of the two lists: the number of parts plus one, for the empty last element.
+    [[nodiscard]] std::int32_t ItemsFilesMatrixPath() const;
+
+    /// Full path, or name without folder, of a part, counted from 1. The name of a part that
+    /// turned out empty is blank. Raises subscript out of range.
+    [[nodiscard]] const std::string& tabFilesMatrixPath(std::int32_t index) const;
+    [[nodiscard]] const std::string& tabFilesMatrix(std::int32_t index) const;
+
+    /// The base path: destination folder plus the last path item of the input. The stem of the
+    /// names of parts, join script and SFV file.
+    [[nodiscard]] const std::string& SFVDestinationFile() const { return basePath_; }
+
+    /// The last path item of `path` followed by `suffix`.
+    [[nodiscard]] static std::string ConvertFileName(std::string_view path,
+                                                     std::string_view suffix);
+
+    /// Cuts `source` into parts in `destination` (which ends in a backslash). `compressed` says
+    /// that the source is an archive made for this job, to be deleted after it. The criterion
+    /// "Size" cuts by `partSize` bytes, any other text by `count`; a run by count or over
+    /// removable media writes the size that it used back to `partSize`. `reserved` and `sfv` are
+    /// not read. True after a complete run with its join script; false after a cancel or after a
+    /// failure, which has been shown by then.
+    bool SplittFile(const std::string& source, const std::string& destination, double& partSize,
+                    bool compressed, bool reserved, const std::string& criterion,
+                    std::int32_t count, bool sfv);
+
+    /// True for a network path, else if the unit has at least `bytes` free.
+    [[nodiscard]] bool FunctionCheckSpaceOnUnit(std::int32_t bytes, std::string_view path);
+
+    /// 9999 for a network path, else the smaller of the unit's free bytes and `bytes`.
+    [[nodiscard]] std::int32_t FunctionFreeSpaceOnUnit(std::int32_t bytes, std::string_view path);
+
+    /// 0 for a network path, else the unit's free bytes. Raises overflow above 32 bits.
+    [[nodiscard]] std::int32_t FunctionCheckSpaceRemovable(std::string_view path);
+
+    /// Waits until all that the job wrote is on the medium, for a caller that deletes the source
+    /// afterwards. Does nothing without a destination folder. Raises what `FlushVolume` raises.
+    void FlushOutput();
+
+  private:
+    class Run;
+
+    [[nodiscard]] double FreeBytes(std::string_view path);
+    void DeleteFilesMatrix();
+    void RaiseRemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
+                             double& partSize);
+
+    SharedObjects& shared_;
+    SharedProgress& progress_;
+    SplitterEvents& events_;
+    bool cancelRequested_ = false;
+    PartList parts_;
+    std::string basePath_;
+};
+
+}  // namespace zarn

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zarn {
+
+/// The file that a join script builds before it gets its name.
+inline constexpr std::string_view TemporaryName = "Zarn.TMP";
+
+enum class ScriptAction {
+    MakeTemporary,      ///< a part becomes the first bytes of the temporary file
+    AppendPart,         ///< a part is added behind the temporary file's last byte
+    DeleteOriginal,     ///< an older file of the name that the script builds goes
+    RenameTemporary,    ///< the temporary file gets its name
+    DeleteParts,        ///< the set goes: the parts, their scripts and their checksum file
+    DeleteDestination,  ///< an older file at the destination goes
+    MoveToDestination,  ///< the file that was built goes to the destination
+};
+
+struct ScriptCommand {
+    ScriptAction action = ScriptAction::MakeTemporary;
+    std::string part;       ///< bare name, for the two actions that take one
+    std::string condition;  ///< a name without which the command is passed over; may be empty
+};
+
+/// What a join script does, every name in it checked.
+struct JoinScript {
+    std::string original;                 ///< bare name of the file that it builds
+    std::vector<ScriptCommand> commands;  ///< at least the two that make and rename
+    std::string moveFolder;    ///< folder of the file to be moved, as the script has it, with its
+                               ///< backslash; empty where the script gives none
+    std::size_t moveLine = 0;  ///< number of that line
+
+    /// The first part that is copied.
+    [[nodiscard]] const std::string& FirstPart() const;
+};
+
+/// Why a script does not run.
+struct ScriptRefusal {
+    std::size_t line = 0;  ///< counted from 1; 0 where no single line is at fault
+    std::string reason;
+};
+
+/// True if two file names are equal without regard to letter case.
+[[nodiscard]] bool SameName(std::string_view one, std::string_view other);
+
+/// True for the name of a file, "_Part", and digits. There may be none: a set of more than 9999
+/// parts has no numbers.
+[[nodiscard]] bool IsPartOf(std::string_view name, std::string_view original);
+
+/// The digits at the end of a name.
+[[nodiscard]] std::string_view PartDigits(std::string_view name);
+
+}  // namespace zarn

@@ -1,0 +1,153 @@
+#include "join/JoinScriptLines.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr std::size_t LongestLine = 8191;
+constexpr char EndOfFileMark = '\x1A';
+constexpr std::string_view Blanks = " \t";
+
+std::optional<ScriptVerb> VerbOf(std::string_view word) {
+    constexpr std::array<std::pair<std::string_view, ScriptVerb>, 4> Verbs = {{
+        {"COPY", ScriptVerb::Copy},
+        {"DEL", ScriptVerb::Delete},
+        {"REN", ScriptVerb::Rename},
+        {"MOVE", ScriptVerb::Move},
+    }};
+    const std::string upper = UpperCase(word);
+    for (const auto& [text, verb] : Verbs) {
+        if (upper == text) {
+            return verb;
+        }
+    }
+    return std::nullopt;
+}
+
+bool DoesNothing(std::string_view word) {
+    constexpr std::array<std::string_view, 7> IdleWords = {"",      "REM",   "ECHO", "ECHO.",
+                                                           "TITLE", "PAUSE", "CLS"};
+    return std::find(IdleWords.begin(), IdleWords.end(), UpperCase(word)) != IdleWords.end();
+}
+
+// A quoted name ends at the quote behind which a command stands, since a name can hold quotes.
+std::string_view CutCondition(std::string_view& text) {
+    if (!text.starts_with('"')) {
+        return CutWord(text);
+    }
+    for (std::size_t end = text.find('"', 1); end != std::string_view::npos;
+         end = text.find('"', end + 1)) {
+        const std::string_view rest = text.substr(end + 1);
+        std::string_view behind = rest;
+        if (rest.find_first_of(Blanks) == 0 && VerbOf(CutWord(behind))) {
+            const std::string_view name = text.substr(0, end + 1);
+            text = rest;
+            return name;
+        }
+    }
+    return {};
+}
+
+// The statement of a line that does something; nothing if it is no line of a join script.
+std::optional<ScriptStatement> ReadStatement(std::string_view word, std::string_view rest) {
+    ScriptStatement statement;
+    if (SameName(word, "if")) {
+        if (!SameName(CutWord(rest), "exist")) {
+            return std::nullopt;
+        }
+        const std::optional<std::string_view> name = OperandName(CutCondition(rest));
+        if (!name) {
+            return std::nullopt;
+        }
+        statement.condition = *name;
+        word = CutWord(rest);
+    }
+    const std::optional<ScriptVerb> verb = VerbOf(word);
+    if (!verb) {
+        return std::nullopt;
+    }
+    statement.verb = *verb;
+    statement.operands = rest;
+    return statement;
+}
+
+// The reason for which a line is refused, or an empty text.
+std::string_view AddLine(std::vector<ScriptStatement>& statements, std::string_view line,
+                         std::size_t number) {
+    if (line.size() > LongestLine && Length(line) > LongestLine) {
+        return "the line is too long";
+    }
+    if (line.find('\0') != std::string_view::npos) {
+        return "the line holds a NUL";
+    }
+    std::string_view rest = TrimBlanks(line);
+    if (rest.starts_with('@')) {
+        rest = TrimBlanks(rest.substr(1));
+    }
+    const std::string_view word = CutWord(rest);
+    if (DoesNothing(word)) {
+        return {};
+    }
+    std::optional<ScriptStatement> statement = ReadStatement(word, rest);
+    if (!statement) {
+        return "no line of a join script";
+    }
+    statement->line = number;
+    statements.push_back(*statement);
+    return {};
+}
+
+}  // namespace
+
+std::variant<std::vector<ScriptStatement>, ScriptRefusal> ReadStatements(std::string_view text) {
+    if (text.ends_with(EndOfFileMark)) {
+        text.remove_suffix(1);
+    }
+    std::vector<ScriptStatement> statements;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        const std::string_view reason = AddLine(statements, line, number);
+        if (!reason.empty()) {
+            return ScriptRefusal{number, std::string(reason)};
+        }
+    }
+    return statements;
+}
+
+std::optional<std::string_view> OperandName(std::string_view operand) {
+    if (operand.size() > 2 && operand.starts_with('"') && operand.ends_with('"')) {
+        return operand.substr(1, operand.size() - 2);
+    }
+    if (operand.empty() || operand.find_first_of(" \t\"&|<>^,;=") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    return operand;
+}
+
+std::string_view CutWord(std::string_view& text) {
+    text = TrimBlanks(text);
+    const std::string_view word = text.substr(0, text.find_first_of(Blanks));
+    text = TrimBlanks(text.substr(word.size()));
+    return word;
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(Blanks);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+}  // namespace zarn

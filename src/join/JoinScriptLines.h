@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "join/JoinScript.h"
+
+namespace zarn {
+
+enum class ScriptVerb { Copy, Delete, Rename, Move };
+
+/// One line that does something. The views point into the script's text.
+struct ScriptStatement {
+    ScriptVerb verb = ScriptVerb::Copy;
+    std::string_view condition;  ///< the name behind "if exist"; empty without one
+    std::string_view operands;   ///< what stands behind the command, without blanks at its ends
+    std::size_t line = 0;        ///< counted from 1
+};
+
+/// Cuts a script into its statements. Lines end in LF or CR LF; a code 1A at the very end is
+/// passed over. A line is blanks, at most one "@", blanks, then
+///
+///     rem … | echo … | title … | pause | cls | (nothing)        which do nothing here, or
+///     [if exist NAME] copy … | del … | ren … | move …
+///
+/// with the words in any letter case. Refused are all other lines, lines of more than 8191
+/// characters (the most that the command interpreter of the program's home system reads) and
+/// lines with a NUL.
+[[nodiscard]] std::variant<std::vector<ScriptStatement>, ScriptRefusal> ReadStatements(
+    std::string_view text);
+
+/// The name that an operand stands for: all between two double quotes, further quotes included
+/// (they can be part of a name here), or a bare word. A bare word with a character that parts
+/// words or commands on the home system is no name. An empty name is none either.
+[[nodiscard]] std::optional<std::string_view> OperandName(std::string_view operand);
+
+/// Cuts the word at the start of a text off, with the blanks on both sides of it. Words end at a
+/// blank or a tab.
+[[nodiscard]] std::string_view CutWord(std::string_view& text);
+
+/// The text without blanks and tabs at both ends.
+[[nodiscard]] std::string_view TrimBlanks(std::string_view text);
+
+}  // namespace zarn

@@ -1,0 +1,86 @@
+#include "join/ScriptInterpreter.h"
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "join/JoinScriptParser.h"
+#include "join/JoinScriptRunner.h"
+#include "runtime/CodePage.h"
+#include "runtime/Text.h"
+#include "settings/Files.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
+
+ScriptOutcome Refused(const ScriptRefusal& refusal) {
+    const std::string line =
+        refusal.line == 0 ? std::string() : "line " + std::to_string(refusal.line) + ": ";
+    return {ScriptStatus::Refused, line + refusal.reason};
+}
+
+}  // namespace
+
+ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view destination) {
+    const std::string folder = Files::FunctionPath(script);
+    fileSystem_.ChangeCurrentFolder(folder);
+    const std::string bytes = fileSystem_.ReadFile(script, LargestScript);
+    const Checked checked = Check(bytes, script, destination);
+    if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
+        return Refused(*refusal);
+    }
+    const auto& accepted = std::get<JoinScript>(checked);
+    if (MovesFromElsewhere(accepted, folder)) {
+        return Refused({accepted.moveLine, "the file to be moved is in another folder"});
+    }
+    JoinScriptRunner runner(fileSystem_, accepted, LastPathItem(script), destination);
+    if (std::optional<std::string> failure = runner.Run()) {
+        return {ScriptStatus::Failed, std::move(*failure)};
+    }
+    return {};
+}
+
+ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view bytes, std::string_view script,
+                                                    std::string_view destination) {
+    std::vector<std::string> spellings;
+    if (!destination.empty()) {
+        spellings.emplace_back(destination);
+    }
+    const std::string_view name = LastPathItem(script);
+    Checked decoded = JoinScriptParser(name, spellings).Parse(DecodeText(bytes));
+    if (IsUtf8(bytes) || FindsParts(decoded)) {
+        return decoded;
+    }
+    // A file of bytes as they stand may have the destination's other characters encoded.
+    if (!destination.empty()) {
+        spellings.push_back(EncodeText(destination));
+    }
+    Checked raw = JoinScriptParser(name, spellings).Parse(bytes);
+    return FindsParts(raw) ? raw : decoded;
+}
+
+bool ScriptInterpreter::FindsParts(const Checked& checked) {
+    const auto* script = std::get_if<JoinScript>(&checked);
+    return script != nullptr && fileSystem_.FindFile(script->FirstPart()).has_value();
+}
+
+// Two spellings of a path can be one folder, so the system says what the current one is called.
+bool ScriptInterpreter::MovesFromElsewhere(const JoinScript& script, std::string_view folder) {
+    const std::string& source = script.moveFolder;
+    if (source.empty() || source == folder || source == EncodeText(folder)) {
+        return false;
+    }
+    if (!fileSystem_.FolderExists(source)) {
+        return true;
+    }
+    const std::string here = fileSystem_.CurrentFolder();
+    fileSystem_.ChangeCurrentFolder(source);
+    const std::string there = fileSystem_.CurrentFolder();
+    fileSystem_.ChangeCurrentFolder(folder);
+    return here != there;
+}
+
+}  // namespace zarn

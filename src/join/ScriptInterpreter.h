@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "join/JoinScript.h"
+#include "platform/FileSystem.h"
+
+namespace zarn {
+
+enum class ScriptStatus {
+    Done = 0,
+    Failed = 1,   ///< a command failed
+    Refused = 2,  ///< no file was touched
+};
+
+struct ScriptOutcome {
+    ScriptStatus status = ScriptStatus::Done;
+    std::string message;  ///< empty after a complete run
+};
+
+/// Runs join scripts: what the command interpreter is to the program on its home system.
+class ScriptInterpreter {
+  public:
+    /// `fileSystem` must outlive this object.
+    explicit ScriptInterpreter(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+
+    /// Runs the script at a full path, with its folder as the current one. `destination` is the
+    /// one place elsewhere that it may name, a full path, or empty. The script (at most 16 MB) is
+    /// read and checked as a whole before its first command runs. Its text is decoded; where the
+    /// parts are there only under the bytes as they stand, names of no valid UTF-8, those are the
+    /// names. Raises file errors while it looks for the script and its folder.
+    [[nodiscard]] ScriptOutcome Run(std::string_view script, std::string_view destination);
+
+  private:
+    using Checked = std::variant<JoinScript, ScriptRefusal>;
+
+    [[nodiscard]] Checked Check(std::string_view bytes, std::string_view script,
+                                std::string_view destination);
+    [[nodiscard]] bool FindsParts(const Checked& checked);
+    [[nodiscard]] bool MovesFromElsewhere(const JoinScript& script, std::string_view folder);
+
+    FileSystem& fileSystem_;
+};
+
+}  // namespace zarn

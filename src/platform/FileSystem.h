@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/LargeFileAccess.h"
+
+namespace zarn {
+
+/// File attributes as the program knows them: a sum of these values.
+enum FileAttribute : std::uint32_t {
+    AttributeReadOnly = 1,
+    AttributeHidden = 2,
+    AttributeSystem = 4,
+    AttributeFolder = 16,
+    AttributeArchive = 32,
+    AttributeNormal = 128,  ///< alone: no other attribute is set
+};
+
+/// A file that has been written in full beside its final name, which nobody sees until `Commit`.
+/// Destroyed without a commit, it leaves nothing behind.
+class PendingFile {
+  public:
+    PendingFile() = default;
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+    virtual ~PendingFile() = default;
+
+    /// Waits until the bytes are on the medium. Raises like `LargeFileAccess`.
+    virtual void Flush() = 0;
+
+    /// Gives the file its name in one step, replacing a file of that name. Raises 75 where the
+    /// name is taken by a folder, else like `LargeFileAccess`. Call it once.
+    virtual void Commit() = 0;
+};
+
+/// Files and folders: the file system object, attributes, directory search, delete, current
+/// directory.
+///
+/// Paths are in the program's form: `C:\dir\name`, `\\server\share\name`, `\name` (root of the
+/// current drive) or relative to the current directory. A name is looked up exactly first, then
+/// without regard to letter case; where several names differ in case alone and none matches
+/// exactly there is no such file. A new file or folder takes its name as given.
+/// Operations that raise throw `RuntimeError`.
+class FileSystem {
+  public:
+    FileSystem() = default;
+    FileSystem(const FileSystem&) = delete;
+    FileSystem& operator=(const FileSystem&) = delete;
+    virtual ~FileSystem() = default;
+
+    /// True if the path names a folder. Backslashes at the end are passed over.
+    [[nodiscard]] virtual bool FolderExists(std::string_view path) = 0;
+
+    /// Makes one folder. Raises 58 if the name is taken, 76 if the folder above is missing,
+    /// 70, 61 or 75 as the system refuses.
+    virtual void CreateFolder(std::string_view path) = 0;
+
+    /// Size in bytes of an existing file. Raises 53 if there is none.
+    [[nodiscard]] virtual double FileSize(std::string_view path) = 0;
+
+    /// Directory search with the normal-file mask: the name, without folder, of the first file
+    /// that the path matches. `*` and `?` in the last item match as wildcards, without regard to
+    /// case, unless a file of just that name exists; "*.*" matches every name. Folders, pipes,
+    /// devices, hidden and system files are not found. Raises 52 for a path on no drive.
+    [[nodiscard]] virtual std::optional<std::string> FindFile(std::string_view path) = 0;
+
+    /// The attributes of a file or folder; nothing if there is none.
+    [[nodiscard]] virtual std::optional<std::uint32_t> Attributes(std::string_view path) = 0;
+
+    /// Takes the read-only, hidden and system attributes off. Raises 53, 70 or 75.
+    virtual void SetNormalAttributes(std::string_view path) = 0;
+
+    /// Deletes a file (never a folder, no wildcards). False if that failed.
+    virtual bool DeleteFile(std::string_view path) = 0;
+
+    /// Renames a file within its folder or moves it within its file system, refusing to replace
+    /// anything. Raises 53, 58, 70, 75, 76.
+    virtual void MoveFile(std::string_view from, std::string_view to) = 0;
+
+    /// Raises 76 if the folder does not exist.
+    virtual void ChangeCurrentFolder(std::string_view path) = 0;
+
+    /// The current directory in the program's form, with a backslash at its end.
+    [[nodiscard]] virtual std::string CurrentFolder() = 0;
+
+    /// All bytes of a file that is known to be small. Raises like `LargeFileAccess`, and 61 if
+    /// it has more than `limit` bytes.
+    [[nodiscard]] virtual std::string ReadFile(std::string_view path, std::size_t limit) = 0;
+
+    /// Writes a file beside `path` for a later commit. Raises like `LargeFileAccess`.
+    [[nodiscard]] virtual std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
+                                                                   std::string_view bytes) = 0;
+
+    /// Waits until everything written below an existing folder's file system is on the medium,
+    /// names included. Raises 57 if the medium failed, 76 if there is no such folder.
+    virtual void FlushVolume(std::string_view folder) = 0;
+
+    /// A folder of the user's own for temporary files, with a backslash at its end: `$TMPDIR`,
+    /// else a folder with owner-only rights in `$XDG_CACHE_HOME`, made when asked for.
+    [[nodiscard]] virtual std::string TemporaryFolder() = 0;
+
+    /// The folder of the running program, with a backslash at its end.
+    [[nodiscard]] virtual std::string ProgramFolder() = 0;
+
+    /// The program's form of an absolute path of the operating system: the drive of the longest
+    /// mount point that holds it. Nothing if a name in it holds a backslash.
+    [[nodiscard]] virtual std::optional<std::string> DrivePath(std::string_view systemPath) = 0;
+
+    /// A closed file of this file system.
+    [[nodiscard]] virtual std::unique_ptr<LargeFileAccess> MakeLargeFile() = 0;
+};
+
+}  // namespace zarn

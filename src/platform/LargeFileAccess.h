@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace zarn {
+
+/// One open file of any size, read or written from its start to its end.
+///
+/// Every failure is raised as a `RuntimeError` (53 not found, 61 disk full, 57 device, 70 or 75
+/// permission, 76 folder missing); end of file is no failure. An object closes its file when it
+/// is destroyed; opening another file closes the one before.
+class LargeFileAccess {
+  public:
+    LargeFileAccess() = default;
+    LargeFileAccess(const LargeFileAccess&) = delete;
+    LargeFileAccess& operator=(const LargeFileAccess&) = delete;
+    virtual ~LargeFileAccess() = default;
+
+    /// Opens an existing file for reading from its first byte.
+    virtual void Open(std::string_view path) = 0;
+
+    /// Makes an empty file for writing. An existing file of that name is emptied; a symbolic
+    /// link in its place is refused, so that nobody can steer the bytes elsewhere.
+    virtual void Create(std::string_view path) = 0;
+
+    /// Opens an existing file for writing behind its last byte. Refuses a symbolic link likewise.
+    virtual void Append(std::string_view path) = 0;
+
+    /// Reads up to `buffer.size()` bytes at the current position. Returns how many came;
+    /// 0 means the end of the file.
+    virtual std::size_t Read(std::span<std::byte> buffer) = 0;
+
+    /// Writes all bytes at the current position or raises.
+    virtual void Write(std::span<const std::byte> bytes) = 0;
+
+    /// Moves up to `count` bytes from the current position of `source` to the current position
+    /// of this file, both of which advance. Returns how many were moved; fewer than `count` only
+    /// where `source` ends. The bytes written before a failure stay written.
+    /// The default reads and writes through a buffer; an implementation that has both files at
+    /// hand lets the kernel do it where that is faster.
+    virtual std::int64_t WriteFrom(LargeFileAccess& source, std::int64_t count);
+
+    /// Makes the next `count` bytes of `source` the next bytes of this file by sharing their
+    /// blocks, all or none. Returns false, with both positions unmoved, where the file system
+    /// cannot share them or the ends do not lie on block boundaries. Never raises.
+    virtual bool ShareFrom(LargeFileAccess& source, std::int64_t count);
+
+    /// Waits until the file's bytes are on the medium.
+    virtual void Flush() = 0;
+
+    /// Closes the file. Safe to call twice, and on an object that never opened one.
+    virtual void Close() = 0;
+
+    /// The system's own handle of the open file, for the implementation's use in `WriteFrom` and
+    /// `ShareFrom`; -1 where there is none, which rules out the kernel's help.
+    [[nodiscard]] virtual int NativeHandle() const { return -1; }
+
+  private:
+    std::vector<std::byte> buffer_;  ///< of `WriteFrom`; empty until it is needed
+};
+
+}  // namespace zarn

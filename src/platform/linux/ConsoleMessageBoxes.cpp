@@ -1,0 +1,116 @@
+#include "platform/linux/ConsoleMessageBoxes.h"
+
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+/// While it lives, a terminal gives every key at once and does not show it.
+class SingleKeys {
+  public:
+    explicit SingleKeys(int terminal) : terminal_(terminal) {
+        isTerminal_ = tcgetattr(terminal_, &saved_) == 0;
+        if (isTerminal_) {
+            termios single = saved_;
+            single.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+            single.c_cc[VMIN] = 1;
+            single.c_cc[VTIME] = 0;
+            tcsetattr(terminal_, TCSANOW, &single);
+        }
+    }
+    /// What is left of a key of several bytes goes with it.
+    ~SingleKeys() {
+        if (isTerminal_) {
+            tcsetattr(terminal_, TCSAFLUSH, &saved_);
+        }
+    }
+    SingleKeys(const SingleKeys&) = delete;
+    SingleKeys& operator=(const SingleKeys&) = delete;
+
+  private:
+    int terminal_;
+    bool isTerminal_ = false;
+    termios saved_{};
+};
+
+}  // namespace
+
+ConsoleMessageBoxes::ConsoleMessageBoxes(int input, int output) : input_(input), output_(output) {
+}
+
+BoxAnswer ConsoleMessageBoxes::Show(const BoxMessage& message) {
+    std::string text = message.title.empty() ? "" : message.title + '\n';
+    text += Replace(message.text, "\r", "\n");
+    text += '\n';
+    Write(text);
+    if (message.buttons == BoxButtons::YesNo) {
+        return AskYesNo();
+    }
+    if (isatty(input_) == 1) {
+        WaitForKey();
+    }
+    return BoxAnswer::Ok;
+}
+
+void ConsoleMessageBoxes::Write(std::string_view text) const {
+    while (!text.empty()) {
+        const ssize_t written = write(output_, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0 || errno != EINTR) {
+            return;
+        }
+    }
+}
+
+void ConsoleMessageBoxes::WaitForKey() const {
+    const SingleKeys keys(input_);
+    Write("Press any key to continue . . . ");
+    static_cast<void>(ReadByte());
+    Write("\n");
+}
+
+BoxAnswer ConsoleMessageBoxes::AskYesNo() const {
+    while (true) {
+        Write("[y/n] ");
+        const std::optional<std::string> line = ReadLine();
+        const std::string answer = UpperCase(Trim(line.value_or("n")));
+        if (answer == "Y" || answer == "YES") {
+            return BoxAnswer::Yes;
+        }
+        if (answer == "N" || answer == "NO") {
+            return BoxAnswer::No;
+        }
+    }
+}
+
+/// Nothing at the end of input.
+std::optional<char> ConsoleMessageBoxes::ReadByte() const {
+    char byte = 0;
+    ssize_t count = 0;
+    do {
+        count = read(input_, &byte, 1);
+    } while (count < 0 && errno == EINTR);
+    return count == 1 ? std::optional(byte) : std::nullopt;
+}
+
+/// Without its line feed. Nothing at the end of input.
+std::optional<std::string> ConsoleMessageBoxes::ReadLine() const {
+    std::string line;
+    std::optional<char> byte = ReadByte();
+    if (!byte) {
+        return std::nullopt;
+    }
+    for (; byte && *byte != '\n'; byte = ReadByte()) {
+        line += *byte;
+    }
+    return line;
+}
+
+}  // namespace zarn

@@ -1,0 +1,94 @@
+#include "platform/linux/FileDescriptor.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/linux/ErrnoError.h"
+
+namespace zarn {
+
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+}
+
+FileDescriptor::~FileDescriptor() {
+    if (IsOpen()) {
+        close(number_);
+    }
+}
+
+void FileDescriptor::Close() {
+    // Linux has let go of the number even where close reports a failure.
+    const int number = std::exchange(number_, -1);
+    if (number >= 0 && close(number) != 0 && errno != EINTR) {
+        RaiseErrno(errno);
+    }
+}
+
+FileDescriptor OpenFile(const std::string& systemPath, int flags, unsigned mode) noexcept {
+    int number = -1;
+    do {
+        number = open(systemPath.c_str(), flags | O_CLOEXEC, mode);
+    } while (number < 0 && errno == EINTR);
+    return FileDescriptor(number);
+}
+
+FileDescriptor OpenForReading(const std::string& systemPath) {
+    FileDescriptor file = OpenFile(systemPath, O_RDONLY | O_NONBLOCK);
+    struct stat status = {};
+    if (!file.IsOpen() || fstat(file.Number(), &status) != 0) {
+        RaiseErrno(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw RuntimeError(ErrorNumber::PathFileAccessError);
+    }
+    return file;
+}
+
+std::size_t ReadSome(const FileDescriptor& file, std::span<std::byte> buffer) {
+    while (true) {
+        const ssize_t count = read(file.Number(), buffer.data(), buffer.size());
+        if (count >= 0) {
+            return static_cast<std::size_t>(count);
+        }
+        if (errno != EINTR) {
+            RaiseErrno(errno);
+        }
+    }
+}
+
+void WriteAll(const FileDescriptor& file, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(file.Number(), bytes.data(), bytes.size());
+        if (count > 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(count));
+        } else if (count == 0) {
+            RaiseErrno(ENOSPC);
+        } else if (errno != EINTR) {
+            RaiseErrno(errno);
+        }
+    }
+}
+
+std::string ReadToEnd(const FileDescriptor& file, std::size_t limit) {
+    constexpr std::size_t Step = 16384;
+    std::string text;
+    while (text.size() < limit) {
+        const std::size_t before = text.size();
+        text.resize(before + std::min(Step, limit - before));
+        const std::size_t count =
+            ReadSome(file, std::as_writable_bytes(std::span(text)).subspan(before));
+        text.resize(before + count);
+        if (count == 0) {
+            break;
+        }
+    }
+    return text;
+}
+
+}  // namespace zarn

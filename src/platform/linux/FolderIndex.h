@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <ctime>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zarn {
+
+/// Finds names in folders without regard to letter case, and knows cheaply that the folder of
+/// the last search has no such name. A run that writes thousands of parts asks that before each
+/// one; reading the folder every time would make the work grow with the square of the number.
+///
+/// Of the last folder that was read it keeps a 64-bit hash of each name in upper case. They hold
+/// as long as the folder's device, inode and modification time are those that were recorded. A
+/// hash that is there leads to a real search, so two names with one hash do no harm. A name that
+/// another process makes within the same clock tick (some milliseconds) as the change recorded
+/// last is found by its exact name only, until the folder changes again.
+class FolderIndex {
+  public:
+    /// The one name in a folder that equals `name` without regard to case. Nothing if there is
+    /// none, or more than one, or the folder cannot be read.
+    [[nodiscard]] std::optional<std::string> Find(const std::string& folder, std::string_view name);
+
+    /// True if the hashes are those of this folder and still hold.
+    [[nodiscard]] bool Knows(const std::string& folder) const;
+
+    /// Adds a name to the hashes of a folder that the caller found known right before it changed
+    /// the folder itself, so that its own change does not make them void.
+    void TakeOver(const std::string& folder, std::string_view name);
+
+  private:
+    struct Stamp {
+        dev_t device = 0;
+        ino_t inode = 0;
+        timespec modified = {};
+        bool operator==(const Stamp& other) const;
+    };
+    [[nodiscard]] static std::optional<Stamp> StampOf(const std::string& folder);
+    [[nodiscard]] std::optional<std::string> Read(const std::string& folder,
+                                                  const std::string& folded);
+
+    std::string folder_;
+    std::optional<Stamp> stamp_;         ///< nothing: no hashes
+    std::vector<std::uint64_t> hashes_;  ///< sorted; 8 bytes a name
+};
+
+}  // namespace zarn

@@ -1,0 +1,267 @@
+#include "platform/linux/LinuxFileSystem.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/ErrnoError.h"
+#include "platform/linux/FileAttributes.h"
+#include "platform/linux/LinuxLargeFile.h"
+#include "platform/linux/LinuxPendingFile.h"
+#include "platform/linux/Wildcard.h"
+
+namespace zarn {
+
+namespace {
+
+// Pipes and devices are no files of bytes.
+bool IsFileOfBytes(const std::string& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool IsNormalFile(const std::string& path) {
+    const std::optional<std::uint32_t> attributes = ReadFileAttributes(path);
+    return attributes && (*attributes & (AttributeHidden | AttributeSystem)) == 0 &&
+           IsFileOfBytes(path);
+}
+
+std::optional<std::string> FindMatch(const std::string& folder, const Wildcard& wildcard) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), closedir);
+    std::vector<std::string> names;
+    while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
+        if (wildcard.Matches(&entry->d_name[0])) {
+            names.emplace_back(&entry->d_name[0]);
+        }
+    }
+    // The system's order is anyone's guess; the answer should not be.
+    std::sort(names.begin(), names.end());
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        return IsNormalFile(JoinSystemPath(folder, name));
+    });
+    return found == names.end() ? std::nullopt : std::optional(*found);
+}
+
+// For file systems that cannot refuse by themselves to replace a file in a rename.
+int RenameByLink(const std::string& from, const std::string& to) {
+    if (link(from.c_str(), to.c_str()) == 0) {
+        return unlink(from.c_str());
+    }
+    if (errno == EEXIST || errno == EXDEV || errno == ENOENT) {
+        return -1;
+    }
+    struct stat status = {};
+    if (lstat(to.c_str(), &status) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
+    return rename(from.c_str(), to.c_str());
+}
+
+int RenameWithoutReplacing(const std::string& from, const std::string& to) {
+    const int result = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
+    return result != 0 && (errno == EINVAL || errno == ENOSYS) ? RenameByLink(from, to) : result;
+}
+
+// A folder that nobody else can read or put anything into.
+void MakePrivateFolder(const std::string& path) {
+    constexpr mode_t OwnerOnly = 0700;
+    if (!MakeUserFolder(path)) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+    // A folder that was there before must not be somebody else's, nor open to others.
+    const FileDescriptor folder = OpenFile(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+    struct stat status = {};
+    if (!folder.IsOpen() || fstat(folder.Number(), &status) != 0) {
+        RaiseErrno(errno);
+    }
+    if (status.st_uid != geteuid() || fchmod(folder.Number(), OwnerOnly) != 0) {
+        throw RuntimeError(ErrorNumber::PermissionDenied);
+    }
+}
+
+std::string WithBackslash(const std::string& folder) {
+    return folder.ends_with('\\') ? folder : folder + "\\";
+}
+
+}  // namespace
+
+LinuxFileSystem::LinuxFileSystem(std::shared_ptr<PathResolver> paths, UserFolders folders)
+    : paths_(std::move(paths)), folders_(std::move(folders)) {
+}
+
+bool LinuxFileSystem::FolderExists(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    struct stat status = {};
+    return resolved.state == PathState::Exists && stat(resolved.path.c_str(), &status) == 0 &&
+           S_ISDIR(status.st_mode);
+}
+
+void LinuxFileSystem::CreateFolder(std::string_view path) {
+    constexpr mode_t EverybodyLessMask = 0777;
+    const std::string target = paths_->SystemPath(path);
+    const FolderChange change(*paths_, target);
+    if (mkdir(target.c_str(), EverybodyLessMask) != 0) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+}
+
+double LinuxFileSystem::FileSize(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    struct stat status = {};
+    if (resolved.state != PathState::Exists || stat(resolved.path.c_str(), &status) != 0 ||
+        !S_ISREG(status.st_mode)) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
+    return static_cast<double>(status.st_size);
+}
+
+std::optional<std::string> LinuxFileSystem::FindFile(std::string_view path) {
+    if (path.empty() || path.ends_with('\\')) {
+        return std::nullopt;
+    }
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state == PathState::NoDrive) {
+        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    }
+    if (resolved.state == PathState::Exists && IsNormalFile(resolved.path)) {
+        return std::string(SystemNameOf(resolved.path));
+    }
+    const bool folderExists =
+        resolved.state == PathState::Exists || resolved.state == PathState::Missing;
+    if (!folderExists || !Wildcard::IsIn(resolved.name)) {
+        return std::nullopt;
+    }
+    return FindMatch(SystemFolderOf(resolved.path), Wildcard(resolved.name));
+}
+
+std::optional<std::uint32_t> LinuxFileSystem::Attributes(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state != PathState::Exists) {
+        return std::nullopt;
+    }
+    return ReadFileAttributes(resolved.path);
+}
+
+void LinuxFileSystem::SetNormalAttributes(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state != PathState::Exists) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
+    ClearFileAttributes(resolved.path);
+}
+
+bool LinuxFileSystem::DeleteFile(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state != PathState::Exists) {
+        return false;
+    }
+    const FolderChange change(*paths_, resolved.path);
+    return unlink(resolved.path.c_str()) == 0;
+}
+
+void LinuxFileSystem::MoveFile(std::string_view from, std::string_view to) {
+    const std::string source = paths_->ExistingPath(from);
+    std::string target = paths_->SystemPath(to);
+    struct stat status = {};
+    if (lstat(source.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
+    // The same file under a name that differs in case alone: that change is the wish.
+    const bool sameFile = source == target;
+    if (sameFile) {
+        target = JoinSystemPath(SystemFolderOf(target), paths_->Resolve(to).name);
+    }
+    const FolderChange change(*paths_, target);
+    const int result =
+        sameFile ? rename(source.c_str(), target.c_str()) : RenameWithoutReplacing(source, target);
+    if (result != 0) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+}
+
+void LinuxFileSystem::ChangeCurrentFolder(std::string_view path) {
+    if (chdir(paths_->SystemPath(path).c_str()) != 0) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+}
+
+std::string LinuxFileSystem::CurrentFolder() {
+    const std::optional<std::string> folder = DrivePath(PathResolver::CurrentFolder());
+    if (!folder) {
+        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    }
+    return WithBackslash(*folder);
+}
+
+std::string LinuxFileSystem::ReadFile(std::string_view path, std::size_t limit) {
+    const FileDescriptor file = OpenForReading(paths_->ExistingPath(path));
+    std::string bytes = ReadToEnd(file, limit + 1);
+    if (bytes.size() > limit) {
+        throw RuntimeError(ErrorNumber::DiskFull);
+    }
+    return bytes;
+}
+
+std::unique_ptr<PendingFile> LinuxFileSystem::PrepareFile(std::string_view path,
+                                                          std::string_view bytes) {
+    auto file = std::make_unique<LinuxPendingFile>(paths_, path);
+    file->Write(bytes);
+    return file;
+}
+
+void LinuxFileSystem::FlushVolume(std::string_view folder) {
+    const FileDescriptor opened =
+        OpenFile(paths_->SystemPath(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    if (!opened.IsOpen()) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+    if (syncfs(opened.Number()) != 0) {
+        throw RuntimeError(ErrorNumber::DeviceIOError);
+    }
+}
+
+std::string LinuxFileSystem::TemporaryFolder() {
+    if (const std::optional<std::string> given = DrivePath(folders_.temporary)) {
+        return WithBackslash(*given);
+    }
+    const std::string own = folders_.cache + "/temporary";
+    MakePrivateFolder(own);
+    const std::optional<std::string> folder = DrivePath(own);
+    if (!folder) {
+        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    }
+    return WithBackslash(*folder);
+}
+
+std::string LinuxFileSystem::ProgramFolder() {
+    std::string program(PATH_MAX, '\0');
+    const ssize_t size = readlink("/proc/self/exe", program.data(), program.size());
+    if (size <= 0) {
+        RaiseErrno(errno);
+    }
+    program.resize(static_cast<std::size_t>(size));
+    const std::optional<std::string> folder = DrivePath(SystemFolderOf(program));
+    if (!folder) {
+        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    }
+    return WithBackslash(*folder);
+}
+
+std::optional<std::string> LinuxFileSystem::DrivePath(std::string_view systemPath) {
+    return paths_->DrivePath(systemPath);
+}
+
+std::unique_ptr<LargeFileAccess> LinuxFileSystem::MakeLargeFile() {
+    return std::make_unique<LinuxLargeFile>(paths_);
+}
+
+}  // namespace zarn

@@ -1,0 +1,163 @@
+#include "platform/linux/LinuxLargeFile.h"
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <linux/magic.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "platform/linux/ErrnoError.h"
+
+namespace zarn {
+
+namespace {
+
+// Where the kernel's copy beats reading and writing through a buffer of 256 KB: servers copy by
+// themselves (nfs, cifs, ceph, some fuse), and on tmpfs it took 5 to 10 % less time for ranges
+// that lie between blocks. It took 15 to 25 % more on ext4 and xfs and up to 5 % more on btrfs.
+bool KernelCopiesFaster(int file) {
+    constexpr unsigned CephMagic = 0x00C36400;
+    struct statfs volume = {};
+    if (fstatfs(file, &volume) != 0) {
+        return false;
+    }
+    switch (static_cast<unsigned>(volume.f_type)) {
+        case TMPFS_MAGIC:
+        case NFS_SUPER_MAGIC:
+        case CIFS_SUPER_MAGIC:
+        case SMB2_SUPER_MAGIC:
+        case FUSE_SUPER_MAGIC:
+        case CephMagic:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// What copy_file_range says of a pair of files that it cannot serve.
+bool MeansUseBuffer(int error) {
+    return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP ||
+           error == EPERM || error == EBADF;
+}
+
+// Opens for writing. A link is refused, so that nobody can steer the bytes elsewhere; so is a
+// pipe that nobody reads, where a plain opening would block.
+FileDescriptor OpenForWriting(const std::string& path, int flags, ErrorNumber missing) {
+    constexpr unsigned EverybodyLessMask = 0666;
+    FileDescriptor file =
+        OpenFile(path, flags | O_WRONLY | O_NOFOLLOW | O_NONBLOCK, EverybodyLessMask);
+    if (!file.IsOpen()) {
+        RaiseErrno(errno, missing);
+    }
+    return file;
+}
+
+}  // namespace
+
+LinuxLargeFile::LinuxLargeFile(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {
+}
+
+void LinuxLargeFile::Open(std::string_view path) {
+    Close();
+    file_ = OpenForReading(paths_->ExistingPath(path));
+    posix_fadvise(file_.Number(), 0, 0, POSIX_FADV_SEQUENTIAL);
+}
+
+void LinuxLargeFile::Create(std::string_view path) {
+    Close();
+    const std::string target = paths_->SystemPath(path);
+    const FolderChange change(*paths_, target);
+    file_ = OpenForWriting(target, O_CREAT | O_TRUNC, ErrorNumber::PathNotFound);
+    kernelCopies_ = KernelCopiesFaster(file_.Number());
+}
+
+void LinuxLargeFile::Append(std::string_view path) {
+    Close();
+    FileDescriptor file = OpenForWriting(paths_->ExistingPath(path), 0, ErrorNumber::FileNotFound);
+    if (lseek(file.Number(), 0, SEEK_END) < 0) {
+        RaiseErrno(errno);
+    }
+    file_ = std::move(file);
+    kernelCopies_ = KernelCopiesFaster(file_.Number());
+}
+
+std::size_t LinuxLargeFile::Read(std::span<std::byte> buffer) {
+    return ReadSome(file_, buffer);
+}
+
+void LinuxLargeFile::Write(std::span<const std::byte> bytes) {
+    WriteAll(file_, bytes);
+}
+
+std::int64_t LinuxLargeFile::WriteFrom(LargeFileAccess& source, std::int64_t count) {
+    const std::int64_t moved = source.NativeHandle() < 0 ? 0 : CopyInKernel(source, count);
+    // Also reads what the kernel took for the end: some files have bytes, but no size.
+    return moved + LargeFileAccess::WriteFrom(source, count - moved);
+}
+
+std::int64_t LinuxLargeFile::CopyInKernel(const LargeFileAccess& source, std::int64_t count) {
+    constexpr std::int64_t MostAtOnce = std::int64_t{1} << 30U;
+    std::int64_t moved = 0;
+    while (kernelCopies_ && moved < count) {
+        const auto wanted = static_cast<std::size_t>(std::min(count - moved, MostAtOnce));
+        const ssize_t copied =
+            copy_file_range(source.NativeHandle(), nullptr, file_.Number(), nullptr, wanted, 0);
+        if (copied == 0) {
+            break;
+        }
+        if (copied > 0) {
+            moved += copied;
+        } else if (MeansUseBuffer(errno)) {
+            kernelCopies_ = false;
+        } else if (errno != EINTR) {
+            RaiseErrno(errno);
+        }
+    }
+    return moved;
+}
+
+bool LinuxLargeFile::ShareFrom(LargeFileAccess& source, std::int64_t count) {
+    const int from = source.NativeHandle();
+    struct stat here = {};
+    struct stat there = {};
+    if (count <= 0 || fstat(file_.Number(), &here) != 0 || fstat(from, &there) != 0 ||
+        here.st_dev != there.st_dev) {
+        return false;
+    }
+    const off_t sourceStart = lseek(from, 0, SEEK_CUR);
+    const off_t start = lseek(file_.Number(), 0, SEEK_CUR);
+    if (sourceStart < 0 || start < 0) {
+        return false;
+    }
+    file_clone_range range = {};
+    range.src_fd = from;
+    range.src_offset = static_cast<__u64>(sourceStart);
+    range.src_length = static_cast<__u64>(count);
+    range.dest_offset = static_cast<__u64>(start);
+    if (ioctl(file_.Number(), FICLONERANGE, &range) != 0) {
+        return false;
+    }
+    lseek(from, sourceStart + count, SEEK_SET);
+    lseek(file_.Number(), start + count, SEEK_SET);
+    return true;
+}
+
+void LinuxLargeFile::Flush() {
+    while (fdatasync(file_.Number()) != 0) {
+        if (errno != EINTR) {
+            RaiseErrno(errno);
+        }
+    }
+}
+
+void LinuxLargeFile::Close() {
+    file_.Close();
+}
+
+}  // namespace zarn

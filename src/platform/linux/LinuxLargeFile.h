@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/LargeFileAccess.h"
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/PathResolver.h"
+
+namespace zarn {
+
+/// A file descriptor. `Open` also raises 75 for a folder.
+class LinuxLargeFile : public LargeFileAccess {
+  public:
+    explicit LinuxLargeFile(std::shared_ptr<PathResolver> paths);
+
+    void Open(std::string_view path) override;
+    void Create(std::string_view path) override;
+    void Append(std::string_view path) override;
+    std::size_t Read(std::span<std::byte> buffer) override;
+    void Write(std::span<const std::byte> bytes) override;
+    std::int64_t WriteFrom(LargeFileAccess& source, std::int64_t count) override;
+    bool ShareFrom(LargeFileAccess& source, std::int64_t count) override;
+    void Flush() override;
+    void Close() override;
+    [[nodiscard]] int NativeHandle() const override { return file_.Number(); }
+
+  private:
+    /// Fewer bytes than asked for where the source ends or the kernel cannot serve the two files.
+    std::int64_t CopyInKernel(const LargeFileAccess& source, std::int64_t count);
+
+    std::shared_ptr<PathResolver> paths_;
+    FileDescriptor file_;
+    bool kernelCopies_ = false;  ///< the file system copies faster by itself
+};
+
+}  // namespace zarn

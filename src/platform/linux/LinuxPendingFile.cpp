@@ -1,0 +1,107 @@
+#include "platform/linux/LinuxPendingFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <utility>
+
+#include "platform/linux/ErrnoError.h"
+
+namespace zarn {
+
+namespace {
+
+bool IsFolder(const std::string& path) {
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// The rights of the file that is to be replaced, else those that any new file gets.
+mode_t RightsFor(const std::string& target) {
+    constexpr mode_t Rights = 0777;
+    constexpr mode_t NewFile = 0666;
+    struct stat status = {};
+    if (lstat(target.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+        return status.st_mode & Rights;
+    }
+    const mode_t mask = umask(0);
+    umask(mask);
+    return NewFile & ~mask;
+}
+
+void FlushFile(const FileDescriptor& file) {
+    while (fsync(file.Number()) != 0) {
+        if (errno != EINTR) {
+            RaiseErrno(errno);
+        }
+    }
+}
+
+}  // namespace
+
+LinuxPendingFile::LinuxPendingFile(std::shared_ptr<PathResolver> paths,
+                                   std::string_view programPath)
+    : paths_(std::move(paths)), target_(paths_->SystemPath(programPath)) {
+    // Said now, while its maker can still keep what this file was to replace.
+    if (IsFolder(target_)) {
+        RaiseErrno(EISDIR);
+    }
+    std::string name = JoinSystemPath(SystemFolderOf(target_), ".zarn-XXXXXX");
+    file_ = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
+    if (!file_.IsOpen()) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+    temporary_ = std::move(name);
+    // Where a file system has no such rights there is nothing to set.
+    fchmod(file_.Number(), RightsFor(target_));
+}
+
+LinuxPendingFile::~LinuxPendingFile() {
+    if (!temporary_.empty()) {
+        unlink(temporary_.c_str());
+    }
+}
+
+void LinuxPendingFile::Write(std::string_view bytes) {
+    WriteAll(file_, std::as_bytes(std::span(bytes)));
+}
+
+void LinuxPendingFile::Flush() {
+    FlushFile(file_);
+    flushed_ = true;
+    if (temporary_.empty()) {
+        FlushFolder();
+    }
+}
+
+void LinuxPendingFile::Commit() {
+    target_ = paths_->InFolder(SystemFolderOf(target_), SystemNameOf(target_));
+    if (IsFolder(target_)) {
+        RaiseErrno(EISDIR);
+    }
+    {
+        const FolderChange change(*paths_, target_);
+        if (rename(temporary_.c_str(), target_.c_str()) != 0) {
+            RaiseErrno(errno, ErrorNumber::PathNotFound);
+        }
+    }
+    temporary_.clear();
+    if (flushed_) {
+        FlushFolder();
+    }
+}
+
+void LinuxPendingFile::FlushFolder() const {
+    const FileDescriptor folder = OpenFile(SystemFolderOf(target_), O_RDONLY | O_DIRECTORY);
+    // Some file systems have nothing to flush for a folder and say so.
+    if (!folder.IsOpen() || (fsync(folder.Number()) != 0 && errno != EINVAL)) {
+        RaiseErrno(errno);
+    }
+}
+
+}  // namespace zarn

@@ -1,0 +1,24 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/ConsoleMessageBoxes.h"
+#include "platform/linux/ConsoleMessageQueue.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/LinuxProcesses.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "platform/linux/RegistryFile.h"
+
+namespace zarn {
+
+Platform MakeLinuxPlatform(const UserFolders& folders) {
+    const auto paths = std::make_shared<PathResolver>(folders.configuration);
+    return {std::make_unique<LinuxFileSystem>(paths, folders),
+            std::make_unique<LinuxVolumes>(paths),
+            std::make_unique<RegistryFile>(folders.configuration),
+            std::make_unique<LinuxProcesses>(paths, folders),
+            std::make_unique<LinuxClock>(),
+            std::make_unique<ConsoleMessageQueue>(),
+            std::make_unique<ConsoleMessageBoxes>()};
+}
+
+}  // namespace zarn

@@ -1,0 +1,127 @@
+#include "platform/linux/LinuxVolumes.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/sysmacros.h>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+namespace zarn {
+
+namespace {
+
+constexpr const char* LabelFolder = "/dev/disk/by-label";
+
+// udev writes a character that a file name cannot hold, and the blank, as "\x20".
+std::string DecodeLabel(std::string_view text) {
+    constexpr std::size_t EscapeSize = 4;
+    constexpr int Hexadecimal = 16;
+    std::string label;
+    while (!text.empty()) {
+        unsigned code = 0;
+        const char* end = text.data() + std::min(EscapeSize, text.size());
+        const bool escape = text.starts_with("\\x") && text.size() >= EscapeSize &&
+                            std::from_chars(text.data() + 2, end, code, Hexadecimal).ptr == end;
+        label += escape ? static_cast<char>(code & 0xFFU) : text.front();
+        text.remove_prefix(escape ? EscapeSize : 1);
+    }
+    return label;
+}
+
+// The label of the device that a file system lies on; empty if there is none.
+std::string LabelOf(const Mount& mount) {
+    struct stat status = {};
+    dev_t device = gnu_dev_makedev(mount.major, mount.minor);
+    if (stat(mount.source.c_str(), &status) == 0 && S_ISBLK(status.st_mode)) {
+        device = status.st_rdev;
+    }
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(LabelFolder), closedir);
+    while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
+        const std::string_view name = &entry->d_name[0];
+        if (stat(JoinSystemPath(LabelFolder, name).c_str(), &status) == 0 &&
+            S_ISBLK(status.st_mode) && status.st_rdev == device) {
+            return DecodeLabel(name);
+        }
+    }
+    return {};
+}
+
+// Nothing for a drive without a medium.
+std::optional<struct statvfs> FiguresOf(const std::optional<Drive>& drive) {
+    struct statvfs figures = {};
+    if (!drive || !drive->ready || statvfs(drive->folder.c_str(), &figures) != 0) {
+        return std::nullopt;
+    }
+    figures.f_frsize = figures.f_frsize == 0 ? figures.f_bsize : figures.f_frsize;
+    return figures;
+}
+
+std::int32_t Capped(std::uint64_t value) {
+    constexpr std::uint64_t Most = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::min(value, Most));
+}
+
+}  // namespace
+
+LinuxVolumes::LinuxVolumes(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {
+}
+
+DriveType LinuxVolumes::GetDriveType(std::string_view root) {
+    const std::optional<Drive> drive = DriveOfRoot(root);
+    return drive ? drive->type : DriveType::NoRoot;
+}
+
+std::optional<VolumeInformation> LinuxVolumes::GetVolumeInformation(std::string_view root) {
+    const std::optional<Drive> drive = DriveOfRoot(root);
+    if (!FiguresOf(drive)) {
+        return std::nullopt;
+    }
+    const std::optional<Mount> mount = paths_->Drives().MountHolding(drive->folder);
+    // Without a mount table the volume still answers, which an empty name would deny.
+    return mount ? VolumeInformation{LabelOf(*mount), mount->fileSystem}
+                 : VolumeInformation{{}, "unknown"};
+}
+
+DiskFreeSpace LinuxVolumes::GetDiskFreeSpace(std::string_view root) {
+    constexpr std::uint64_t UsualSector = 512;
+    const std::optional<struct statvfs> figures = FiguresOf(DriveOfRoot(root));
+    if (!figures) {
+        return {};
+    }
+    const std::uint64_t cluster = figures->f_frsize;
+    const std::uint64_t sector = cluster % UsualSector == 0 ? UsualSector : cluster;
+    return {Capped(cluster / sector), Capped(sector), Capped(figures->f_bavail),
+            Capped(figures->f_blocks)};
+}
+
+DiskFreeSpaceEx LinuxVolumes::GetDiskFreeSpaceEx(std::string_view root) {
+    const std::optional<struct statvfs> figures = FiguresOf(DriveOfRoot(root));
+    if (!figures) {
+        return {};
+    }
+    return {figures->f_bavail * figures->f_frsize, figures->f_blocks * figures->f_frsize,
+            figures->f_bfree * figures->f_frsize};
+}
+
+std::optional<Drive> LinuxVolumes::DriveOfRoot(std::string_view root) {
+    if (root.size() >= 2 && root[1] == ':' && (root.size() == 2 || root.substr(2) == "\\")) {
+        return paths_->Drives().Find(root[0]);
+    }
+    const ResolvedPath folder = paths_->Resolve(root);
+    if (folder.state != PathState::Exists) {
+        return std::nullopt;
+    }
+    if (root == "\\") {
+        return paths_->Drives().Holding(folder.path);
+    }
+    // Only the root of a share is left.
+    const bool isShare = root.starts_with("\\\\") && folder.name.empty();
+    return isShare ? std::optional(Drive{'\0', DriveType::Remote, folder.path, true, false})
+                   : std::nullopt;
+}
+
+}  // namespace zarn

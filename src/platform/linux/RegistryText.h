@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Registry.h"
+
+namespace zarn {
+
+// The settings file is text in the notation of an exported registry, UTF-8, every line ended by a
+// line feed (code 10). Byte for byte:
+//
+//   ; text                      a comment; lost when the file is rewritten. The first line is one.
+//                               An empty line is passed over.
+//   [HKEY_CURRENT_USER\A\B]     begins the values of the key A\B and makes the keys above it.
+//   "name"="text"               a text; \ and " are written as \\ and \" in name and text.
+//   "name"=dword:0000002a       a 32-bit integer, eight hexadecimal digits, negative ones as two's
+//                               complement.
+//   "name"=hex(1):41,0a         a text as the bytes of its UTF-8; used for a text with control
+//                               characters (codes 0 to 31 and 127) or with bytes that are no UTF-8.
+//   "name"=hex:... hex(2):...   a value of another type; kept as it stands.
+//   @=...                       the value whose name is empty.
+//
+// Keys, and the values of a key, are written in the order of their upper-case names. Where a key
+// or a name comes twice, the later value counts.
+
+struct RegistryEntry {
+    std::string name;
+    RegistryValue value;
+    std::string notation;  ///< of a value of type `Other`, what stands behind its "="
+};
+
+struct RegistryKey {
+    std::string path;                              ///< such as `Software\A`, without the hive
+    std::map<std::string, RegistryEntry> entries;  ///< by upper-case name
+};
+
+/// The keys by upper-case path.
+using RegistryKeys = std::map<std::string, RegistryKey>;
+
+/// The keys of a settings file; nothing if any of its lines does not parse.
+[[nodiscard]] std::optional<RegistryKeys> ParseRegistry(std::string_view text);
+
+[[nodiscard]] std::string FormatRegistry(const RegistryKeys& keys);
+
+/// True if the path of a key, or the name of a value, can be written: no control characters, and
+/// in a path no empty item.
+[[nodiscard]] bool IsRegistryPath(std::string_view path);
+[[nodiscard]] bool IsRegistryName(std::string_view name);
+
+/// The key of a writable path; it and the keys above it are made where they are missing.
+RegistryKey& MakeRegistryKey(RegistryKeys& keys, std::string_view path);
+
+}  // namespace zarn

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace zarn {
+
+/// The folders of the user, as absolute paths of the operating system without a slash at the
+/// end. They need not exist.
+struct UserFolders {
+    std::string configuration;  ///< the program's own, in `$XDG_CONFIG_HOME`
+    std::string cache;          ///< the program's own, in `$XDG_CACHE_HOME`
+    std::string temporary;      ///< `$TMPDIR`; empty if that is not set
+};
+
+/// Reads the environment by the XDG base directory rules: a variable that is unset, empty or not
+/// absolute stands for `.config` or `.cache` in the home folder.
+[[nodiscard]] UserFolders UserFoldersFromEnvironment();
+
+/// Makes a folder and the folders above it, with rights for the owner only, where they are
+/// missing. False, with `errno` set, if it is not there afterwards.
+[[nodiscard]] bool MakeUserFolder(const std::string& systemPath);
+
+}  // namespace zarn

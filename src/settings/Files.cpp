@@ -1,0 +1,136 @@
+#include "settings/Files.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr std::string_view NetworkPrefix = R"(\\)";
+
+void TryCreateFolder(FileSystem& fileSystem, std::string_view folder) {
+    try {
+        fileSystem.CreateFolder(folder);
+    } catch (const RuntimeError&) {
+        // Whoever has to be sure asks for the folder afterwards.
+    }
+}
+
+}  // namespace
+
+bool Files::FolderExist(std::string_view folder) {
+    try {
+        return fileSystem_.FolderExists(folder);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void Files::CreateFolder(std::string_view folder) {
+    if (folder.starts_with(NetworkPrefix)) {
+        CreateFolderNetwork(folder);
+    } else {
+        CreateFolderLocal(folder);
+    }
+}
+
+void Files::CreateFolderLocal(std::string_view folder) {
+    if (folder.ends_with(R"(\\)")) {
+        folder.remove_suffix(1);
+    }
+    if (!FolderExist(folder)) {
+        TryCreateFolder(fileSystem_, folder);
+    }
+}
+
+void Files::CreateFolderNetwork(std::string_view folder) {
+    constexpr std::size_t ItemsOfShare = 4;  // \\server\share cannot be created
+    if (folder == NetworkPrefix || Split(folder, "\\").size() == ItemsOfShare ||
+        GetUnitFreeSpace(folder) == "Media not Ready") {
+        return;
+    }
+    TryCreateFolder(fileSystem_, folder);
+}
+
+bool Files::FoldersCreateAll(std::string_view folder) {
+    if (Trim(folder).empty()) {
+        return false;
+    }
+    const std::vector<std::string> items = Split(folder, "\\");
+    const std::string root = items.front() + '\\';
+    if (!CheckVolumeReady(root)) {
+        return false;
+    }
+    try {
+        fileSystem_.ChangeCurrentFolder(root);
+        std::string level;
+        for (const std::string& item : items) {
+            level += item + '\\';
+            if (!FolderExist(level)) {
+                CreateFolder(level);
+            }
+            fileSystem_.ChangeCurrentFolder(root);
+        }
+        return true;
+    } catch (const RuntimeError&) {
+        messages_.Error("Error in Folder, Please check");
+        return false;
+    }
+}
+
+bool Files::FileExist(std::string_view path) {
+    try {
+        return fileSystem_.FindFile(path).has_value();
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void Files::FilesAtt(std::string_view path) {
+    if (FileExist(path)) {
+        fileSystem_.SetNormalAttributes(path);
+    }
+}
+
+void Files::FileDelete(std::string_view path) {
+    if (Trim(path).empty() || !FileExist(path)) {
+        return;
+    }
+    try {
+        FilesAtt(path);
+        fileSystem_.DeleteFile(path);
+    } catch (const RuntimeError&) {
+        // The file stays, as it does where the system refuses to delete it.
+    }
+}
+
+double Files::FileSizeBytes(std::string_view path) {
+    if (Trim(path).empty() || !FileExist(path)) {
+        return 0;
+    }
+    return RoundHalfEven(fileSystem_.FileSize(path), 2);
+}
+
+bool Files::CheckFolderNames(std::string_view path) {
+    return path.find_first_of(R"(/"<>?*|)") == std::string_view::npos;
+}
+
+std::string Files::ValidateFolderNames(std::string& folder) {
+    folder = std::string(Trim(folder));
+    if (!folder.ends_with('\\')) {
+        folder += '\\';
+    }
+    return folder;
+}
+
+std::string Files::FunctionPath(std::string_view path) {
+    const std::size_t last = path.rfind('\\');
+    return last == std::string_view::npos ? std::string() : std::string(path.substr(0, last + 1));
+}
+
+}  // namespace zarn

@@ -1,0 +1,179 @@
+#include "shell/CommandLineParser.h"
+
+#include <array>
+#include <utility>
+
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr double Megabyte = 1048576;
+constexpr double Gigabyte = 1073741824;
+constexpr double FloppyMegabytes = 1.44;  // what the disk is called; it holds a little less
+constexpr double FloppyBytes = 1457275;
+constexpr double LeastParts = 2;
+constexpr double MostParts = 999;
+constexpr double HighestLevel = 9;
+
+// The order is part of the syntax: "/T" also hits what the line before has made, which leaves
+// `/TEST=0EST=0`, still the key TEST.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 7> ValuelessSwitches{{
+    {"/TEST", "/TEST=0"},
+    {"/T", "/TEST=0"},
+    {"/C ", "/C=0"},
+    {"/DS", "/DS=0"},
+    {"/DP", "/DP=0"},
+    {"/CRC", "/CRC=0"},
+    {"/SFV", "/SFV=0"},
+}};
+
+// The message for a value that is wrong in itself; empty if there is none.
+std::string_view ValueError(const CommandLineSwitch& given) {
+    if (given.key == "PS") {
+        const std::string_view unit = Right(given.value, 2);
+        return unit == "MB" || unit == "GB" ? "" : "Parameter /PS=(Part Size) MB/GB Required ...";
+    }
+    if (given.key == "PN") {
+        const double count = NumberPrefix(given.value);
+        return count >= LeastParts && count <= MostParts
+                   ? ""
+                   : "Parameter /PN=(Pieces Number) must be between 2 and 999.";
+    }
+    if (given.key == "CL" && NumberPrefix(given.value) > HighestLevel) {
+        return "Parameter /CL=(Compression Level Out of range) ...";
+    }
+    return "";
+}
+
+bool Has(const std::vector<CommandLineSwitch>& switches, std::string_view key) {
+    for (const CommandLineSwitch& given : switches) {
+        if (given.key == key) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<std::string> CheckDestination(std::string& folder, Files& files) {
+    if (!Files::CheckFolderNames(folder)) {
+        return "Destination Folder : " + folder + "\rContains invalid characters ... ";
+    }
+    Files::ValidateFolderNames(folder);
+    if (!files.FolderExist(folder)) {
+        // Whether this worked shows when the first part is written.
+        static_cast<void>(files.FoldersCreateAll(folder));
+    }
+    if (Contains(files.GetUnitType(folder), "Removable")) {
+        return "Destination Folder must be a Fixed Unit ... ";
+    }
+    return std::nullopt;
+}
+
+double PartSizeOf(std::string_view value) {
+    constexpr int Places = 2;
+    if (Right(value, 2) == "GB") {
+        return RoundHalfEven(NumberPrefix(Replace(value, "GB", "")) * Gigabyte, Places);
+    }
+    const double number = NumberPrefix(Replace(value, "MB", ""));
+    return number == FloppyMegabytes ? FloppyBytes : RoundHalfEven(number * Megabyte, Places);
+}
+
+void TakeFlag(const std::string& key, CommandLineJob& job) {
+    if (key == "C") {
+        job.compress = true;
+    } else if (key == "DS") {
+        job.deleteSource = true;
+    } else if (key == "DP") {
+        job.deleteParts = true;
+    } else if (key == "SFV") {
+        job.sfv = true;
+    } else if (key == "TEST") {
+        job.testOnly = true;
+    }
+}
+
+void TakeValue(const CommandLineSwitch& given, CommandLineJob& job) {
+    if (given.key == "F") {
+        job.source = Trim(given.value);
+    } else if (given.key == "D") {
+        job.destination = Trim(given.value);
+    } else if (given.key == "PS") {
+        job.criterion = "Size";
+        job.partSize = PartSizeOf(given.value);
+    } else if (given.key == "PN") {
+        job.criterion = "Parts";
+        job.count = ToInt32(NumberPrefix(given.value));
+    } else if (given.key == "CL") {
+        job.level = ToInt32(NumberPrefix(given.value));
+    } else {
+        TakeFlag(given.key, job);
+    }
+}
+
+}  // namespace
+
+std::string NormaliseCommandLine(std::string_view line) {
+    std::string normalised = UpperCase(line);
+    for (const auto& [bare, withValue] : ValuelessSwitches) {
+        normalised = Replace(normalised, bare, withValue);
+    }
+    return normalised;
+}
+
+std::vector<CommandLineSwitch> SplitCommandLine(std::string_view line) {
+    std::vector<CommandLineSwitch> switches;
+    for (const std::string& piece : Split(line, "/")) {
+        if (Contains(piece, "=")) {
+            const std::vector<std::string> fields = Split(piece, "=");
+            switches.push_back({UpperCase(Trim(fields[0])), std::string(Trim(fields[1]))});
+        }
+    }
+    return switches;
+}
+
+std::optional<std::string> CheckSwitches(const std::vector<CommandLineSwitch>& switches) {
+    for (const CommandLineSwitch& given : switches) {
+        const std::string_view error = ValueError(given);
+        if (!error.empty()) {
+            return std::string(error);
+        }
+    }
+    if (!Has(switches, "F")) {
+        return "Parameter /F=(SourceFile) is missing ...";
+    }
+    if (!Has(switches, "PS") && !Has(switches, "PN")) {
+        return "Parameters /PS=(PartSize) or /PN=(PartNumber) are missing ...";
+    }
+    if (Has(switches, "C") && !Has(switches, "CL")) {
+        return "Parameter /CL=(Compression Level Required) ...";
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> CheckPaths(std::vector<CommandLineSwitch>& switches, Files& files) {
+    for (CommandLineSwitch& given : switches) {
+        std::optional<std::string> error;
+        if (given.key == "F" && !files.FileExist(given.value)) {
+            error = "Source File : " + given.value + "\rNot exist, verify file name and Path ";
+        } else if (given.key == "D") {
+            error = CheckDestination(given.value, files);
+        }
+        if (error) {
+            return error;
+        }
+    }
+    return std::nullopt;
+}
+
+CommandLineJob TakeValues(const std::vector<CommandLineSwitch>& switches) {
+    CommandLineJob job;
+    for (const CommandLineSwitch& given : switches) {
+        TakeValue(given, job);
+    }
+    return job;
+}
+
+}  // namespace zarn

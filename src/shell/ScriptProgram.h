@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+
+namespace zarn {
+
+/// What a program leaves its caller with.
+struct ProgramOutcome {
+    int status = 0;      ///< exit status
+    std::string output;  ///< for standard output
+    std::string error;   ///< for standard error
+};
+
+/// The program `ZarnScript FILE [DESTINATION]`: runs the join script FILE. The script may move
+/// the finished file to the path DESTINATION and to no other place.
+///
+/// Both are paths of the operating system, absolute or relative, or of the program. Exit status:
+/// 0 after a complete run, 1 if a command of the script failed, 2 if nothing was done because
+/// arguments or script were no good.
+class ScriptProgram {
+  public:
+    /// `fileSystem` must outlive this object.
+    explicit ScriptProgram(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+
+    /// Never raises a `RuntimeError`.
+    [[nodiscard]] ProgramOutcome Run(std::span<const std::string> arguments);
+
+  private:
+    [[nodiscard]] ProgramOutcome RunScript(std::string_view file, std::string_view destination);
+    [[nodiscard]] std::optional<std::string> FullPath(std::string_view path);
+
+    FileSystem& fileSystem_;
+};
+
+}  // namespace zarn

@@ -1,0 +1,17 @@
+#include <cstdio>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/linux/LinuxPlatform.h"
+#include "shell/ScriptProgram.h"
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> words(argv, argv + argc);
+    const zarn::Platform platform = zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment());
+    const std::span arguments = std::span(words).subspan(words.empty() ? 0 : 1);
+    const zarn::ProgramOutcome outcome = zarn::ScriptProgram(*platform.fileSystem).Run(arguments);
+    static_cast<void>(std::fputs(outcome.output.c_str(), stdout));
+    static_cast<void>(std::fputs(outcome.error.c_str(), stderr));
+    return outcome.status;
+}

@@ -1,0 +1,133 @@
+#include <filesystem>
+
+#include "join/JoinFixture.h"
+#include "support/RunProgram.h"
+
+namespace zarn::testing {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+std::string MoveLines(const std::string& from, const std::string& to) {
+    return "Del \"" + to + "\"\r\nMove \"" + from + "\" \"" + to + "\"\r\n";
+}
+
+TEST_F(JoinFixture, MovesTheFileToTheOneDestination) {
+    const TestFolder other;
+    const std::string source = folder.Drive("Movie.avi");
+    const std::string target = other.Drive("Movie.avi");
+    for (const char* unmovable : {"", "Movie.avi"}) {  // the same file system, and another one
+        SetUp();
+        other.Write("Movie.avi", "old");
+        fileSystem.unmovable = unmovable;
+        fileSystem.log.clear();
+        EXPECT_EQ(Run(wholeScript + MoveLines(source, target), target).message, "");
+        EXPECT_EQ(other.Read("Movie.avi"), "one two three");
+        EXPECT_EQ(other.Names(), Names{"Movie.avi"});
+        EXPECT_EQ(folder.Names(), Names{});
+        EXPECT_EQ(fileSystem.log.front(), "flush");
+    }
+}
+
+TEST_F(JoinFixture, KeepsTheFileWhenTheDestinationIsFull) {
+    const TestFolder other;
+    const std::string target = other.Drive("Movie.avi");
+    fileSystem.unmovable = "Movie.avi";
+    fileSystem.full = other.Drive();
+    const ScriptOutcome outcome =
+        Run(wholeScript + MoveLines(folder.Drive("Movie.avi"), target), target);
+    EXPECT_EQ(outcome.status, ScriptStatus::Failed);
+    EXPECT_EQ(outcome.message,
+              "cannot move \"Movie.avi\": Disk full\nThe joined file is complete: " +
+                  folder.Drive("Movie.avi"));
+    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
+    EXPECT_EQ(other.Names(), Names{});
+}
+
+TEST_F(JoinFixture, DoesNotDeleteTheFileThatItBuiltAtTheDestination) {
+    const TestFolder other;
+    std::filesystem::create_directory_symlink(folder.System(), other.System("alias"));
+    for (const std::string& target :
+         {other.Drive("alias\\Movie.avi"), folder.Drive("MOVIE.avi"), folder.Drive("Movie.avi")}) {
+        SetUp();
+        const std::string source = other.Drive("alias\\Movie.avi");
+        EXPECT_EQ(Run(wholeScript + MoveLines(source, target), target).message, "");
+        EXPECT_EQ(folder.Names().size(), 1U);
+        EXPECT_EQ(other.Names(), Names{"alias"});
+        EXPECT_EQ(folder.Read(folder.Names().front()), "one two three") << target;
+    }
+}
+
+TEST_F(JoinFixture, RefusesAnyOtherMove) {
+    const TestFolder other;
+    other.Write("Movie.avi", "old");
+    const std::string target = other.Drive("Movie.avi");
+    const std::string source = folder.Drive("Movie.avi");
+    const std::string set = copies + naming;
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {set + MoveLines(source, target), ""},
+        {set + MoveLines(source, target), other.Drive("movie.avi")},
+        {set + MoveLines(source, target), target + "x"},
+        {set + MoveLines(target, target), target},
+        {set + MoveLines(folder.Drive("Movie.avi_Part1"), target), target},
+        {set + MoveLines(R"(C:\no\such\Movie.avi)", target), target},
+        {MoveLines(source, target) + set, target},
+        {set + "Move \"" + target + "\" \"" + source + "\"\r\n", target},
+    };
+    for (const auto& [script, destination] : cases) {
+        EXPECT_EQ(Run(script, destination).status, ScriptStatus::Refused) << script;
+    }
+    EXPECT_TRUE(fileSystem.log.empty());
+}
+
+TEST_F(JoinFixture, TheProgramTakesPathsOfBothForms) {
+    const TestFolder other;
+    const std::string script = folder.System("Movie.avi_Part0.bat");
+    folder.Write("Movie.avi_Part0.bat",
+                 copies + naming + MoveLines(folder.Drive("Movie.avi"), other.Drive("Movie.avi")));
+    const std::string parent = std::filesystem::path(folder.System()).parent_path();
+    const std::string relative = script.substr(parent.size() + 1);
+    const std::vector<std::tuple<std::string, std::string, std::string>> calls = {
+        {script, other.System("Movie.avi"), "/"},
+        {relative, other.Drive("Movie.avi"), parent},
+        {"./" + relative, other.Drive("Movie.avi"), parent},
+        {folder.Drive("Movie.avi_Part0.bat"), other.Drive("Movie.avi"), parent},
+        {"Movie.avi_Part0.bat", other.System("Movie.avi"), folder.System()},
+    };
+    for (const auto& [file, destination, current] : calls) {
+        const ProgramResult result = RunProgram("ZarnScript", {file, destination}, {}, current);
+        EXPECT_EQ(result.status, 0) << file << result.error;
+        EXPECT_EQ(result.output + result.error, "");
+        EXPECT_TRUE(std::filesystem::remove(other.System("Movie.avi"))) << file;
+    }
+}
+
+TEST_F(JoinFixture, TheProgramSaysWhatIsWrong) {
+    folder.Write("bad.bat", "@Echo off\r\nFormat C:\r\n");
+    folder.Write("fails.bat", "Copy Movie.avi_Part4 Zarn.TMP\r\nRen Zarn.TMP Movie.avi\r\n");
+    folder.Write("long.bat", std::string(std::size_t{17} * 1024 * 1024, '\n'));
+    const std::string usage = "usage: ZarnScript FILE [DESTINATION]\n";
+    const std::vector<std::tuple<Names, int, std::string>> calls = {
+        {{}, 2, usage},
+        {{"a", "b", "c"}, 2, usage},
+        {{"bad.bat"}, 2, "ZarnScript: bad.bat: line 2: no line of a join script\n"},
+        {{"missing.bat"}, 2, "ZarnScript: missing.bat: File not found\n"},
+        {{"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"},
+        {{"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"},
+        {{"fails.bat"},
+         1,
+         "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n"},
+    };
+    for (const auto& [arguments, status, error] : calls) {
+        const ProgramResult result = RunProgram("ZarnScript", arguments, {}, folder.System());
+        EXPECT_EQ(result.status, status) << error;
+        EXPECT_EQ(result.error, error);
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_EQ(RunProgram("ZarnScript", {"--help"}).output, usage);
+}
+
+}  // namespace
+
+}  // namespace zarn::testing

@@ -1,0 +1,191 @@
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <functional>
+
+#include "join/JoinFixture.h"
+#include "runtime/CodePage.h"
+#include "runtime/Text.h"
+
+namespace zarn::testing {
+
+namespace {
+
+using namespace std::string_literals;
+using Names = std::vector<std::string>;
+
+TEST_F(JoinFixture, RunsTheScriptThatTheSplitterWrites) {
+    for (const char* name : {"Movie.avi_Part0.sfv", "Movie.avi_Part0_TMP.bat", "Movie.avi",
+                             "Movie.avi_PartyPhoto.jpg", "Movie.avi_Part1.bak"}) {
+        folder.Write(name, "old");
+    }
+    const std::string rule = "Rem " + std::string(73, '=') + "\r\n";
+    const ScriptOutcome outcome =
+        Run("@Echo off\r\n" + rule + "Rem |  Zarn File Splitter v3.85 Pro  & del *.*\r\n" + rule +
+            "Rem |  Created ......: 03/14/2007 09:05 PM\r\nRem |  Parts Count ..: 3\r\n"
+            "Rem |  Original File : \"Movie.avi\"\r\n" +
+            rule + "Rem  \r\n" + wholeScript + "Rem  \r\nRem *===== End of Program =====* \r\n");
+    EXPECT_EQ(outcome.status, ScriptStatus::Done) << outcome.message;
+    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
+    EXPECT_EQ(folder.Names(),
+              (Names{"Movie.avi", "Movie.avi_Part1.bak", "Movie.avi_PartyPhoto.jpg"}));
+}
+
+TEST_F(JoinFixture, KnowsTheFormsOfItsLines) {
+    folder.Write("100%PATH% \"a\" b_Part", "unnumbered");
+    folder.Write("empty_Part007", "");
+    const std::vector<std::pair<std::string, std::string>> scripts = {
+        {"Rem " + std::string(8187, 'x') +
+             "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP Movie.avi",
+         "Movie.avi"},
+        {"\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
+         "\tCopy /Y  /b\t\"Movie.avi_Part1\"  \"Zarn.TMP\" \t\r\nRen Zarn.TMP \"Movie.avi\"\n\x1A",
+         "Movie.avi"},
+        {"Copy \"100%PATH% \"a\" b_Part\" Zarn.TMP\n"
+         "IF EXIST \"100%PATH% \"a\" b\" Del \"100%PATH% \"a\" b\"\n"
+         "Ren Zarn.TMP \"100%PATH% \"a\" b\"\nDel \"100%PATH% \"a\" b_Part*\"\n",
+         "100%PATH% \"a\" b"},
+        {"Copy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n", "empty"},
+        {"Copy Movie.avi_Part1 Zarn.TMP\nif exist Movie.avi_Part4 copy /b Zarn.TMP + "
+         "Movie.avi_Part4 Zarn.TMP\nif exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
+         "Movie.avi"},
+    };
+    for (const auto& [script, built] : scripts) {
+        EXPECT_EQ(Run(script).message, "") << script;
+        EXPECT_TRUE(std::filesystem::remove(folder.System(built))) << script;
+    }
+    EXPECT_FALSE(folder.Has("100%PATH% \"a\" b_Part"));
+}
+
+TEST_F(JoinFixture, RefusesEveryOtherScriptBeforeItTouchesAFile) {
+    folder.MakeFolder("sub");
+    folder.Write("sub/Movie.avi_Part1", "elsewhere");
+    folder.Write("Movie.avi", "old");
+    folder.Write("Zarn.TMP", "old");
+    const std::string copy = "Copy \"Movie.avi_Part1\" Zarn.TMP\n";
+    const std::string name = "Ren Zarn.TMP \"Movie.avi\"\n";
+    const auto refuse = [this](const std::string& script, std::string_view reason) {
+        const ScriptOutcome outcome = Run(script);
+        EXPECT_EQ(outcome.status, ScriptStatus::Refused) << script;
+        EXPECT_NE(outcome.message.find(reason), std::string::npos) << script << outcome.message;
+    };
+    refuse("", "no line names");
+    refuse(copy, "no line names");
+    refuse(name, "line 1");
+    refuse("Del Movie.avi\n" + copy + name, "line 1");
+    refuse("Del \"Movie.avi_Part*\"\n" + copy + name, "line 1");
+    refuse(copy + "Del Movie.avi\nCopy /b Zarn.TMP + Movie.avi_Part2 Zarn.TMP\n" + name, "line 3");
+    for (const std::string& line :
+         {R"(Del "C:\Windows\system.ini")"s, "Del \"" + folder.Drive("Movie.avi") + "\"", "Del *"s,
+          "Del Movie.avi*"s, "Del Movie.avi_Part1"s, "Del Zarn.TMP"s, "Del Movie.avi"s,
+          "Format C:"s, "Remove x"s, R"(if exist ..\x Del "Movie.avi_Part*")"s,
+          "if not exist Movie.avi Del Movie.avi_Part*"s, "if exist Movie.avi echo x"s,
+          R"(Move "Movie.avi" "C:\elsewhere")"s, name, copy, "Rem \0x"s,
+          "Rem " + std::string(8188, 'x')}) {
+        refuse(Text({copy, name, line, "\n"}), "line 3");
+    }
+    for (const char* line :
+         {"Copy Movie.avi_Part2 Zarn.TMP", "Copy Zarn.TMP + Movie.avi_Part2 Zarn.TMP",
+          "Copy /b Zarn.TMP + Movie.avi_Part2 + Movie.avi_Part3 Zarn.TMP",
+          "Copy /b Zarn.TMP + Other_Part2 Zarn.TMP",
+          R"(Copy /b Zarn.TMP + "Movie.avi_Part2x" Zarn.TMP)", "Ren Zarn.TMP", "Ren Zarn.TMP a b",
+          "Ren Zarn.TMP a&b", R"(Ren Zarn.TMP "")", "Ren Movie.avi_Part1 Movie.avi"}) {
+        refuse(Text({copy, line, "\n", name}), "line 2");
+    }
+    for (const std::string& operands :
+         {R"(sub\Movie.avi_Part1 Zarn.TMP)"s, folder.Drive("Movie.avi_Part1") + " Zarn.TMP",
+          R"(..\Movie.avi_Part1 Zarn.TMP)"s, "Movie.avi_Part1 Movie.avi"s,
+          "Movie.avi_Part1 Zarn.TMP > x"s}) {
+        refuse(Text({"Copy ", operands, "\n", name}), "line 1");
+    }
+    for (const char* built : {"..", ".", " ", "sub\\M", "C:M", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
+                              "movie.avi_Part0.BAT", "tab\there"}) {
+        refuse(Text({"Copy \"", built, "_Part1\" Zarn.TMP\nRen Zarn.TMP \"", built, "\"\n"}),
+               "line 2");
+    }
+    EXPECT_TRUE(fileSystem.log.empty());
+    EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("Zarn.TMP"), "oldold");
+    EXPECT_EQ(folder.Names().size(), 7U);
+}
+
+TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
+    const std::string bytes = "Caf\xE9";  // a name that is no UTF-8 stands there as it is
+    for (const auto& [name, written] :
+         {std::pair("Caf\u00E9"s, EncodeText("Caf\u00E9")),
+          std::pair("\u0141\u00F3d\u017A"s, "\u0141\u00F3d\u017A"s), std::pair(bytes, bytes)}) {
+        folder.Write(name + "_Part1", "x");
+        const std::string script = "Copy \"P_Part1\" Zarn.TMP\nRen Zarn.TMP \"P\"\nDel \"P_Part*\"";
+        EXPECT_EQ(Run(Replace(script, "\"P", "\"" + written)).message, "") << written;
+        EXPECT_TRUE(folder.Has(name) && !folder.Has(name + "_Part1")) << name;
+    }
+}
+
+TEST_F(JoinFixture, LosesNothingWhenACommandFails) {
+    struct Case {
+        std::function<void()> prepare;
+        std::string message;
+        std::string kept;
+    };
+    const std::string two = folder.System("Movie.avi_Part2");
+    const std::vector<Case> cases = {
+        {[&] { std::filesystem::remove(two); }, "copy \"Movie.avi_Part2\": File not found", ""},
+        {[&] { std::filesystem::remove(two) && std::filesystem::create_directory(two); },
+         "copy \"Movie.avi_Part2\"", ""},
+        {[&] { std::filesystem::remove(two) && mkfifo(two.c_str(), 0600) == 0; },
+         "copy \"Movie.avi_Part2\": File not found", ""},
+        {[&] { fileSystem.full = "Zarn.TMP"; }, "copy \"Movie.avi_Part1\": Disk full", ""},
+        {[&] { fileSystem.undeletable = "Movie.avi"; }, "delete \"Movie.avi\"", ""},
+        {[&] { fileSystem.unmovable = "Zarn.TMP"; }, "rename \"Zarn.TMP\"", "Zarn.TMP"},
+        {[&] { fileSystem.undeletable = "Movie.avi_Part1"; }, "delete", "Movie.avi"},
+    };
+    for (const Case& failing : cases) {
+        std::filesystem::remove(two);  // it may be a folder
+        SetUp();
+        folder.Write("Movie.avi", "old");
+        fileSystem.undeletable = fileSystem.unmovable = fileSystem.full = {};
+        failing.prepare();
+        const ScriptOutcome outcome = Run(wholeScript);
+        EXPECT_EQ(outcome.status, ScriptStatus::Failed) << failing.message;
+        EXPECT_NE(outcome.message.find(failing.message), std::string::npos) << outcome.message;
+        EXPECT_EQ(folder.Has("Zarn.TMP"), failing.kept == "Zarn.TMP") << failing.message;
+        EXPECT_TRUE(outcome.message.ends_with(failing.kept)) << outcome.message;
+        EXPECT_EQ(folder.Read(failing.kept.empty() ? "Movie.avi" : failing.kept),
+                  failing.kept.empty() ? "old" : "one two three");
+        EXPECT_TRUE(folder.Has("Movie.avi_Part1") && folder.Has("Movie.avi_Part3"));
+    }
+}
+
+TEST_F(JoinFixture, FlushesBeforeItDeletesAndOnlyThen) {
+    EXPECT_EQ(Run(copies + naming).message, "");
+    EXPECT_EQ(fileSystem.log, Names{"move Zarn.TMP"});
+    fileSystem.log.clear();
+    folder.Write("Zarn.TMP", "left over");
+    EXPECT_EQ(Run(wholeScript).message, "");
+    EXPECT_EQ(fileSystem.log,
+              (Names{"delete Zarn.TMP", "flush", "delete Movie.avi", "move Zarn.TMP", "flush names",
+                     "delete Movie.avi_Part1", "delete Movie.avi_Part2", "delete Movie.avi_Part3",
+                     "delete Movie.avi_Part0.bat"}));
+    SetUp();
+    std::filesystem::remove(folder.System("Movie.avi"));
+    fileSystem.log.clear();
+    EXPECT_EQ(Run(wholeScript, {}, "join.bat").message, "");
+    fileSystem.log.resize(3);
+    EXPECT_EQ(fileSystem.log, (Names{"flush", "move Zarn.TMP", "flush names"}));
+    EXPECT_TRUE(folder.Has("join.bat"));
+}
+
+TEST_F(JoinFixture, FollowsLinksToPartsAndNoLinkInPlaceOfTheTemporaryFile) {
+    namespace fs = std::filesystem;
+    folder.Write("victim", "precious");
+    fs::rename(folder.System("Movie.avi_Part2"), folder.System("two"));
+    fs::create_symlink("two", folder.System("Movie.avi_Part2"));
+    fs::create_symlink("victim", folder.System("Zarn.TMP"));
+    const std::string withoutDel = copies.substr(copies.find("Copy"));
+    EXPECT_EQ(Run(withoutDel + naming).message, "");
+    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
+    EXPECT_EQ(folder.Read("victim"), "precious");
+}
+
+}  // namespace
+
+}  // namespace zarn::testing

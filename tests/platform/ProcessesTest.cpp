@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxProcesses.h"
+#include "runtime/RuntimeError.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+
+namespace {
+
+struct ProcessesTest : public ::testing::Test {
+    TestFolder home;
+    std::shared_ptr<PathResolver> paths = std::make_shared<PathResolver>(home.System("config"));
+
+    [[nodiscard]] LinuxProcesses Make(const std::string& interpreter = {}) const {
+        return {paths, FoldersIn(home), interpreter};
+    }
+
+    /// A processes object whose interpreter is a shell script.
+    [[nodiscard]] LinuxProcesses MakeShell(const std::string& commands) const {
+        home.Write("interpreter", "#!/bin/sh\n" + commands);
+        EXPECT_EQ(chmod(home.System("interpreter").c_str(), 0700), 0);
+        return Make(home.System("interpreter"));
+    }
+};
+
+std::int32_t CodeAtEnd(LinuxProcesses& processes, ProcessId process) {
+    std::int32_t code = StillActive;
+    while (code == StillActive) {
+        processes.Sleep(std::chrono::milliseconds(2));
+        code = processes.ExitCode(process);
+    }
+    return code;
+}
+
+ErrorNumber ErrorOfStart(LinuxProcesses& processes, const std::string& script) {
+    try {
+        static_cast<void>(processes.StartHidden(script, {}));
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return ErrorNumber::Overflow;
+}
+
+}  // namespace
+
+TEST_F(ProcessesTest, OnlyTheFirstInstanceIsTheFirst) {
+    LinuxProcesses second = Make();
+    {
+        LinuxProcesses first = Make();
+        EXPECT_FALSE(first.PreviousInstance());
+        EXPECT_FALSE(first.PreviousInstance());
+        EXPECT_TRUE(second.PreviousInstance());
+        // A child that outlives the instance does not take its place.
+        static_cast<void>(MakeShell("sleep 1").StartHidden(home.Drive("interpreter"), {}));
+    }
+    EXPECT_FALSE(second.PreviousInstance());
+    home.Write("file", "");
+    LinuxProcesses nowhere(paths, {home.System("file/config"), {}, {}});
+    EXPECT_FALSE(nowhere.PreviousInstance());
+}
+
+TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithNoInputAndNoOutput) {
+    home.MakeFolder("In Here");
+    home.Write("In Here/join.bat", "");
+    LinuxProcesses processes = MakeShell(
+        "streams=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
+        "{ pwd; echo \"$streams\"; for a in \"$@\"; do echo \"[$a]\"; done; } > seen\nexit 7\n");
+    const std::vector<std::string> arguments = {"a b", "", "\"$x"};
+    const ProcessId process = processes.StartHidden(home.Drive("In Here\\JOIN.BAT"), arguments);
+    EXPECT_EQ(CodeAtEnd(processes, process), 7);
+    EXPECT_EQ(processes.ExitCode(process), 7) << "the code stays readable";
+    EXPECT_EQ(home.Read("In Here/seen"),
+              home.System("In Here") + "\n/dev/null\n/dev/null\n/dev/null\n[" +
+                  home.System("In Here/join.bat") + "]\n[a b]\n[]\n[\"$x]\n");
+}
+
+TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {
+    LinuxProcesses processes = MakeShell("exec sleep 60");
+    const ProcessId process = processes.StartHidden(home.Drive("interpreter"), {});
+    EXPECT_EQ(processes.ExitCode(process), StillActive);
+    kill(process, SIGKILL);
+    EXPECT_EQ(CodeAtEnd(processes, process), 128 + SIGKILL);
+    EXPECT_EQ(processes.ExitCode(getpid()), -1);
+    EXPECT_EQ(ErrorOfStart(processes, home.Drive("no\\such.bat")), ErrorNumber::FileNotFound);
+    LinuxProcesses without = Make(home.System("nothing"));
+    EXPECT_EQ(ErrorOfStart(without, home.Drive("interpreter")), ErrorNumber::FileNotFound);
+}
+
+TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
+    const pid_t child = fork();
+    if (child == 0) {
+        // Downwards only, which no system refuses.
+        LinuxProcesses processes = Make();
+        processes.SetThreadPriority(-2);
+        const bool low = getpriority(PRIO_PROCESS, 0) >= 2;
+        processes.SetPriorityClass(PriorityClass::Idle);
+        processes.SetThreadPriority(0);
+        const bool idle = getpriority(PRIO_PROCESS, 0) == 19;
+        processes.SetPriorityClass(PriorityClass::RealTime);
+        const int nice = getpriority(PRIO_PROCESS, 0);
+        _exit(low && idle && (nice == 19 || nice == -15) ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(UserFoldersTest, TheEnvironmentNamesThem) {
+    struct Case {
+        const char* variable;
+        std::string configuration;
+    };
+    for (const Case& one :
+         {Case{"/x/y//", "/x/y/ZarnFileSplitter"}, Case{"", "/home/me/.config/ZarnFileSplitter"},
+          Case{"x/y", "/home/me/.config/ZarnFileSplitter"}}) {
+        setenv("HOME", "/home/me/", 1);
+        setenv("XDG_CONFIG_HOME", one.variable, 1);
+        setenv("TMPDIR", one.variable, 1);
+        unsetenv("XDG_CACHE_HOME");
+        const UserFolders folders = UserFoldersFromEnvironment();
+        EXPECT_EQ(folders.configuration, one.configuration);
+        EXPECT_EQ(folders.cache, "/home/me/.cache/ZarnFileSplitter");
+        EXPECT_EQ(folders.temporary, one.variable[0] == '/' ? "/x/y" : "");
+    }
+    unsetenv("TMPDIR");
+}
+
+TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
+    LinuxClock clock;
+    const DateTime now = clock.Now();
+    const double timer = clock.Timer();
+    const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+    const std::chrono::year_month_day date(std::chrono::year(now.year) / now.month / now.day);
+    EXPECT_LE(std::abs((std::chrono::sys_days(date) - today).count()), 1) << "time zones apart";
+    const double late = timer - ((now.hour * 60 + now.minute) * 60 + now.second);
+    EXPECT_TRUE((late >= 0 && late < 2) || timer < 2) << late;
+}
+
+}  // namespace zarn::testing

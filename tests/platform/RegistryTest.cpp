@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <random>
+#include <thread>
+
+#include "platform/linux/RegistryFile.h"
+#include "support/TestFolder.h"
+
+namespace zarn::testing {
+
+namespace {
+
+constexpr RegistryHive User = RegistryHive::CurrentUser;
+constexpr std::string_view Key = R"(Software\Zarn)";
+const std::string keyLine = "[HKEY_CURRENT_USER\\Software\\Zarn]\n";
+
+RegistryValue Text(std::string_view text) {
+    return {RegistryType::Text, std::string(text), 0};
+}
+RegistryValue Number(std::int32_t number) {
+    return {RegistryType::Number, {}, number};
+}
+
+std::string TextOf(RegistryFile& store, std::string_view name) {
+    const auto value = store.QueryValue(User, Key, name);
+    return value ? value->text : "(missing)";
+}
+
+struct RegistryTest : public ::testing::Test {
+    TestFolder home;
+    RegistryFile store{home.System()};
+};
+
+}  // namespace
+
+TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
+    RegistryFile deep(home.System("a/config"));
+    deep.SetValue(User, R"(Software\Zarn\General)", "Folder", Text(R"(C:\a "b")"));
+    deep.SetValue(User, R"(SOFTWARE\zarn\general)", "Count", Number(42));
+    deep.SetValue(User, R"(Software\Zarn\General)", "Below", Number(-1));
+    deep.SetValue(User, R"(Software\Zarn\General)", R"(Odd\"Name)", Text("caf\xC3\xA9 "));
+    deep.SetValue(User, R"(Software\Zarn\General)", "", Text(std::string_view("A\n\0\x7F", 4)));
+    deep.SetValue(User, R"(Software\Zarn\General)", "bytes",
+                  Text("\xFF"
+                       "A"));
+    EXPECT_EQ(home.Read("a/config/settings.reg"),
+              "; Zarn File Splitter settings\n"
+              "\n"
+              "[HKEY_CURRENT_USER\\Software]\n"
+              "\n" +
+                  keyLine +
+                  "\n"
+                  "[HKEY_CURRENT_USER\\Software\\Zarn\\General]\n"
+                  "@=hex(1):41,0a,00,7f\n"
+                  "\"Below\"=dword:ffffffff\n"
+                  "\"bytes\"=hex(1):ff,41\n"
+                  "\"Count\"=dword:0000002a\n"
+                  "\"Folder\"=\"C:\\\\a \\\"b\\\"\"\n"
+                  "\"Odd\\\\\\\"Name\"=\"caf\xC3\xA9 \"\n");
+    for (const auto& [name, mode] :
+         {std::pair("a", 0700U), std::pair("a/config", 0700U),
+          std::pair("a/config/settings.reg", 0600U), std::pair("a/config/settings.lock", 0600U)}) {
+        struct stat status {};
+        ASSERT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
+        EXPECT_EQ(status.st_mode & 0777U, mode) << name;
+    }
+}
+
+TEST_F(RegistryTest, ValuesComeBackWhateverTheirBytesAndTheCaseOfNames) {
+    for (const std::string_view text :
+         {std::string_view(""), std::string_view(" \\\" ] = ; "), std::string_view("a\0b", 3),
+          std::string_view("\r\n\t\x1B"), std::string_view("\xC3"), std::string_view("\xC2\x81")}) {
+        store.SetValue(User, Key, "Name", Text(text));
+        EXPECT_EQ(TextOf(store, "nAME"), text);
+    }
+    for (const std::int32_t number : {0, 1, -1, INT32_MAX, INT32_MIN}) {
+        store.SetValue(User, R"(SOFTWARE\zarn)", "name", Number(number));
+        const auto value = store.QueryValue(User, Key, "Name");
+        ASSERT_TRUE(value && value->type == RegistryType::Number);
+        EXPECT_EQ(value->number, number);
+    }
+    EXPECT_NE(home.Read("settings.reg").find("\"Name\"="), std::string::npos);
+    store.SetValue(User, Key, "\xC3\xA9t\xC3\xA9", Text("summer"));
+    EXPECT_EQ(TextOf(store, "\xC3\x89T\xC3\x89"), "summer");
+}
+
+TEST_F(RegistryTest, KeysComeAndGo) {
+    EXPECT_FALSE(store.KeyExists(User, Key));
+    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::NotFound);
+    EXPECT_EQ(store.DeleteValue(User, Key, "a"), RegistryStatus::NotFound);
+    EXPECT_EQ(store.CreateKey(User, R"(Software\Zarn\Below)"), RegistryStatus::Success);
+    EXPECT_EQ(store.CreateKey(User, R"(Software\Zarn Other)"), RegistryStatus::Success);
+    EXPECT_TRUE(store.KeyExists(User, R"(software\ZARN)"));
+    EXPECT_EQ(store.SetValue(User, Key, "a", Number(1)), RegistryStatus::Success);
+    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::Failed);
+    EXPECT_EQ(store.DeleteKey(User, R"(Software\Zarn\Below)"), RegistryStatus::Success);
+    EXPECT_EQ(store.DeleteValue(User, Key, "A"), RegistryStatus::Success);
+    EXPECT_FALSE(store.QueryValue(User, Key, "a"));
+    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::Success);
+    EXPECT_TRUE(store.KeyExists(User, "Software"));
+    for (const std::string_view path : {"", "\\", "a\\", "\\a", "a\\\\b", "a\nb"}) {
+        EXPECT_EQ(store.CreateKey(User, path), RegistryStatus::Failed) << path;
+    }
+    EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), RegistryStatus::Failed);
+}
+
+TEST_F(RegistryTest, AFileWrittenByHandIsTakenAndOtherTypesStay) {
+    home.Write("settings.reg", "[HKEY_CURRENT_USER\\SOFTWARE]\n; mine\n\n" + keyLine +
+                                   "\"other\"=hex(2):41,0A\n\"plain\"=hex:\n\"twice\"=\"a\"\n"
+                                   "\"TWICE\"=dword:0000000F\n\"b\"=hex(1):4a,4B\n");
+    EXPECT_EQ(store.QueryValue(User, Key, "other").value().type, RegistryType::Other);
+    EXPECT_EQ(store.QueryValue(User, Key, "twice").value().number, 15);
+    EXPECT_EQ(TextOf(store, "b"), "JK");
+    const std::string before = home.Read("settings.reg");
+    store.SetValue(User, Key, "B", Text("JK"));
+    EXPECT_EQ(home.Read("settings.reg"), before) << "nothing changed, the file stays";
+    store.SetValue(User, Key, "b", Text("L"));
+    EXPECT_EQ(home.Read("settings.reg"),
+              "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\SOFTWARE]\n\n" + keyLine +
+                  "\"b\"=\"L\"\n\"other\"=hex(2):41,0A\n\"plain\"=hex:\n"
+                  "\"TWICE\"=dword:0000000f\n");
+}
+
+TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
+    const std::string good = keyLine + "\"a\"=\"b\"\n";
+    std::vector<std::string> damaged = {good + R"("c"="d")", "\"a\"=\"b\"\n",
+                                        "[HKEY_LOCAL_MACHINE\\Software\\Zarn]\n"};
+    for (const char* line :
+         {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:2a)",
+          R"("c"=dword:-000002a)", R"("c"=dword:0000002a0)", R"("c"=hex(1):4,41)",
+          R"("c"=hex(1):41,)", R"("c"=hex():41)", R"("c"=1)", R"([HKEY_CURRENT_USER\A)",
+          R"([HKEY_CURRENT_USER\A\\B])"}) {
+        damaged.push_back(good + line + "\n");
+    }
+    int number = 0;
+    for (const std::string& text : damaged) {
+        home.Write("settings.reg", text);
+        EXPECT_EQ(TextOf(store, "a"), "(missing)") << text;
+        EXPECT_EQ(home.Read("settings.reg"), text) << "a read changes nothing";
+        EXPECT_EQ(store.SetValue(User, Key, "new", Text("x")), RegistryStatus::Success);
+        EXPECT_EQ(TextOf(store, "new"), "x");
+        ++number;
+        EXPECT_EQ(home.Read("settings.reg.damaged" +
+                            (number == 1 ? std::string() : "-" + std::to_string(number))),
+                  text);
+    }
+}
+
+TEST_F(RegistryTest, AStoreThatCannotBeReachedFailsAndStays) {
+    home.Write("file", "x");
+    RegistryFile below(home.System("file/config"));
+    EXPECT_EQ(below.SetValue(User, Key, "a", Text("b")), RegistryStatus::Failed);
+    EXPECT_FALSE(below.QueryValue(User, Key, "a"));
+    home.MakeFolder("settings.reg");
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), RegistryStatus::Failed);
+    EXPECT_FALSE(store.QueryValue(User, Key, "a"));
+    EXPECT_EQ(home.Names(), (std::vector<std::string>{"file", "settings.lock", "settings.reg"}));
+}
+
+TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {
+    store.SetValue(User, Key, "filler", Text(std::string(30000, 'x')));
+    std::mt19937 random(static_cast<unsigned>(::testing::UnitTest::GetInstance()->random_seed()));
+    for (int round = 0; round < 30; ++round) {
+        std::array<int, 2> done{};
+        ASSERT_EQ(pipe(done.data()), 0);
+        store.SetValue(User, Key, "step", Number(0));
+        const pid_t child = fork();
+        if (child == 0) {
+            for (std::int32_t step = 1; step <= 200; ++step) {
+                store.SetValue(User, Key, "step", Number(step));
+                if (write(done[1], &step, sizeof step) != sizeof step) {
+                    break;
+                }
+            }
+            _exit(0);
+        }
+        close(done[1]);
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        std::int32_t last = 0;
+        while (read(done[0], &last, sizeof last) == sizeof last) {
+        }
+        close(done[0]);
+        ASSERT_TRUE(ParseRegistry(home.Read("settings.reg")));
+        const std::int32_t stored = store.QueryValue(User, Key, "step").value().number;
+        ASSERT_TRUE(stored == last || stored == last + 1) << stored << " after " << last;
+    }
+    store.SetValue(User, Key, "step", Number(-1));
+    EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+}
+
+TEST_F(RegistryTest, ProcessesThatWriteAtOnceLoseNothing) {
+    constexpr int Writers = 4;
+    constexpr int Values = 25;
+    for (int writer = 0; writer < Writers; ++writer) {
+        if (fork() == 0) {
+            for (int value = 0; value < Values; ++value) {
+                store.SetValue(User, Key, std::to_string(writer * Values + value), Text("x"));
+            }
+            _exit(0);
+        }
+    }
+    while (wait(nullptr) > 0) {
+    }
+    for (int value = 0; value < Writers * Values; ++value) {
+        EXPECT_EQ(TextOf(store, std::to_string(value)), "x") << value;
+    }
+}
+
+}  // namespace zarn::testing

@@ -1,0 +1,67 @@
+#include <algorithm>
+
+#include "shell/ShellFixture.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr const char* MissingSource = "Error\nParameter /F=(SourceFile) is missing ...\n";
+
+TEST_F(Shell, ShowsHelp) {
+    const std::string help = Start({"?"}).output;
+    EXPECT_TRUE(help.starts_with("Command Line Help\n"));
+    EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 39);
+    for (const char* text :
+         {"\n/CL=\n", "\n/?  or  /H\n", "Syntax :   /PN:500\n", "only for test pourpouses.\n",
+          "\"Delete Parts after join\" Clause will be included in the joint program. (Optional)\n",
+          "if ommited will be assumed as destination path the same as Source File and finally"}) {
+        EXPECT_NE(help.find(text), std::string::npos) << text;
+    }
+    for (const char* line : {"/H", "/h", "/F=a/home=1", "/PN=2 what?", "C:\\really?"}) {
+        EXPECT_EQ(Start({line}).output, help) << line;
+    }
+}
+
+TEST_F(Shell, RefusesASecondInstance) {
+    const Platform first = MakeLinuxPlatform(UserFoldersFromEnvironment());
+    ASSERT_FALSE(first.processes->PreviousInstance());
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"help"}, {"/H"}, {Source(), "/PN=2"}}) {
+        const ProgramResult result = Start(arguments);
+        EXPECT_EQ(result.error,
+                  "Error\nPrevious instance of Zarn File Splitter is running.   \n\n"
+                  "New instance will be closed.\n");
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_TRUE(Start({"/?"}).output.starts_with("Command Line Help"));
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"data.bin"});
+}
+
+TEST_F(Shell, TakesALineWithoutSwitchesForAFile) {
+    const std::string noWindow = "This build of Zarn File Splitter has no window";
+    const std::string advice = "; start it with /? to see what it does without one.\n";
+    EXPECT_EQ(Start({}).error, noWindow + advice);
+    EXPECT_EQ(Start({" ", " "}).error, noWindow + advice);
+    const auto opens = [&](const std::vector<std::string>& arguments, const std::string& file) {
+        EXPECT_EQ(Start(arguments).error, noWindow + " to open " + file + " in" + advice);
+    };
+    opens({"help"}, "help");
+    opens({"\"c:\\a", "b\\c.dat\""}, "c:\\a b\\c.dat");
+    folder.Write("my file.bin", "x");
+    opens({folder.System("my file.bin")}, folder.Drive("my file.bin"));
+}
+
+TEST_F(Shell, HandsOverNothingButOneExistingFile) {
+    EXPECT_EQ(Start({folder.System()}).error, MissingSource);
+    EXPECT_EQ(Start({folder.System("absent")}).error, MissingSource);
+    EXPECT_EQ(Start({folder.System("data.bin"), "x"}).error, MissingSource);
+    folder.Write("back\\slash", "x");
+    EXPECT_EQ(Start({folder.System("back\\slash")}).error,
+              "Error\nA name with a backslash in it cannot be used here:\n" +
+                  folder.System("back\\slash") + "\n");
+    EXPECT_EQ(Start({Source() + " /PN=2 /TEST"}).error,
+              "Information\nScript Checked Successfully !\n");
+}
+
+}  // namespace
+}  // namespace zarn::testing
