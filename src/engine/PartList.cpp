@@ -23,7 +23,7 @@ void PartList::Reset() {
 
 void PartList::Add(std::string_view path) {
     paths_.back() = path;
-    names_.back() = LastPathItem(path);
+    names_.back() = FunctionLastPathItem(path);
     paths_.emplace_back();
     names_.emplace_back();
 }

@@ -16,7 +16,7 @@ std::string WholeText(double number) {
 }  // namespace
 
 std::string FunctionBasePath(std::string_view path, std::string_view folder) {
-    return std::string(folder).append(LastPathItem(path));
+    return std::string(folder).append(FunctionLastPathItem(path));
 }
 
 std::string FunctionPartNumber(double number, double total) {

@@ -44,7 +44,7 @@ const std::string& SplitterEngine::tabFilesMatrix(std::int32_t index) const {
 }
 
 std::string SplitterEngine::ConvertFileName(std::string_view path, std::string_view suffix) {
-    return std::string(LastPathItem(path)).append(suffix);
+    return std::string(FunctionLastPathItem(path)).append(suffix);
 }
 
 bool SplitterEngine::SplittFile(const std::string& source, const std::string& destination,
@@ -75,18 +75,22 @@ std::int32_t SplitterEngine::FunctionCheckSpaceRemovable(std::string_view path) 
 }
 
 void SplitterEngine::FlushOutput() {
-    FileSystem& fileSystem = *shared_.Platform().fileSystem;
     std::string folder = Files::FunctionPath(basePath_);
     if (folder.empty()) {
-        folder = fileSystem.CurrentFolder();
+        folder = ".";
     }
     if (shared_.Files().FolderExist(folder)) {
-        fileSystem.FlushVolume(folder);
+        shared_.Platform().fileSystem->FlushVolume(folder);
     }
 }
 
 double SplitterEngine::FreeBytes(std::string_view path) {
-    return NumberPrefix(shared_.Files().GetUnitFreeSpaceBytesAbsolute(path));
+    return BytesOfText(shared_.Files().GetUnitFreeSpaceBytesAbsolute(path));
+}
+
+// Empty for a path that names no unit.
+double SplitterEngine::BytesOfText(std::string_view text) {
+    return text.empty() ? 0 : NumberFromText(text, shared_.Separators());
 }
 
 void SplitterEngine::DeleteFilesMatrix() {

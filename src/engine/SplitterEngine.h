@@ -65,6 +65,7 @@ class SplitterEngine {
     class Run;
 
     [[nodiscard]] double FreeBytes(std::string_view path);
+    [[nodiscard]] double BytesOfText(std::string_view text);
     void DeleteFilesMatrix();
     void RaiseRemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
                              double& partSize);

@@ -15,9 +15,11 @@ bool IsControl(char byte) {
     return code < ' ' || code == DeleteCode;
 }
 
+// A colon behind one character makes a drive of it; elsewhere it is part of the name.
 bool IsBareName(std::string_view name) {
-    return !Trim(name).empty() && name != "." && name != ".." &&
-           name.find_first_of("\\/:*?") == std::string_view::npos &&
+    const bool namesDrive = name.size() > 1 && name[1] == ':';
+    return !namesDrive && !Trim(name).empty() && name != "." && name != ".." &&
+           name.find_first_of("\\/*?") == std::string_view::npos &&
            std::none_of(name.begin(), name.end(), IsControl);
 }
 
@@ -167,9 +169,9 @@ bool JoinScriptParser::AddMove(const ScriptStatement& statement) {
             }
             const auto source = OperandName(TrimBlanks(
                 statement.operands.substr(0, statement.operands.size() - target.size())));
-            if (source && SameName(LastPathItem(*source), script_.original)) {
+            if (source && SameName(FunctionLastPathItem(*source), script_.original)) {
                 script_.moveFolder =
-                    source->substr(0, source->size() - LastPathItem(*source).size());
+                    source->substr(0, source->size() - FunctionLastPathItem(*source).size());
                 script_.moveLine = statement.line;
                 return AddCommand(ScriptAction::MoveToDestination, Stage::Renamed, Stage::Renamed,
                                   Stage::Moved);

@@ -242,7 +242,7 @@ void JoinScriptRunner::Doing(std::string_view verb, std::string_view file) {
 std::string JoinScriptRunner::Failure(const RuntimeError& error) {
     std::string message = "cannot " + verb_ + " \"" + file_ + "\": " + error.what();
     if (!complete_.empty()) {
-        const bool bare = LastPathItem(complete_) == complete_;
+        const bool bare = FunctionLastPathItem(complete_) == complete_;
         message += "\nThe joined file is complete: ";
         message += bare ? fileSystem_.CurrentFolder() + complete_ : complete_;
     } else if (temporary_) {

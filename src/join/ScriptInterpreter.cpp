@@ -36,7 +36,7 @@ ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view d
     if (MovesFromElsewhere(accepted, folder)) {
         return Refused({accepted.moveLine, "the file to be moved is in another folder"});
     }
-    JoinScriptRunner runner(fileSystem_, accepted, LastPathItem(script), destination);
+    JoinScriptRunner runner(fileSystem_, accepted, FunctionLastPathItem(script), destination);
     if (std::optional<std::string> failure = runner.Run()) {
         return {ScriptStatus::Failed, std::move(*failure)};
     }
@@ -49,9 +49,9 @@ ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view bytes, std:
     if (!destination.empty()) {
         spellings.emplace_back(destination);
     }
-    const std::string_view name = LastPathItem(script);
+    const std::string_view name = FunctionLastPathItem(script);
     Checked decoded = JoinScriptParser(name, spellings).Parse(DecodeText(bytes));
-    if (IsUtf8(bytes) || FindsParts(decoded)) {
+    if (IsUtf8(bytes) || FindsFirstPart(decoded)) {
         return decoded;
     }
     // A file of bytes as they stand may have the destination's other characters encoded.
@@ -59,12 +59,13 @@ ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view bytes, std:
         spellings.push_back(EncodeText(destination));
     }
     Checked raw = JoinScriptParser(name, spellings).Parse(bytes);
-    return FindsParts(raw) ? raw : decoded;
+    return FindsFirstPart(raw) ? raw : decoded;
 }
 
-bool ScriptInterpreter::FindsParts(const Checked& checked) {
+// By its very name: another spelling may be a part of another file.
+bool ScriptInterpreter::FindsFirstPart(const Checked& checked) {
     const auto* script = std::get_if<JoinScript>(&checked);
-    return script != nullptr && fileSystem_.FindFile(script->FirstPart()).has_value();
+    return script != nullptr && fileSystem_.FindFile(script->FirstPart()) == script->FirstPart();
 }
 
 // Two spellings of a path can be one folder, so the system says what the current one is called.

@@ -39,7 +39,7 @@ class ScriptInterpreter {
 
     [[nodiscard]] Checked Check(std::string_view bytes, std::string_view script,
                                 std::string_view destination);
-    [[nodiscard]] bool FindsParts(const Checked& checked);
+    [[nodiscard]] bool FindsFirstPart(const Checked& checked);
     [[nodiscard]] bool MovesFromElsewhere(const JoinScript& script, std::string_view folder);
 
     FileSystem& fileSystem_;

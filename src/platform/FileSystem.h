@@ -110,6 +110,10 @@ class FileSystem {
     /// mount point that holds it. Nothing if a name in it holds a backslash.
     [[nodiscard]] virtual std::optional<std::string> DrivePath(std::string_view systemPath) = 0;
 
+    /// The absolute path of an existing file or folder with its names as they are spelled in their
+    /// folders. Nothing if there is no such file, or a name in its path holds a backslash.
+    [[nodiscard]] virtual std::optional<std::string> SpelledPath(std::string_view path) = 0;
+
     /// A closed file of this file system.
     [[nodiscard]] virtual std::unique_ptr<LargeFileAccess> MakeLargeFile() = 0;
 };

@@ -154,7 +154,7 @@ bool Contains(std::string_view text, std::string_view what) {
     return text.find(what) != std::string_view::npos;
 }
 
-std::string_view LastPathItem(std::string_view path) {
+std::string_view FunctionLastPathItem(std::string_view path) {
     return path.substr(path.rfind('\\') + 1);
 }
 

@@ -50,7 +50,7 @@ std::string MomentText(const DateTime& moment, const LocaleSeparators& separator
 }  // namespace
 
 void BatchGenerator::OriginalFile(std::string_view fileName) {
-    originalFile_ = Quoted(LastPathItem(fileName));
+    originalFile_ = Quoted(FunctionLastPathItem(fileName));
 }
 
 void BatchGenerator::FilesADD(std::string_view fileName) {

@@ -1,9 +1,12 @@
 #include "shell/CommandLineParser.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -49,12 +52,8 @@ std::string_view ValueError(const CommandLineSwitch& given) {
 }
 
 bool Has(const std::vector<CommandLineSwitch>& switches, std::string_view key) {
-    for (const CommandLineSwitch& given : switches) {
-        if (given.key == key) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(switches.begin(), switches.end(),
+                       [key](const CommandLineSwitch& given) { return given.key == key; });
 }
 
 std::optional<std::string> CheckDestination(std::string& folder, Files& files) {
@@ -72,13 +71,21 @@ std::optional<std::string> CheckDestination(std::string& folder, Files& files) {
     return std::nullopt;
 }
 
-double PartSizeOf(std::string_view value) {
+double BytesOf(double number, double unit) {
     constexpr int Places = 2;
+    const double bytes = RoundHalfEven(number * unit, Places);
+    if (!std::isfinite(bytes)) {
+        throw RuntimeError(ErrorNumber::Overflow);
+    }
+    return bytes;
+}
+
+double PartSizeOf(std::string_view value) {
     if (Right(value, 2) == "GB") {
-        return RoundHalfEven(NumberPrefix(Replace(value, "GB", "")) * Gigabyte, Places);
+        return BytesOf(NumberPrefix(Replace(value, "GB", "")), Gigabyte);
     }
     const double number = NumberPrefix(Replace(value, "MB", ""));
-    return number == FloppyMegabytes ? FloppyBytes : RoundHalfEven(number * Megabyte, Places);
+    return number == FloppyMegabytes ? FloppyBytes : BytesOf(number, Megabyte);
 }
 
 void TakeFlag(const std::string& key, CommandLineJob& job) {
@@ -153,11 +160,28 @@ std::optional<std::string> CheckSwitches(const std::vector<CommandLineSwitch>& s
     return std::nullopt;
 }
 
+std::string LastSource(const std::vector<CommandLineSwitch>& switches) {
+    const auto found =
+        std::find_if(switches.rbegin(), switches.rend(),
+                     [](const CommandLineSwitch& given) { return given.key == "F"; });
+    return found == switches.rend() ? std::string() : found->value;
+}
+
+bool SourceIsAmbiguous(const std::vector<CommandLineSwitch>& typed,
+                       const std::vector<CommandLineSwitch>& switches, FileSystem& fileSystem) {
+    return fileSystem.SpelledPath(LastSource(typed)) !=
+           fileSystem.SpelledPath(LastSource(switches));
+}
+
+std::string MissingSourceText(std::string_view source) {
+    return "Source File : " + std::string(source) + "\rNot exist, verify file name and Path ";
+}
+
 std::optional<std::string> CheckPaths(std::vector<CommandLineSwitch>& switches, Files& files) {
     for (CommandLineSwitch& given : switches) {
         std::optional<std::string> error;
         if (given.key == "F" && !files.FileExist(given.value)) {
-            error = "Source File : " + given.value + "\rNot exist, verify file name and Path ";
+            error = MissingSourceText(given.value);
         } else if (given.key == "D") {
             error = CheckDestination(given.value, files);
         }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/FileSystem.h"
 #include "settings/Files.h"
 
 namespace zarn {
@@ -44,6 +45,19 @@ struct CommandLineJob {
 /// of the first error.
 [[nodiscard]] std::optional<std::string> CheckSwitches(
     const std::vector<CommandLineSwitch>& switches);
+
+/// The source that a run takes, the last of several; empty if there is none.
+[[nodiscard]] std::string LastSource(const std::vector<CommandLineSwitch>& switches);
+
+/// True if the source as it was typed leads to another file than its upper-case name, or to none:
+/// several names differ in case alone, and nobody can say which of them is meant.
+/// `typed` are the switches of the line as it was before it was normalised.
+[[nodiscard]] bool SourceIsAmbiguous(const std::vector<CommandLineSwitch>& typed,
+                                     const std::vector<CommandLineSwitch>& switches,
+                                     FileSystem& fileSystem);
+
+/// The message for a source that does not exist.
+[[nodiscard]] std::string MissingSourceText(std::string_view source);
 
 /// Checks source and destination. The destination ends in a backslash afterwards, and a missing one
 /// is made, also where the result is an error. Returns the message of the first error.

@@ -40,6 +40,20 @@ void SplitSource(CommandLineJob& job, SharedObjects& shared) {
     }
 }
 
+// Puts the setting back at the end of the run, however it ends.
+class RestoredDeleteSplitParts {
+  public:
+    RestoredDeleteSplitParts(Parameters& parameters, std::int16_t value)
+        : parameters_(parameters), value_(value) {}
+    RestoredDeleteSplitParts(const RestoredDeleteSplitParts&) = delete;
+    RestoredDeleteSplitParts& operator=(const RestoredDeleteSplitParts&) = delete;
+    ~RestoredDeleteSplitParts() { SetDeleteSplitParts(parameters_, value_); }
+
+  private:
+    Parameters& parameters_;
+    std::int16_t value_;
+};
+
 void RunJob(CommandLineJob job, SharedObjects& shared) {
     Parameters& parameters = shared.Parameters();
     const std::int16_t remembered = parameters.DeleteSplitParts();
@@ -49,24 +63,33 @@ void RunJob(CommandLineJob job, SharedObjects& shared) {
         shared.Messages().Information("Script Checked Successfully !");
         return;
     }
+    const RestoredDeleteSplitParts restored(parameters, remembered);
     if (job.compress) {
         shared.Messages().Error("Compression is not available in this build.");
     } else {
         SplitSource(job, shared);
     }
-    SetDeleteSplitParts(parameters, remembered);
+}
+
+std::optional<std::string> FindError(const std::vector<CommandLineSwitch>& typed,
+                                     std::vector<CommandLineSwitch>& switches,
+                                     SharedObjects& shared) {
+    if (std::optional<std::string> error = CheckSwitches(switches)) {
+        return error;
+    }
+    if (SourceIsAmbiguous(typed, switches, *shared.Platform().fileSystem)) {
+        return MissingSourceText(LastSource(switches));
+    }
+    return CheckPaths(switches, shared.Files());
 }
 
 }  // namespace
 
 void RunCommandLine(std::string& line, SharedObjects& shared) {
+    const std::vector<CommandLineSwitch> typed = SplitCommandLine(line);
     line = NormaliseCommandLine(line);
     std::vector<CommandLineSwitch> switches = SplitCommandLine(line);
-    std::optional<std::string> error = CheckSwitches(switches);
-    if (!error) {
-        error = CheckPaths(switches, shared.Files());
-    }
-    if (error) {
+    if (const std::optional<std::string> error = FindError(typed, switches, shared)) {
         shared.Messages().Error(*error);
         return;
     }

@@ -13,8 +13,8 @@ namespace zarn {
 /// A valid line that asks for compression ends in a message, with nothing split or deleted.
 ///
 /// Before `/DS` deletes the source, parts and join script are on the medium. `/DP`, or its absence,
-/// holds as the setting for this run and no longer, except that a `/TEST` run, or one that raises,
-/// leaves the setting as the line asked for it.
+/// holds as the setting for this run and no longer, except that a `/TEST` run leaves the setting as
+/// the line asked for it.
 /// Raises file errors of that flush, and overflow for a number beyond 32 bits.
 void RunCommandLine(std::string& line, SharedObjects& shared);
 

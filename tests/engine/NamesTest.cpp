@@ -1,4 +1,4 @@
-#include <array>
+#include <tuple>
 
 #include "engine/EngineFixture.h"
 #include "engine/PartNames.h"
@@ -7,24 +7,14 @@ namespace zarn::testing {
 namespace {
 
 TEST(PartNamesTest, WidthComesFromTheTotal) {
-    struct Case {
-        double number;
-        double total;
-        const char* text;
+    using Case = std::tuple<double, double, const char*>;
+    const std::vector<Case> cases = {
+        {1, 1, "1"},     {7, 9, "7"},       {1, 10, "01"}, {7, 99, "07"},
+        {7, 100, "007"}, {7, 9999, "0007"}, {12, 9, "1"},  {123, 10, "12"},
+        {7, 10000, ""},  {7, 0, ""},        {1, -3, ""},
     };
-    constexpr std::array<Case, 11> Cases = {{{1, 1, "1"},
-                                             {7, 9, "7"},
-                                             {1, 10, "01"},
-                                             {7, 99, "07"},
-                                             {7, 100, "007"},
-                                             {7, 9999, "0007"},
-                                             {12, 9, "1"},
-                                             {123, 10, "12"},
-                                             {7, 10000, ""},
-                                             {7, 0, ""},
-                                             {1, -3, ""}}};
-    for (const Case& one : Cases) {
-        EXPECT_EQ(FunctionPartNumber(one.number, one.total), one.text) << one.total;
+    for (const auto& [number, total, text] : cases) {
+        EXPECT_EQ(FunctionPartNumber(number, total), text) << total;
     }
     EXPECT_EQ(PartPath(FunctionBasePath(R"(D:\a\data)", R"(C:\OUT\)"), 3, 12),
               R"(C:\OUT\data_Part03)");

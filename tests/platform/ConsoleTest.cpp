@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <tuple>
 
 #include "platform/linux/ConsoleMessageBoxes.h"
 #include "platform/linux/FileDescriptor.h"
@@ -60,26 +61,20 @@ TEST(ConsoleTest, ABoxIsItsTitleAndItsText) {
 }
 
 TEST(ConsoleTest, AQuestionIsAnsweredByALine) {
-    struct Case {
-        std::string_view input;
-        BoxAnswer answer;
-        int prompts;
-        std::string_view notRead;
-    };
-    for (const Case& one :
+    using Case = std::tuple<std::string_view, BoxAnswer, int, std::string_view>;
+    for (const auto& [input, answer, prompts, notRead] :
          {Case{"y\nrest\n", BoxAnswer::Yes, 1, "rest\n"}, Case{" YES \n", BoxAnswer::Yes, 1, ""},
           Case{"y", BoxAnswer::Yes, 1, ""}, Case{"no\ny\n", BoxAnswer::No, 1, "y\n"},
           Case{"N\n", BoxAnswer::No, 1, ""}, Case{"", BoxAnswer::No, 1, ""},
           Case{"yy\n\ny\n", BoxAnswer::Yes, 3, ""}, Case{"what", BoxAnswer::No, 2, ""}}) {
-        const Shown box =
-            ShowWithInput({"", "Sure?", BoxIcon::Question, BoxButtons::YesNo}, one.input);
+        const Shown box = ShowWithInput({"", "Sure?", BoxIcon::Question, BoxButtons::YesNo}, input);
         std::string output = "Sure?\n";
-        for (int prompt = 0; prompt < one.prompts; ++prompt) {
+        for (int prompt = 0; prompt < prompts; ++prompt) {
             output += "[y/n] ";
         }
-        EXPECT_EQ(box.answer, one.answer) << one.input;
-        EXPECT_EQ(box.output, output) << one.input;
-        EXPECT_EQ(box.notRead, one.notRead) << one.input;
+        EXPECT_EQ(box.answer, answer) << input;
+        EXPECT_EQ(box.output, output) << input;
+        EXPECT_EQ(box.notRead, notRead) << input;
     }
     // A standard input that is closed is at its end.
     Pipe out;

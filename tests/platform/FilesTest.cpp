@@ -8,11 +8,13 @@
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/Wildcard.h"
+#include "support/ErrorOf.h"
 #include "support/TestFolder.h"
 
 namespace zarn {
 namespace {
 
+using testing::ErrorOf;
 using testing::TestFolder;
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
@@ -20,17 +22,6 @@ using Names = std::vector<std::string>;
 class FilesOfLinux : public ::testing::Test {
   protected:
     void TearDown() override { fs::current_path(before); }
-
-    template <typename Call>
-    ErrorNumber ErrorOf(Call call) {
-        try {
-            call();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        ADD_FAILURE() << "nothing was raised";
-        return {};
-    }
 
     mode_t Rights(const std::string& path) {
         struct stat status = {};
@@ -50,36 +41,21 @@ TEST_F(FilesOfLinux, KnowsFoldersFromFiles) {
     fs::create_symlink("Sub", folder.System("toSub"));
     fs::create_symlink("file", folder.System("toFile"));
     fs::create_symlink("none", folder.System("toNone"));
-    struct Case {
-        std::string path;
-        bool isFolder;
-        bool isFile;
-    };
-    const std::vector<Case> cases = {
-        {folder.Drive("SUB") + "\\\\", true, false},
-        {folder.Drive("toSub"), true, false},
-        {folder.Drive("FILE"), false, true},
-        {folder.Drive("toFile"), false, true},
-        {folder.Drive("toNone"), false, false},
-        {folder.Drive("file\\x"), false, false},
-        {folder.Drive("none"), false, false},
-        {"", false, false},
-        {"C:\\", true, false},
-        {"B:\\", false, false},
-        {R"(\\server\share\)", false, false},
-    };
-    for (const Case& example : cases) {
-        EXPECT_EQ(files.FolderExists(example.path), example.isFolder) << example.path;
-        EXPECT_EQ(files.Attributes(example.path).has_value(), example.isFolder || example.isFile)
-            << example.path;
-        if (example.isFile) {
-            EXPECT_EQ(files.FileSize(example.path), 5) << example.path;
-            EXPECT_EQ(files.ReadFile(example.path, 5), "12345") << example.path;
-        } else {
-            EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(example.path); }),
-                      ErrorNumber::FileNotFound)
-                << example.path;
-        }
+    for (const std::string& path :
+         {folder.Drive("SUB") + "\\\\", folder.Drive("toSub"), std::string("C:\\")}) {
+        EXPECT_TRUE(files.FolderExists(path) && files.Attributes(path)) << path;
+        EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(path); }), ErrorNumber::FileNotFound) << path;
+    }
+    for (const std::string& path : {folder.Drive("FILE"), folder.Drive("toFile")}) {
+        EXPECT_TRUE(!files.FolderExists(path) && files.Attributes(path)) << path;
+        EXPECT_EQ(files.FileSize(path), 5) << path;
+        EXPECT_EQ(files.ReadFile(path, 5), "12345") << path;
+    }
+    for (const std::string& path :
+         {folder.Drive("toNone"), folder.Drive("file\\x"), folder.Drive("none"), std::string(),
+          std::string("B:\\"), std::string(R"(\\server\share\)")}) {
+        EXPECT_FALSE(files.FolderExists(path) || files.Attributes(path)) << path;
+        EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(path); }), ErrorNumber::FileNotFound) << path;
     }
     EXPECT_EQ(ErrorOf([&] { (void)files.ReadFile(folder.Drive("file"), 4); }),
               ErrorNumber::DiskFull);

@@ -4,12 +4,14 @@
 #include <filesystem>
 
 #include "platform/linux/LinuxLargeFile.h"
+#include "support/ErrorOf.h"
 #include "support/ForwardingLargeFile.h"
 #include "support/TestFolder.h"
 
 namespace zarn {
 namespace {
 
+using testing::ErrorOf;
 using testing::ForwardingLargeFile;
 using testing::TestBytes;
 using testing::TestFolder;
@@ -24,17 +26,6 @@ class LargeFile : public ::testing::Test {
             size += count;
         }
         return bytes.substr(0, size);
-    }
-
-    template <typename Call>
-    ErrorNumber ErrorOf(Call call) {
-        try {
-            call();
-        } catch (const RuntimeError& error) {
-            return error.Number();
-        }
-        ADD_FAILURE() << "nothing was raised";
-        return {};
     }
 
     TestFolder folder;

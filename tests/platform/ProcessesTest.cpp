@@ -8,10 +8,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <thread>
+#include <tuple>
 
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxProcesses.h"
-#include "runtime/RuntimeError.h"
+#include "support/ErrorOf.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -43,13 +44,8 @@ std::int32_t CodeAtEnd(LinuxProcesses& processes, ProcessId process) {
     return code;
 }
 
-ErrorNumber ErrorOfStart(LinuxProcesses& processes, const std::string& script) {
-    try {
-        static_cast<void>(processes.StartHidden(script, {}));
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return ErrorNumber::Overflow;
+std::optional<ErrorNumber> ErrorOfStart(LinuxProcesses& processes, const std::string& script) {
+    return ErrorOf([&] { static_cast<void>(processes.StartHidden(script, {})); });
 }
 
 }  // namespace
@@ -117,21 +113,18 @@ TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    struct Case {
-        const char* variable;
-        std::string configuration;
-    };
-    for (const Case& one :
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [variable, configuration] :
          {Case{"/x/y//", "/x/y/ZarnFileSplitter"}, Case{"", "/home/me/.config/ZarnFileSplitter"},
           Case{"x/y", "/home/me/.config/ZarnFileSplitter"}}) {
         setenv("HOME", "/home/me/", 1);
-        setenv("XDG_CONFIG_HOME", one.variable, 1);
-        setenv("TMPDIR", one.variable, 1);
+        setenv("XDG_CONFIG_HOME", variable, 1);
+        setenv("TMPDIR", variable, 1);
         unsetenv("XDG_CACHE_HOME");
         const UserFolders folders = UserFoldersFromEnvironment();
-        EXPECT_EQ(folders.configuration, one.configuration);
+        EXPECT_EQ(folders.configuration, configuration);
         EXPECT_EQ(folders.cache, "/home/me/.cache/ZarnFileSplitter");
-        EXPECT_EQ(folders.temporary, one.variable[0] == '/' ? "/x/y" : "");
+        EXPECT_EQ(folders.temporary, variable[0] == '/' ? "/x/y" : "");
     }
     unsetenv("TMPDIR");
 }

@@ -4,6 +4,8 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "runtime/Locale.h"
 #include "support/TestFolder.h"
@@ -81,26 +83,20 @@ TEST(Locale, ReadsTheSeparatorsOfTheCategories) {
     maker.Make("byte", ",", "<U00A0>", "%F", "%r");
     maker.Make("odd", ",", "<U009A>", "%A %d %b-%Y", "%X%");
     maker.Make("none", ".", "", "%Y<U5E74>%m", "%R");
-    struct Case {
-        Environment environment;
-        std::string expected;
+    const std::vector<std::pair<Environment, std::string>> cases = {
+        {{{"LANG", "dots"}}, ",|.|.|."},
+        {{{"LANG", "thin"}}, ",|\u202F|/|:"},
+        {{{"LANG", "byte"}}, ",|\u00A0|-|:"},
+        {{{"LANG", "odd"}}, ",||/|:"},
+        {{{"LANG", "none"}}, ".|,|/|:"},
+        {{{"LANG", "byte"}, {"LC_TIME", "dots"}}, ",|\u00A0|.|."},
+        {{{"LANG", "dots"}, {"LC_NUMERIC", "C"}}, ".|,|.|."},
+        {{{"LC_ALL", "C"}, {"LC_TIME", "dots"}}, ".|,|/|:"},
+        {{{"LC_ALL", "byte"}, {"LC_TIME", "dots"}, {"LANG", "C"}}, ",|\u00A0|-|:"},
     };
-    for (const Case& test : {
-             Case{.environment = {{"LANG", "dots"}}, .expected = ",|.|.|."},
-             Case{.environment = {{"LANG", "thin"}}, .expected = ",|\u202F|/|:"},
-             Case{.environment = {{"LANG", "byte"}}, .expected = ",|\u00A0|-|:"},
-             Case{.environment = {{"LANG", "odd"}}, .expected = ",||/|:"},
-             Case{.environment = {{"LANG", "none"}}, .expected = ".|,|/|:"},
-             Case{.environment = {{"LANG", "byte"}, {"LC_TIME", "dots"}},
-             .expected = ",|\u00A0|.|."},
-             Case{.environment = {{"LANG", "dots"}, {"LC_NUMERIC", "C"}}, .expected = ".|,|.|."},
-             Case{.environment = {{"LC_ALL", "C"}, {"LC_TIME", "dots"}}, .expected = ".|,|/|:"},
-             Case{.environment = {{"LC_ALL", "byte"}, {"LC_TIME", "dots"}, {"LANG", "C"}},
-             .expected = ",|\u00A0|-|:"},
-         }) {
-        Environment environment = test.environment;
+    for (auto [environment, expected] : cases) {
         environment["LOCPATH"] = maker.Path();
-        ExpectSeparators(environment, test.expected);
+        ExpectSeparators(environment, expected);
     }
 }
 

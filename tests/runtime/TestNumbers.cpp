@@ -3,65 +3,42 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "runtime/Numbers.h"
-#include "runtime/RuntimeError.h"
+#include "support/ErrorOf.h"
 
 namespace zarn {
 
 namespace {
+
+using testing::ErrorOf;
 
 const LocaleSeparators english;
 const LocaleSeparators german{.decimal = ",", .group = "."};
 const LocaleSeparators french{.decimal = ",", .group = "\u202F"};
 const LocaleSeparators ungrouped{.decimal = ",", .group = ""};
 
-/// The error that a call raises; nothing if it returns.
-template <typename Call>
-std::optional<ErrorNumber> ErrorOf(Call call) {
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return std::nullopt;
-}
-
 TEST(Numbers, PrefixStopsAtTheFirstCharacterThatCannotContinue) {
-    struct Case {
-        std::string text;
-        double value;
-    };
-    for (const auto& [text, value] : {
-             Case{.text = "", .value = 0},
-             Case{.text = "abc", .value = 0},
-             Case{.text = ".", .value = 0},
-             Case{.text = "-", .value = 0},
-             Case{.text = "--5", .value = 0},
-             Case{.text = "e5", .value = 0},
-             Case{.text = "700 MB - CD-R", .value = 700},
-             Case{.text = "  1.44MB", .value = 1.44},
-             Case{.text = "1,5", .value = 1},
-             Case{.text = "1.2.3", .value = 1.2},
-             Case{.text = ".5", .value = 0.5},
-             Case{.text = "5.", .value = 5},
-             Case{.text = "-.5x", .value = -0.5},
-             Case{.text = "+7", .value = 7},
-             Case{.text = "1E3", .value = 1000},
-             Case{.text = "1d+2", .value = 100},
-             Case{.text = "25e-1", .value = 2.5},
-             Case{.text = "3 E2", .value = 3},
-             Case{.text = "3Dvd", .value = 3},
-             Case{.text = "4e+", .value = 4},
-             Case{.text = "1e-999", .value = 0},
-             Case{.text = "0e999", .value = 0},
-             Case{.text = "-1e-99999999999999999999", .value = 0},
-             Case{.text = "." + std::string(400, '0') + "1e5", .value = 0},
-             Case{.text = "1" + std::string(400, '0') + "e-400", .value = 1},
-             Case{.text = "9007199254740993", .value = 9007199254740992},
-         }) {
+    for (const std::string& text :
+         {std::string(), std::string("abc"), std::string("."), std::string("-"), std::string("--5"),
+          std::string("e5"), std::string("1e-999"), std::string("0e999"),
+          std::string("-1e-99999999999999999999"), "." + std::string(400, '0') + "1e5"}) {
+        EXPECT_EQ(NumberPrefix(text), 0) << text;
+    }
+    const std::vector<std::pair<const char*, double>> cases = {
+        {"1,5", 1},  {"1.2.3", 1.2}, {".5", 0.5},       {"5.", 5},      {"-.5x", -0.5},
+        {"+7", 7},   {"1E3", 1000},  {"1d+2", 100},     {"25e-1", 2.5}, {"3 E2", 3},
+        {"3Dvd", 3}, {"4e+", 4},     {"  1.44MB", 1.44}};
+    for (const auto& [text, value] : cases) {
         EXPECT_EQ(NumberPrefix(text), value) << text;
     }
+    EXPECT_EQ(NumberPrefix("700 MB - CD-R"), 700);
+    EXPECT_EQ(NumberPrefix("1" + std::string(400, '0') + "e-400"), 1);
+    EXPECT_EQ(NumberPrefix("9007199254740993"), 9007199254740992);
     for (const std::string& text :
          {std::string("1e999"), std::string("1.8e308"), std::string("1e9223372036854775807"),
           "1" + std::string(400, '0'), "1" + std::string(400, '0') + "e-5"}) {
@@ -70,77 +47,45 @@ TEST(Numbers, PrefixStopsAtTheFirstCharacterThatCannotContinue) {
 }
 
 TEST(Numbers, WholeTextIsReadByTheLocale) {
-    struct Case {
-        std::string_view text;
-        const LocaleSeparators& separators;
-        std::optional<double> value;  ///< nothing: no number
-    };
-    for (const auto& [text, separators, value] : {
-             Case{.text = "12", .separators = english, .value = 12},
-             Case{.text = "  -1,234,567.5 ", .separators = english, .value = -1234567.5},
-             Case{.text = "1,2,,3", .separators = english, .value = 123},
-             Case{.text = "12-", .separators = english, .value = -12},
-             Case{.text = "+.5", .separators = english, .value = 0.5},
-             Case{.text = "1.", .separators = english, .value = 1},
-             Case{.text = "1D2", .separators = english, .value = 100},
-             Case{.text = "2e-1", .separators = english, .value = 0.2},
-             Case{.text = "1.234,5", .separators = german, .value = 1234.5},
-             Case{.text = "1.44", .separators = german, .value = 144},
-             Case{.text = "1\u202F234,5", .separators = french, .value = 1234.5},
-             Case{.text = "12,5", .separators = ungrouped, .value = 12.5},
-             Case{.text = "12.5", .separators = ungrouped, .value = std::nullopt},
-             Case{.text = "", .separators = english, .value = std::nullopt},
-             Case{.text = " ", .separators = english, .value = std::nullopt},
-             Case{.text = "-", .separators = english, .value = std::nullopt},
-             Case{.text = ".", .separators = english, .value = std::nullopt},
-             Case{.text = ",", .separators = english, .value = std::nullopt},
-             Case{.text = ",1", .separators = english, .value = std::nullopt},
-             Case{.text = "1,", .separators = english, .value = std::nullopt},
-             Case{.text = "1.2,3", .separators = english, .value = std::nullopt},
-             Case{.text = "-1-", .separators = english, .value = std::nullopt},
-             Case{.text = "1 2", .separators = english, .value = std::nullopt},
-             Case{.text = "1e", .separators = english, .value = std::nullopt},
-             Case{.text = "e5", .separators = english, .value = std::nullopt},
-             Case{.text = "1.44 MB", .separators = english, .value = std::nullopt},
-             Case{.text = "1.2.3", .separators = english, .value = std::nullopt},
-         }) {
-        EXPECT_EQ(IsNumericText(text, separators), value.has_value()) << text;
-        std::optional<double> read;
-        const auto error = ErrorOf([&read, &text = text, &separators = separators] {
-            read = NumberFromText(text, separators);
-        });
-        EXPECT_EQ(read, value) << text;
-        EXPECT_EQ(error.value_or(ErrorNumber::TypeMismatch), ErrorNumber::TypeMismatch) << text;
+    using Case = std::tuple<std::string_view, LocaleSeparators, double>;
+    const std::vector<Case> cases = {{"12", english, 12},    {"1,2,,3", english, 123},
+                                     {"12-", english, -12},  {"+.5", english, 0.5},
+                                     {"1.", english, 1},     {"1D2", english, 100},
+                                     {"2e-1", english, 0.2}, {"1.234,5", german, 1234.5},
+                                     {"1.44", german, 144},  {"12,5", ungrouped, 12.5}};
+    for (const auto& [text, separators, value] : cases) {
+        EXPECT_TRUE(IsNumericText(text, separators)) << text;
+        EXPECT_EQ(NumberFromText(text, separators), value) << text;
     }
+    for (const char* text : {"", " ", "-", ".", ",", ",1", "1,", "1.2,3", "-1-", "1 2", "1e", "e5",
+                             "1.44 MB", "1.2.3"}) {
+        EXPECT_FALSE(IsNumericText(text, english)) << text;
+        EXPECT_EQ(ErrorOf([text] { return NumberFromText(text, english); }),
+                  ErrorNumber::TypeMismatch)
+            << text;
+    }
+    EXPECT_EQ(NumberFromText("  -1,234,567.5 ", english), -1234567.5);
+    EXPECT_EQ(NumberFromText("1\u202F234,5", french), 1234.5);
+    EXPECT_FALSE(IsNumericText("12.5", ungrouped));
+    EXPECT_EQ(ErrorOf([] { return NumberFromText("12.5", ungrouped); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(ErrorOf([] { return NumberFromText("1e400", english); }), ErrorNumber::Overflow);
 }
 
 TEST(Numbers, TiesGoToTheEvenDigit) {
-    struct Case {
-        double value;
-        int places;
-        double rounded;
-    };
-    for (const auto& [value, places, rounded] : {
-             Case{.value = 0.5, .places = 0, .rounded = 0},
-             Case{.value = 1.5, .places = 0, .rounded = 2},
-             Case{.value = 2.5, .places = 0, .rounded = 2},
-             Case{.value = -2.5, .places = 0, .rounded = -2},
-             Case{.value = 0.125, .places = 2, .rounded = 0.12},
-             Case{.value = 0.375, .places = 2, .rounded = 0.38},
-             Case{.value = 0.28125, .places = 4, .rounded = 0.2812},
-             Case{.value = 0.285, .places = 2, .rounded = 0.28},
-             Case{.value = 0.285, .places = 3, .rounded = 0.285},
-             Case{.value = 1520435.2, .places = 2, .rounded = 1520435.2},
-             Case{.value = 314572.8, .places = 2, .rounded = 314572.8},
-             Case{.value = 5242.0 / 1048576, .places = 2, .rounded = 0},
-             Case{.value = 5243.0 / 1048576, .places = 2, .rounded = 0.01},
-             Case{.value = 4702989189.12, .places = 0, .rounded = 4702989189},
-             Case{.value = 9007199254740991, .places = 2, .rounded = 9007199254740991},
-             Case{.value = 1e300, .places = 15, .rounded = 1e300},
-         }) {
+    using Case = std::tuple<double, int, double>;
+    const std::vector<Case> cases = {{0.5, 0, 0},         {1.5, 0, 2},       {2.5, 0, 2},
+                                     {-2.5, 0, -2},       {0.125, 2, 0.12},  {0.375, 2, 0.38},
+                                     {0.285, 2, 0.28},    {0.285, 3, 0.285}, {1e300, 15, 1e300},
+                                     {0.28125, 4, 0.2812}};
+    for (const auto& [value, places, rounded] : cases) {
         EXPECT_EQ(RoundHalfEven(value, places), rounded) << value << " to " << places;
     }
+    for (const double value : {314572.8, 1520435.2, 9007199254740991.0}) {
+        EXPECT_EQ(RoundHalfEven(value, 2), value);
+    }
+    EXPECT_EQ(RoundHalfEven(5242.0 / 1048576, 2), 0);
+    EXPECT_EQ(RoundHalfEven(5243.0 / 1048576, 2), 0.01);
+    EXPECT_EQ(RoundHalfEven(4702989189.12, 0), 4702989189);
 }
 
 TEST(Numbers, ConversionsRaiseOverflowOutsideTheType) {
@@ -159,42 +104,25 @@ TEST(Numbers, ConversionsRaiseOverflowOutsideTheType) {
 }
 
 TEST(Numbers, TextsOfNumbers) {
-    struct Case {
-        double value;
-        const LocaleSeparators& separators;
-        std::string_view plain;
-        std::string_view standard;
+    using Case = std::tuple<double, LocaleSeparators, std::string_view, std::string_view>;
+    const std::vector<Case> cases = {
+        {0, english, "0", "0.00"},
+        {-0.0, english, "0", "0.00"},
+        {-0.001, english, "-0.001", "0.00"},
+        {12, english, "12", "12.00"},
+        {12.5, german, "12,5", "12,50"},
+        {0.1 + 0.2, english, "0.3", "0.30"},
+        {999.995, english, "999.995", "1,000.00"},
+        {0.125, english, "0.125", "0.12"},
+        {100, english, "100", "100.00"},
+        {1024, french, "1024", "1\u202F024,00"},
+        {1024, ungrouped, "1024", "1024,00"},
+        {-1234567.891, german, "-1234567,891", "-1.234.567,89"},
+        {999999999999999, english, "999999999999999", "999,999,999,999,999.00"},
+        {1e15, english, "1E+15", "1,000,000,000,000,000.00"},
+        {1.5e-7, german, "1,5E-07", "0,00"},
     };
-    for (const auto& [value, separators, plain, standard] : {
-             Case{.value = 0, .separators = english, .plain = "0", .standard = "0.00"},
-             Case{.value = -0.0, .separators = english, .plain = "0", .standard = "0.00"},
-             Case{.value = -0.001, .separators = english, .plain = "-0.001", .standard = "0.00"},
-             Case{.value = 12, .separators = english, .plain = "12", .standard = "12.00"},
-             Case{.value = 12.5, .separators = german, .plain = "12,5", .standard = "12,50"},
-             Case{.value = 0.1 + 0.2, .separators = english, .plain = "0.3", .standard = "0.30"},
-             Case{.value = 999.995,
-             .separators = english,
-             .plain = "999.995",
-             .standard = "1,000.00"},
-             Case{.value = 0.125, .separators = english, .plain = "0.125", .standard = "0.12"},
-             Case{.value = 100, .separators = english, .plain = "100", .standard = "100.00"},
-             Case{
-                 .value = 1024, .separators = french, .plain = "1024", .standard = "1\u202F024,00"},
-             Case{.value = 1024, .separators = ungrouped, .plain = "1024", .standard = "1024,00"},
-             Case{.value = -1234567.891,
-             .separators = german,
-             .plain = "-1234567,891",
-             .standard = "-1.234.567,89"},
-             Case{.value = 999999999999999,
-             .separators = english,
-             .plain = "999999999999999",
-             .standard = "999,999,999,999,999.00"},
-             Case{.value = 1e15,
-             .separators = english,
-             .plain = "1E+15",
-             .standard = "1,000,000,000,000,000.00"},
-             Case{.value = 1.5e-7, .separators = german, .plain = "1,5E-07", .standard = "0,00"},
-         }) {
+    for (const auto& [value, separators, plain, standard] : cases) {
         EXPECT_EQ(NumberText(value, separators), plain) << value;
         EXPECT_EQ(StandardText(value, separators), standard) << value;
     }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
@@ -36,26 +37,16 @@ TEST(Text, CountsCharactersAndPassesBadBytesThrough) {
     // Six characters: two of ASCII, one each of two, three and four bytes, one stray byte.
     const std::string text = "a\u00E9\u20AC\U0001F600\xFFz";
     EXPECT_EQ(Length(text), 6U);
-    struct Case {
-        std::size_t count;
-        std::string_view left;
-        std::string_view right;
-        std::string_view middle;  ///< from the character after `count` on, two characters
+    using Case = std::tuple<std::size_t, std::string_view, std::string_view, std::string_view>;
+    const std::vector<Case> cases = {
+        {0, "", "", "a\u00E9"},
+        {2, "a\u00E9", "\xFFz", "\u20AC\U0001F600"},
+        {3, "a\u00E9\u20AC", "\U0001F600\xFFz", "\U0001F600\xFF"},
+        {5, "a\u00E9\u20AC\U0001F600\xFF", "\u00E9\u20AC\U0001F600\xFFz", "z"},
+        {6, text, text, ""},
+        {9, text, text, ""},
     };
-    for (const auto& [count, left, right, middle] : {
-             Case{.count = 0, .left = "", .right = "", .middle = "a\u00E9"},
-             Case{.count = 2, .left = "a\u00E9", .right = "\xFFz", .middle = "\u20AC\U0001F600"},
-             Case{.count = 3,
-             .left = "a\u00E9\u20AC",
-             .right = "\U0001F600\xFFz",
-             .middle = "\U0001F600\xFF"},
-             Case{.count = 5,
-             .left = "a\u00E9\u20AC\U0001F600\xFF",
-             .right = "\u00E9\u20AC\U0001F600\xFFz",
-             .middle = "z"},
-             Case{.count = 6, .left = text, .right = text, .middle = ""},
-             Case{.count = 9, .left = text, .right = text, .middle = ""},
-         }) {
+    for (const auto& [count, left, right, middle] : cases) {
         EXPECT_EQ(Left(text, count), left) << count;
         EXPECT_EQ(Right(text, count), right) << count;
         EXPECT_EQ(Mid(text, count + 1, 2), middle) << count;
@@ -83,9 +74,9 @@ TEST(Text, CutsAndReplaces) {
     EXPECT_TRUE(Contains("Removable", "mov"));
     EXPECT_FALSE(Contains("Removable", "MOV"));
 
-    EXPECT_EQ(LastPathItem("C:\\dir\\a/b.txt"), "a/b.txt");
-    EXPECT_EQ(LastPathItem("C:\\dir\\"), "");
-    EXPECT_EQ(LastPathItem("a.txt"), "a.txt");
+    EXPECT_EQ(FunctionLastPathItem("C:\\dir\\a/b.txt"), "a/b.txt");
+    EXPECT_EQ(FunctionLastPathItem("C:\\dir\\"), "");
+    EXPECT_EQ(FunctionLastPathItem("a.txt"), "a.txt");
 }
 
 TEST(CodePage, EveryCodeComesBack) {
@@ -93,21 +84,12 @@ TEST(CodePage, EveryCodeComesBack) {
         const auto byte = static_cast<std::uint8_t>(code);
         EXPECT_EQ(CodeOfCharacter(CharacterOfCode(byte)), byte);
     }
-    struct Case {
-        std::uint8_t code;
-        char32_t character;
+    using Case = std::pair<std::uint8_t, char32_t>;
+    const std::vector<Case> cases = {
+        {0x7F, 0x7F},   {0x80, 0x20AC}, {0x81, 0x81}, {0x8A, 0x160}, {0x92, 0x2019},
+        {0x99, 0x2122}, {0x9F, 0x178},  {0xA0, 0xA0}, {0xFF, 0xFF},
     };
-    for (const auto& [code, character] : {
-             Case{.code = 0x7F, .character = 0x7F},
-             Case{.code = 0x80, .character = 0x20AC},
-             Case{.code = 0x81, .character = 0x81},
-             Case{.code = 0x8A, .character = 0x160},
-             Case{.code = 0x92, .character = 0x2019},
-             Case{.code = 0x99, .character = 0x2122},
-             Case{.code = 0x9F, .character = 0x178},
-             Case{.code = 0xA0, .character = 0xA0},
-             Case{.code = 0xFF, .character = 0xFF},
-         }) {
+    for (const auto& [code, character] : cases) {
         EXPECT_EQ(CharacterOfCode(code), character);
     }
     for (const char32_t character : {0x80U, 0x9FU, 0x100U, 0x3C9U, 0x1F600U}) {
@@ -116,19 +98,17 @@ TEST(CodePage, EveryCodeComesBack) {
 }
 
 TEST(CodePage, WritesOneByteACharacterUnlessANameWouldBeLost) {
-    struct Case {
-        std::string_view text;
-        std::string_view bytes;
+    using Case = std::pair<std::string_view, std::string_view>;
+    const std::vector<Case> cases = {
+        {"", ""},
+        {"plain\r\n", "plain\r\n"},
+        {"caf\u00E9 \u20AC", "caf\xE9 \x80"},
+        {"\u00E9\u03C9", "\u00E9\u03C9"},
+        // These two characters' codes, C3 and A9, are the UTF-8 form of another one.
+        {"\u00C3\u00A9", "\u00C3\u00A9"},
+        {"\u00C3\u00A9\u00E9", "\xC3\xA9\xE9"},
     };
-    for (const auto& [text, bytes] : {
-             Case{.text = "", .bytes = ""},
-             Case{.text = "plain\r\n", .bytes = "plain\r\n"},
-             Case{.text = "caf\u00E9 \u20AC", .bytes = "caf\xE9 \x80"},
-             Case{.text = "\u00E9\u03C9", .bytes = "\u00E9\u03C9"},
-             // These two characters' codes, C3 and A9, are the UTF-8 form of another one.
-             Case{.text = "\u00C3\u00A9", .bytes = "\u00C3\u00A9"},
-             Case{.text = "\u00C3\u00A9\u00E9", .bytes = "\xC3\xA9\xE9"},
-         }) {
+    for (const auto& [text, bytes] : cases) {
         EXPECT_EQ(EncodeText(text), bytes);
         EXPECT_EQ(DecodeText(bytes), text);
     }

@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <map>
+#include <tuple>
 
 #include "runtime/RuntimeError.h"
 #include "settings/Files.h"
@@ -91,11 +92,7 @@ struct FilesTest : public ::testing::Test {
 }  // namespace
 
 TEST_F(FilesTest, FreeSpaceTexts) {
-    struct Case {
-        DiskFreeSpaceEx space;
-        std::string text;
-        std::string bytes;
-    };
+    using Case = std::tuple<DiskFreeSpaceEx, std::string, std::string>;
     const std::vector<Case> cases = {{{0, 0, 0}, "Media not Ready", "0"},
                                      {{0, 1, 0}, "Disk Full", "0"},
                                      {{1, 0, 0}, "Disk Full", "0"},
@@ -108,10 +105,10 @@ TEST_F(FilesTest, FreeSpaceTexts) {
                                      {{9, 9, Giga + 3001}, "1.00 GB", "1073742825"},
                                      {{9, 9, 2048 * Giga + 3000}, "2,048.00 GB", "2199023256552"},
                                      {{9, 9, 2000000000002000}, "1,862,645.15 GB", "2E+15"}};
-    for (const Case& one : cases) {
-        volumes.volumes[R"(D:\)"].spaceEx = one.space;
-        EXPECT_EQ(files.GetUnitFreeSpace(R"(D:\a\b)"), one.text) << one.space.totalFree;
-        EXPECT_EQ(files.GetUnitFreeSpaceBytes(R"(D:\)"), one.bytes) << one.space.totalFree;
+    for (const auto& [space, text, bytes] : cases) {
+        volumes.volumes[R"(D:\)"].spaceEx = space;
+        EXPECT_EQ(files.GetUnitFreeSpace(R"(D:\a\b)"), text) << space.totalFree;
+        EXPECT_EQ(files.GetUnitFreeSpaceBytes(R"(D:\)"), bytes) << space.totalFree;
     }
 }
 
@@ -129,11 +126,11 @@ TEST_F(FilesTest, ClusterProductAndCapacity) {
 
     const std::vector<std::pair<std::uint64_t, const char*>> capacities = {
         {3000, "N/A"},
+        {3001, "0 MB"},
         {1000003000, "953.67 MB"},
         {1000003001, "0.93 GB"},
         {12 * Mega + 3000, "12 MB"},
-        {25 * Giga / 2 + 3000, "12.5 GB"},
-        {3001, "0 MB"}};
+        {12 * Giga + Giga / 2 + 3000, "12.5 GB"}};
     for (const auto& [total, text] : capacities) {
         volume.spaceEx.total = total;
         EXPECT_EQ(files.GetUnitCapacity(R"(D:\a)"), text) << total;

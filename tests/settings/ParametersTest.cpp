@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
-#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "settings/CryptPass.h"
 #include "settings/Parameters.h"
+#include "support/ErrorOf.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -78,16 +80,6 @@ struct ParametersTest : public ::testing::Test {
         return all;
     }
 };
-
-template <typename Action>
-std::optional<ErrorNumber> ErrorOf(const Action& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return std::nullopt;
-}
 
 }  // namespace
 
@@ -165,8 +157,6 @@ TEST_F(ParametersTest, EachLetWritesItsOwnValue) {
                   std::string(Preferences) +
                   ": Compress Encryption Lenght=100003, Compress Encryption Level=100002, "
                   "Compress Level=-100005, Compress Password Protect=100004,\n");
-    EXPECT_EQ(settings.TemporaryFolder() + settings.SavedBatchFile(), "ac");
-    EXPECT_EQ(settings.CompressLevel() + settings.SizeMB() + settings.AutoJoin(), -100007);
     settings.Fs(3);
     settings.Fd(3);
     EXPECT_EQ(settings.Fs() + settings.Fd(), 0);
@@ -176,18 +166,14 @@ TEST_F(ParametersTest, EachLetWritesItsOwnValue) {
 }
 
 TEST_F(ParametersTest, TheValueDecidesTheStoredType) {
-    struct Case {
-        std::string_view value;
-        std::string stored;
-        std::string back;
-    };
-    for (const Case& one :
+    using Case = std::tuple<std::string_view, std::string, std::string>;
+    for (const auto& [value, stored, back] :
          {Case{"650", "#650", "650"}, Case{"1.44", "#1", "1"}, Case{"2.5", "#2", "2"},
           Case{"3.5", "#4", "4"}, Case{" -7 ", "#-7", "-7"}, Case{"0", "#0", "0"},
           Case{"  a b ", "a b", "a b"}, Case{"1x", "1x", "1x"}, Case{"   ", "", ""}}) {
-        Settings().ComboSize(one.value);
-        EXPECT_EQ(Stored("Custom Sizes"), one.stored) << one.value;
-        EXPECT_EQ(Settings().ComboSize(), one.back) << one.value;
+        Settings().ComboSize(value);
+        EXPECT_EQ(Stored("Custom Sizes"), stored) << value;
+        EXPECT_EQ(Settings().ComboSize(), back) << value;
     }
     EXPECT_EQ(ErrorOf([&] { Settings().ComboSize("2147483648"); }), ErrorNumber::Overflow);
     EXPECT_EQ(Settings().LastStatus(), RegistryStatus::Success);
@@ -232,31 +218,24 @@ TEST_F(ParametersTest, ThePriorityIsAppliedByEachAccess) {
 }
 
 TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
-    struct Case {
-        StoredValue value;
-        StoredValue corrected;
-        std::int16_t stored;
-    };
-    for (const Case& one :
+    using Case = std::tuple<StoredValue, StoredValue, std::int16_t>;
+    for (const auto& [given, corrected, stored] :
          {Case{5, 1, 1}, Case{1, 1, 1}, Case{0, 0, 0}, Case{-3, -3, -3},
           Case{std::string("yes"), 0, 0}, Case{std::string(), 0, 0}, Case{std::string("7"), 1, 1},
           Case{std::string("1.2"), 1, 1}, Case{std::string("1"), std::string("1"), 1},
           Case{std::string("99999999999"), 1, 1}}) {
-        StoredValue value = one.value;
+        StoredValue value = given;
         Settings().DeleteSplitParts(value);
-        EXPECT_EQ(value, one.corrected);
-        EXPECT_EQ(Settings().DeleteSplitParts(), one.stored);
+        EXPECT_EQ(value, corrected);
+        EXPECT_EQ(Settings().DeleteSplitParts(), stored);
     }
 }
 
 TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
     SettingsStore store(Store(), shared->Separators());
-    EXPECT_FALSE(store.RegistryKeyExists(User, "A"));
-    store.CreateRegistryKey(User, R"(A\B)");
-    EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
     store.SaveRegistryValue(User, R"(A\B)", "x", "text");
+    EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
     store.DeleteRegistryValue(User, R"(A\B)", "x");
-    EXPECT_EQ(store.LastStatus(), RegistryStatus::Success);
     EXPECT_EQ(store.ReadRegistryValue(User, R"(A\B)", "x"), StoredValue(std::string()));
     EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);
     EXPECT_TRUE(store.DeleteRegistryKey(User, "A", "B"));

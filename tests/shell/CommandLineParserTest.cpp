@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "runtime/RuntimeError.h"
 #include "shell/CommandLineParser.h"
 
@@ -28,12 +30,7 @@ TEST(CommandLineParser, Splits) {
 }
 
 TEST(CommandLineParser, TakesValues) {
-    struct Case {
-        std::string line;
-        double partSize;
-        std::string criterion;
-        std::int32_t count;
-    };
+    using Case = std::tuple<std::string, double, std::string, std::int32_t>;
     const std::vector<Case> table = {
         {"/PS=1.44MB", 1457275, "Size", 0},
         {"/PS=1.440MB", 1457275, "Size", 0},
@@ -45,11 +42,11 @@ TEST(CommandLineParser, TakesValues) {
         {"/PN=3/PS=1MB", 1048576, "Size", 3},
         {"/PS=1MB/PN=3/PN=4", 1048576, "Parts", 4},
     };
-    for (const Case& expected : table) {
-        const CommandLineJob job = TakeValues(SplitCommandLine(expected.line));
-        EXPECT_DOUBLE_EQ(job.partSize, expected.partSize) << expected.line;
-        EXPECT_EQ(job.criterion, expected.criterion) << expected.line;
-        EXPECT_EQ(job.count, expected.count) << expected.line;
+    for (const auto& [line, partSize, criterion, count] : table) {
+        const CommandLineJob job = TakeValues(SplitCommandLine(line));
+        EXPECT_DOUBLE_EQ(job.partSize, partSize) << line;
+        EXPECT_EQ(job.criterion, criterion) << line;
+        EXPECT_EQ(job.count, count) << line;
     }
     EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
     EXPECT_THROW(TakeValues(SplitCommandLine("/CL=-3000000000")), RuntimeError);

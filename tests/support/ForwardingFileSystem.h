@@ -41,6 +41,9 @@ class ForwardingFileSystem : public FileSystem {
     std::optional<std::string> DrivePath(std::string_view systemPath) override {
         return real_->DrivePath(systemPath);
     }
+    std::optional<std::string> SpelledPath(std::string_view path) override {
+        return real_->SpelledPath(path);
+    }
     std::unique_ptr<LargeFileAccess> MakeLargeFile() override { return real_->MakeLargeFile(); }
 
   private:

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 
 #include "runtime/Text.h"
 
@@ -11,14 +12,15 @@ namespace zarn {
 
 namespace {
 
-/// While it lives, a terminal gives every key at once and does not show it.
+/// While it lives, a terminal gives every key at once, the one that interrupts too, and does not
+/// show it.
 class SingleKeys {
   public:
     explicit SingleKeys(int terminal) : terminal_(terminal) {
         isTerminal_ = tcgetattr(terminal_, &saved_) == 0;
         if (isTerminal_) {
             termios single = saved_;
-            single.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+            single.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | ISIG);
             single.c_cc[VMIN] = 1;
             single.c_cc[VTIME] = 0;
             tcsetattr(terminal_, TCSANOW, &single);
@@ -42,6 +44,8 @@ class SingleKeys {
 }  // namespace
 
 ConsoleMessageBoxes::ConsoleMessageBoxes(int input, int output) : input_(input), output_(output) {
+    // A reader of the messages that has gone must not take the job with it.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
 BoxAnswer ConsoleMessageBoxes::Show(const BoxMessage& message) {
@@ -70,10 +74,17 @@ void ConsoleMessageBoxes::Write(std::string_view text) const {
 }
 
 void ConsoleMessageBoxes::WaitForKey() const {
-    const SingleKeys keys(input_);
+    constexpr char InterruptKey = 3;
     Write("Press any key to continue . . . ");
-    static_cast<void>(ReadByte());
+    std::optional<char> key;
+    {
+        const SingleKeys keys(input_);
+        key = ReadByte();
+    }
     Write("\n");
+    if (key == InterruptKey) {
+        static_cast<void>(std::raise(SIGINT));
+    }
 }
 
 BoxAnswer ConsoleMessageBoxes::AskYesNo() const {
@@ -100,7 +111,7 @@ std::optional<char> ConsoleMessageBoxes::ReadByte() const {
     return count == 1 ? std::optional(byte) : std::nullopt;
 }
 
-/// Without its line feed. Nothing at the end of input.
+/// Without its line end. Nothing at the end of input.
 std::optional<std::string> ConsoleMessageBoxes::ReadLine() const {
     std::string line;
     std::optional<char> byte = ReadByte();
@@ -109,6 +120,9 @@ std::optional<std::string> ConsoleMessageBoxes::ReadLine() const {
     }
     for (; byte && *byte != '\n'; byte = ReadByte()) {
         line += *byte;
+    }
+    if (line.ends_with('\r')) {
+        line.pop_back();
     }
     return line;
 }

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <initializer_list>
+#include <system_error>
 #include <utility>
 
 #include "runtime/RuntimeError.h"
@@ -66,7 +68,9 @@ std::optional<Drive> ParseDriveLine(std::string_view line) {
     if (!letter || *letter == 'C' || !type || !folder.starts_with('/')) {
         return std::nullopt;
     }
-    return Drive{*letter, *type, std::string(folder), true, true};
+    std::error_code missing;
+    const std::filesystem::path real = std::filesystem::canonical(folder, missing);
+    return Drive{*letter, *type, missing ? std::string(folder) : real.string(), true, true};
 }
 
 bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> list) {

@@ -57,15 +57,16 @@ void ClearFat(const std::string& path) {
 
 std::uint32_t ReadConcealing(const std::string& path) {
     constexpr std::uint32_t Known = Concealing | AttributeArchive;
-    if (IsOnFat(path)) {
-        return ReadFat(OpenFile(path, O_RDONLY | O_NONBLOCK)).value_or(0) & Known;
-    }
     std::array<unsigned char, 256> value = {};
     const ssize_t size = getxattr(path.c_str(), SambaName, value.data(), value.size());
-    if (size <= 0) {
+    if (size > 0) {
+        return ParseSambaAttributes(std::span(value).first(static_cast<std::size_t>(size))) & Known;
+    }
+    // FAT has attributes of its own and none that could be extended.
+    if (size == 0 || errno != EOPNOTSUPP || !IsOnFat(path)) {
         return 0;
     }
-    return ParseSambaAttributes(std::span(value).first(static_cast<std::size_t>(size))) & Known;
+    return ReadFat(OpenFile(path, O_RDONLY | O_NONBLOCK)).value_or(0) & Known;
 }
 
 std::uint32_t LittleEndian(std::span<const unsigned char> bytes) {
@@ -89,6 +90,10 @@ std::optional<std::uint32_t> ReadFileAttributes(const std::string& systemPath) {
     return attributes == 0 ? AttributeNormal : attributes;
 }
 
+bool IsConcealed(const std::string& systemPath) {
+    return (ReadConcealing(systemPath) & Concealing) != 0;
+}
+
 void ClearFileAttributes(const std::string& systemPath) {
     constexpr mode_t AllRights = 07777;
     struct stat status = {};
@@ -101,8 +106,8 @@ void ClearFileAttributes(const std::string& systemPath) {
     }
     if (IsOnFat(systemPath)) {
         ClearFat(systemPath);
-    } else if (removexattr(systemPath.c_str(), SambaName) != 0 && errno != ENODATA &&
-               errno != EOPNOTSUPP) {
+    } else if (getxattr(systemPath.c_str(), SambaName, nullptr, 0) >= 0 &&
+               removexattr(systemPath.c_str(), SambaName) != 0) {
         RaiseErrno(errno);
     }
 }

@@ -29,9 +29,7 @@ bool IsFileOfBytes(const std::string& path) {
 }
 
 bool IsNormalFile(const std::string& path) {
-    const std::optional<std::uint32_t> attributes = ReadFileAttributes(path);
-    return attributes && (*attributes & (AttributeHidden | AttributeSystem)) == 0 &&
-           IsFileOfBytes(path);
+    return IsFileOfBytes(path) && !IsConcealed(path);
 }
 
 std::optional<std::string> FindMatch(const std::string& folder, const Wildcard& wildcard) {
@@ -221,6 +219,11 @@ std::unique_ptr<PendingFile> LinuxFileSystem::PrepareFile(std::string_view path,
 void LinuxFileSystem::FlushVolume(std::string_view folder) {
     const FileDescriptor opened =
         OpenFile(paths_->SystemPath(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    if (!opened.IsOpen() && errno == EACCES) {
+        // Who may write into a folder need not be allowed to read it: flush all volumes then.
+        sync();
+        return;
+    }
     if (!opened.IsOpen()) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
@@ -258,6 +261,11 @@ std::string LinuxFileSystem::ProgramFolder() {
 
 std::optional<std::string> LinuxFileSystem::DrivePath(std::string_view systemPath) {
     return paths_->DrivePath(systemPath);
+}
+
+std::optional<std::string> LinuxFileSystem::SpelledPath(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    return resolved.state == PathState::Exists ? DrivePath(resolved.path) : std::nullopt;
 }
 
 std::unique_ptr<LargeFileAccess> LinuxFileSystem::MakeLargeFile() {

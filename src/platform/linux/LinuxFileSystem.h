@@ -30,6 +30,7 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::string TemporaryFolder() override;
     [[nodiscard]] std::string ProgramFolder() override;
     [[nodiscard]] std::optional<std::string> DrivePath(std::string_view systemPath) override;
+    [[nodiscard]] std::optional<std::string> SpelledPath(std::string_view path) override;
     [[nodiscard]] std::unique_ptr<LargeFileAccess> MakeLargeFile() override;
 
   private:

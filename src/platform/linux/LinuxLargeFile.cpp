@@ -126,7 +126,7 @@ bool LinuxLargeFile::ShareFrom(LargeFileAccess& source, std::int64_t count) {
     const int from = source.NativeHandle();
     struct stat here = {};
     struct stat there = {};
-    if (count <= 0 || fstat(file_.Number(), &here) != 0 || fstat(from, &there) != 0 ||
+    if (!mayShare_ || count <= 0 || fstat(file_.Number(), &here) != 0 || fstat(from, &there) != 0 ||
         here.st_dev != there.st_dev) {
         return false;
     }
@@ -141,6 +141,7 @@ bool LinuxLargeFile::ShareFrom(LargeFileAccess& source, std::int64_t count) {
     range.src_length = static_cast<__u64>(count);
     range.dest_offset = static_cast<__u64>(start);
     if (ioctl(file_.Number(), FICLONERANGE, &range) != 0) {
+        mayShare_ = errno != EOPNOTSUPP && errno != ENOTTY;
         return false;
     }
     lseek(from, sourceStart + count, SEEK_SET);

@@ -8,7 +8,7 @@
 
 namespace zarn {
 
-/// A file descriptor. `Open` also raises 75 for a folder.
+/// A file descriptor. `Open` also raises 75 for what is no file of bytes.
 class LinuxLargeFile : public LargeFileAccess {
   public:
     explicit LinuxLargeFile(std::shared_ptr<PathResolver> paths);
@@ -31,6 +31,7 @@ class LinuxLargeFile : public LargeFileAccess {
     std::shared_ptr<PathResolver> paths_;
     FileDescriptor file_;
     bool kernelCopies_ = false;  ///< the file system copies faster by itself
+    bool mayShare_ = true;       ///< no file system has refused to share blocks yet
 };
 
 }  // namespace zarn

@@ -15,7 +15,7 @@ namespace zarn {
 namespace {
 
 // How long a folder that was found without regard to case is taken to be the only candidate.
-constexpr std::chrono::seconds FolderAge{1};
+constexpr std::chrono::milliseconds FolderAge{100};
 
 // Takes the next item off a path of the program; empty at the end. Doubled backslashes and those
 // at the end are passed over.
@@ -194,35 +194,38 @@ ResolvedPath PathResolver::ResolveItems(const std::string& folder, std::string_v
         exact = JoinSystemPath(exact, item);
         name = item;
     }
-    if (NameExists(exact)) {
-        return {PathState::Exists, std::move(exact), name};
+    const std::string exactFolder = exact.substr(0, folderLength);
+    if (!Remembers(exactFolder)) {
+        if (NameExists(exact)) {
+            return {PathState::Exists, std::move(exact), name};
+        }
+        if (!FindFolder(folder, exactFolder)) {
+            return {PathState::FolderMissing, std::move(exact), name};
+        }
     }
-    const std::optional<std::string> parent = FindFolder(folder, exact.substr(0, folderLength));
-    if (!parent) {
-        return {PathState::FolderMissing, std::move(exact), name};
-    }
-    if (std::optional<std::string> found = FindName(index_, *parent, name)) {
+    if (std::optional<std::string> found = FindName(index_, foundFolder_, name)) {
         return {PathState::Exists, *std::move(found), name};
     }
-    return {PathState::Missing, JoinSystemPath(*parent, name), name};
+    return {PathState::Missing, JoinSystemPath(foundFolder_, name), name};
 }
 
-std::optional<std::string> PathResolver::FindFolder(const std::string& start,
-                                                    const std::string& exact) {
-    if (IsFolder(exact)) {
-        return exact;
+// True if the folder is the one asked for last, is there in another spelling, and is still not
+// there in this one, nor has had the time to become ambiguous.
+bool PathResolver::Remembers(const std::string& exact) const {
+    return exact == askedFolder_ && exact != foundFolder_ &&
+           std::chrono::steady_clock::now() - foundAt_ <= FolderAge && !NameExists(exact) &&
+           IsFolder(foundFolder_);
+}
+
+bool PathResolver::FindFolder(const std::string& start, const std::string& exact) {
+    const std::optional<std::string> found = IsFolder(exact) ? exact : WalkTo(start, exact);
+    if (!found) {
+        return false;
     }
-    const auto now = std::chrono::steady_clock::now();
-    if (exact == askedFolder_ && now - foundAt_ <= FolderAge && IsFolder(foundFolder_)) {
-        return foundFolder_;
-    }
-    std::optional<std::string> found = WalkTo(start, exact);
-    if (found) {
-        askedFolder_ = exact;
-        foundFolder_ = *found;
-        foundAt_ = now;
-    }
-    return found;
+    askedFolder_ = exact;
+    foundFolder_ = *found;
+    foundAt_ = std::chrono::steady_clock::now();
+    return true;
 }
 
 std::optional<std::string> PathResolver::WalkTo(const std::string& start,

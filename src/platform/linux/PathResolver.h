@@ -68,16 +68,16 @@ class PathResolver {
     [[nodiscard]] Start StartOnDrive(char letter, std::string_view rest);
     [[nodiscard]] Start StartOnShare(std::string_view rest);
     [[nodiscard]] ResolvedPath ResolveItems(const std::string& folder, std::string_view items);
-    [[nodiscard]] std::optional<std::string> FindFolder(const std::string& start,
-                                                        const std::string& exact);
+    [[nodiscard]] bool Remembers(const std::string& exact) const;
+    [[nodiscard]] bool FindFolder(const std::string& start, const std::string& exact);
     [[nodiscard]] std::optional<std::string> WalkTo(const std::string& start,
                                                     const std::string& exact);
 
     DriveTable drives_;
     FolderIndex index_;        ///< of the folders that hold the names asked for
     FolderIndex wayIndex_;     ///< of the folders above those
-    std::string askedFolder_;  ///< last folder that was found only without regard to case, as it
-    std::string foundFolder_;  ///< was asked for and as it was found
+    std::string askedFolder_;  ///< the last folder that was found, as it was asked for
+    std::string foundFolder_;  ///< and as it was found
     std::chrono::steady_clock::time_point foundAt_;
 };
 
