@@ -68,7 +68,7 @@ RegistryStatus RegistryFile::CreateKey(RegistryHive /*hive*/, std::string_view k
 
 std::optional<RegistryValue> RegistryFile::QueryValue(RegistryHive /*hive*/, std::string_view key,
                                                       std::string_view name) {
-    const RegistryKeys keys = Read();
+    const RegistryKeys& keys = Read();
     const auto foundKey = keys.find(UpperCase(key));
     if (foundKey == keys.end()) {
         return std::nullopt;
@@ -82,6 +82,9 @@ RegistryStatus RegistryFile::SetValue(RegistryHive /*hive*/, std::string_view ke
                                       std::string_view name, const RegistryValue& value) {
     if (!IsRegistryPath(key) || !IsRegistryName(name) || value.type == RegistryType::Other) {
         return RegistryStatus::Failed;
+    }
+    if (Holds(key, name, value)) {
+        return RegistryStatus::Success;
     }
     return Apply([&](RegistryKeys& keys) {
         auto& entries = MakeRegistryKey(keys, key).entries;
@@ -117,6 +120,9 @@ RegistryStatus RegistryFile::Apply(const Change& change) const {
     if (!text) {
         return RegistryStatus::Failed;
     }
+    // It may have come here by a copy. Where it is missing there is nothing to protect.
+    constexpr mode_t OwnerOnly = 0600;
+    static_cast<void>(chmod(file_.c_str(), OwnerOnly));
     std::optional<RegistryKeys> keys = ParseRegistry(*text);
     if (!keys) {
         if (!KeepAside()) {
@@ -133,9 +139,38 @@ RegistryStatus RegistryFile::Apply(const Change& change) const {
     return after == before || Replace(after) ? RegistryStatus::Success : RegistryStatus::Failed;
 }
 
-RegistryKeys RegistryFile::Read() const {
-    const std::optional<std::string> text = ReadText();
-    return text ? ParseRegistry(*text).value_or(RegistryKeys()) : RegistryKeys();
+bool RegistryFile::Stamp::operator==(const Stamp& other) const {
+    const auto same = [](const timespec& one, const timespec& two) {
+        return one.tv_sec == two.tv_sec && one.tv_nsec == two.tv_nsec;
+    };
+    return device == other.device && inode == other.inode && size == other.size &&
+           same(modified, other.modified) && same(changed, other.changed);
+}
+
+RegistryFile::Stamp RegistryFile::StampOfFile() const {
+    struct stat status = {};
+    if (stat(file_.c_str(), &status) != 0) {
+        return {};
+    }
+    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
+}
+
+const RegistryKeys& RegistryFile::Read() {
+    // Taken before the reading, so that a change that comes meanwhile shows at the next read.
+    const Stamp now = StampOfFile();
+    if (stamp_ != now) {
+        const std::optional<std::string> text = ReadText();
+        keys_ = text ? ParseRegistry(*text).value_or(RegistryKeys()) : RegistryKeys();
+        stamp_ = now;
+    }
+    return keys_;
+}
+
+bool RegistryFile::Holds(std::string_view key, std::string_view name, const RegistryValue& value) {
+    const std::optional<RegistryValue> held = QueryValue(RegistryHive::CurrentUser, key, name);
+    return held && held->type == value.type &&
+           (value.type == RegistryType::Text ? held->text == value.text
+                                             : held->number == value.number);
 }
 
 /// Empty for a missing file; nothing for one that cannot be read.

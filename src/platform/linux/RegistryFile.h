@@ -1,6 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <ctime>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/Registry.h"
@@ -10,7 +14,8 @@
 namespace zarn {
 
 /// The store as one text file, `settings.reg`, readable by its owner only (`RegistryText.h` tells
-/// its form). A missing file is an empty store. Every read takes the file afresh.
+/// its form). A missing file is an empty store. A read looks whether the file is still the one that
+/// was read last, and reads it again if it is not.
 ///
 /// A write replaces the file whole, under a lock that all instances share: a crash at any moment
 /// leaves the old or the new store. A write that changes nothing leaves the file alone. A file
@@ -34,8 +39,22 @@ class RegistryFile : public Registry {
   private:
     using Change = std::function<RegistryStatus(RegistryKeys&)>;
 
+    /// What tells one state of the file from the next; all zero for a missing file. Each write
+    /// makes a new file.
+    struct Stamp {
+        dev_t device = 0;
+        ino_t inode = 0;
+        off_t size = 0;
+        timespec modified = {};
+        timespec changed = {};
+        bool operator==(const Stamp& other) const;
+    };
+    [[nodiscard]] Stamp StampOfFile() const;
+
     [[nodiscard]] RegistryStatus Apply(const Change& change) const;
-    [[nodiscard]] RegistryKeys Read() const;
+    [[nodiscard]] const RegistryKeys& Read();
+    [[nodiscard]] bool Holds(std::string_view key, std::string_view name,
+                             const RegistryValue& value);
     [[nodiscard]] std::optional<std::string> ReadText() const;
     [[nodiscard]] FileDescriptor Lock() const;
     [[nodiscard]] bool KeepAside() const;
@@ -44,6 +63,8 @@ class RegistryFile : public Registry {
 
     std::string folder_;
     std::string file_;
+    std::optional<Stamp> stamp_;  ///< of the file that `keys_` were read from
+    RegistryKeys keys_;
 };
 
 }  // namespace zarn
