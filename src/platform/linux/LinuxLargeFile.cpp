@@ -18,14 +18,15 @@ namespace zarn {
 
 namespace {
 
-// Where the kernel's copy beats reading and writing through a buffer of 256 KB: servers copy by
-// themselves (nfs, cifs, ceph, some fuse), and on tmpfs it took 5 to 10 % less time for ranges
-// that lie between blocks. It took 15 to 25 % more on ext4 and xfs and up to 5 % more on btrfs.
-bool KernelCopiesFaster(int file) {
+// Where the kernel's copy beats reading and writing through a buffer of 256 KB. Servers copy by
+// themselves (nfs, cifs, ceph, some fuse). On tmpfs it took 5 to 10 % less time for ranges that lie
+// between blocks. On ext4 it took 12 % less where both ranges begin on page boundaries and 15 to
+// 25 % more elsewhere, as on xfs; on btrfs up to 5 % more.
+KernelCopy KernelCopyOn(int file) {
     constexpr unsigned CephMagic = 0x00C36400;
     struct statfs volume = {};
     if (fstatfs(file, &volume) != 0) {
-        return false;
+        return KernelCopy::Never;
     }
     switch (static_cast<unsigned>(volume.f_type)) {
         case TMPFS_MAGIC:
@@ -34,10 +35,18 @@ bool KernelCopiesFaster(int file) {
         case SMB2_SUPER_MAGIC:
         case FUSE_SUPER_MAGIC:
         case CephMagic:
-            return true;
+            return KernelCopy::Always;
+        case EXT4_SUPER_MAGIC:
+            return KernelCopy::OfWholePages;
         default:
-            return false;
+            return KernelCopy::Never;
     }
+}
+
+bool IsOnPageBoundary(int file) {
+    constexpr off_t Page = 4096;
+    const off_t position = lseek(file, 0, SEEK_CUR);
+    return position >= 0 && position % Page == 0;
 }
 
 // What copy_file_range says of a pair of files that it cannot serve.
@@ -74,7 +83,7 @@ void LinuxLargeFile::Create(std::string_view path) {
     const std::string target = paths_->SystemPath(path);
     const FolderChange change(*paths_, target);
     file_ = OpenForWriting(target, O_CREAT | O_TRUNC, ErrorNumber::PathNotFound);
-    kernelCopies_ = KernelCopiesFaster(file_.Number());
+    kernelCopy_ = KernelCopyOn(file_.Number());
 }
 
 void LinuxLargeFile::Append(std::string_view path) {
@@ -84,7 +93,7 @@ void LinuxLargeFile::Append(std::string_view path) {
         RaiseErrno(errno);
     }
     file_ = std::move(file);
-    kernelCopies_ = KernelCopiesFaster(file_.Number());
+    kernelCopy_ = KernelCopyOn(file_.Number());
 }
 
 std::size_t LinuxLargeFile::Read(std::span<std::byte> buffer) {
@@ -96,15 +105,25 @@ void LinuxLargeFile::Write(std::span<const std::byte> bytes) {
 }
 
 std::int64_t LinuxLargeFile::WriteFrom(LargeFileAccess& source, std::int64_t count) {
-    const std::int64_t moved = source.NativeHandle() < 0 ? 0 : CopyInKernel(source, count);
+    const std::int64_t moved = KernelServes(source, count) ? CopyInKernel(source, count) : 0;
     // Also reads what the kernel took for the end: some files have bytes, but no size.
     return moved + LargeFileAccess::WriteFrom(source, count - moved);
+}
+
+bool LinuxLargeFile::KernelServes(const LargeFileAccess& source, std::int64_t count) const {
+    constexpr std::int64_t WorthAsking = 1048576;
+    const int from = source.NativeHandle();
+    if (from < 0 || kernelCopy_ == KernelCopy::Never) {
+        return false;
+    }
+    return kernelCopy_ == KernelCopy::Always ||
+           (count >= WorthAsking && IsOnPageBoundary(from) && IsOnPageBoundary(file_.Number()));
 }
 
 std::int64_t LinuxLargeFile::CopyInKernel(const LargeFileAccess& source, std::int64_t count) {
     constexpr std::int64_t MostAtOnce = std::int64_t{1} << 30U;
     std::int64_t moved = 0;
-    while (kernelCopies_ && moved < count) {
+    while (kernelCopy_ != KernelCopy::Never && moved < count) {
         const auto wanted = static_cast<std::size_t>(std::min(count - moved, MostAtOnce));
         const ssize_t copied =
             copy_file_range(source.NativeHandle(), nullptr, file_.Number(), nullptr, wanted, 0);
@@ -114,7 +133,7 @@ std::int64_t LinuxLargeFile::CopyInKernel(const LargeFileAccess& source, std::in
         if (copied > 0) {
             moved += copied;
         } else if (MeansUseBuffer(errno)) {
-            kernelCopies_ = false;
+            kernelCopy_ = KernelCopy::Never;
         } else if (errno != EINTR) {
             RaiseErrno(errno);
         }

@@ -8,6 +8,9 @@
 
 namespace zarn {
 
+/// When the kernel is asked to copy to a file of a file system.
+enum class KernelCopy { Never, OfWholePages, Always };
+
 /// A file descriptor. `Open` also raises 75 for what is no file of bytes.
 class LinuxLargeFile : public LargeFileAccess {
   public:
@@ -25,13 +28,15 @@ class LinuxLargeFile : public LargeFileAccess {
     [[nodiscard]] int NativeHandle() const override { return file_.Number(); }
 
   private:
+    [[nodiscard]] bool KernelServes(const LargeFileAccess& source, std::int64_t count) const;
+
     /// Fewer bytes than asked for where the source ends or the kernel cannot serve the two files.
     std::int64_t CopyInKernel(const LargeFileAccess& source, std::int64_t count);
 
     std::shared_ptr<PathResolver> paths_;
     FileDescriptor file_;
-    bool kernelCopies_ = false;  ///< the file system copies faster by itself
-    bool mayShare_ = true;       ///< no file system has refused to share blocks yet
+    KernelCopy kernelCopy_ = KernelCopy::Never;
+    bool mayShare_ = true;  ///< no file system has refused to share blocks yet
 };
 
 }  // namespace zarn
