@@ -57,6 +57,16 @@ TEST_F(JoinFixture, KnowsTheFormsOfItsLines) {
     EXPECT_FALSE(folder.Has("100%PATH% \"a\" b_Part"));
 }
 
+// Decoded, the one name is the other in lower case.
+TEST_F(JoinFixture, NamesOfBytesThatAreNoTextStandForThemselves) {
+    const std::string raw = "E\xE9.BIN";
+    folder.Write("E\xC3\x89.BIN_Part1", "accent");
+    folder.Write(raw + "_Part1", "raw");
+    EXPECT_EQ(Run("Copy " + raw + "_Part1 Zarn.TMP\nRen Zarn.TMP " + raw).message, "");
+    EXPECT_EQ(folder.Read(raw), "raw");
+    EXPECT_FALSE(folder.Has("E\xC3\x89.BIN") || folder.Has("E\xC3\xA9.BIN"));
+}
+
 TEST_F(JoinFixture, RefusesEveryOtherScriptBeforeItTouchesAFile) {
     folder.MakeFolder("sub");
     folder.Write("sub/Movie.avi_Part1", "elsewhere");

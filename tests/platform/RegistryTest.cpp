@@ -63,6 +63,8 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
                   "\"Count\"=dword:0000002a\n"
                   "\"Folder\"=\"C:\\\\a \\\"b\\\"\"\n"
                   "\"Odd\\\\\\\"Name\"=\"caf\xC3\xA9 \"\n");
+    chmod(home.System("a/config/settings.reg").c_str(), 0644);
+    EXPECT_TRUE(RegistryFile(home.System("a/config")).KeyExists(User, Key));
     for (const auto& [name, mode] :
          {std::pair("a", 0700U), std::pair("a/config", 0700U),
           std::pair("a/config/settings.reg", 0600U), std::pair("a/config/settings.lock", 0600U)}) {

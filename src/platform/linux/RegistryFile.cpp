@@ -120,9 +120,6 @@ RegistryStatus RegistryFile::Apply(const Change& change) const {
     if (!text) {
         return RegistryStatus::Failed;
     }
-    // It may have come here by a copy. Where it is missing there is nothing to protect.
-    constexpr mode_t OwnerOnly = 0600;
-    static_cast<void>(chmod(file_.c_str(), OwnerOnly));
     std::optional<RegistryKeys> keys = ParseRegistry(*text);
     if (!keys) {
         if (!KeepAside()) {
@@ -180,6 +177,9 @@ std::optional<std::string> RegistryFile::ReadText() const {
     if (!file.IsOpen()) {
         return errno == ENOENT || errno == ENOTDIR ? std::optional(std::string()) : std::nullopt;
     }
+    // A file that came here by a copy may be open to others.
+    constexpr mode_t OwnerOnly = 0600;
+    static_cast<void>(fchmod(file.Number(), OwnerOnly));
     try {
         std::string text = ReadToEnd(file, Limit);
         return text.size() < Limit ? std::optional(std::move(text)) : std::nullopt;
