@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
+#include <climits>
+#include <cstdlib>
 #include <initializer_list>
-#include <system_error>
 #include <utility>
 
 #include "runtime/RuntimeError.h"
@@ -52,6 +52,12 @@ std::optional<DriveType> TypeOfWord(std::string_view word) {
     return std::nullopt;
 }
 
+// Without the links in it; as given where there is no such folder now.
+std::string RealPath(const std::string& folder) {
+    std::array<char, PATH_MAX> real = {};
+    return realpath(folder.c_str(), real.data()) == nullptr ? folder : std::string(real.data());
+}
+
 std::optional<Drive> ParseDriveLine(std::string_view line) {
     line = TrimBlanks(line);
     if (line.size() < 2 || line[1] != ':') {
@@ -68,9 +74,7 @@ std::optional<Drive> ParseDriveLine(std::string_view line) {
     if (!letter || *letter == 'C' || !type || !folder.starts_with('/')) {
         return std::nullopt;
     }
-    std::error_code missing;
-    const std::filesystem::path real = std::filesystem::canonical(folder, missing);
-    return Drive{*letter, *type, missing ? std::string(folder) : real.string(), true, true};
+    return Drive{*letter, *type, RealPath(std::string(folder)), true, true};
 }
 
 bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> list) {

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -246,13 +245,7 @@ std::string LinuxFileSystem::TemporaryFolder() {
 }
 
 std::string LinuxFileSystem::ProgramFolder() {
-    std::string program(PATH_MAX, '\0');
-    const ssize_t size = readlink("/proc/self/exe", program.data(), program.size());
-    if (size <= 0) {
-        RaiseErrno(errno);
-    }
-    program.resize(static_cast<std::size_t>(size));
-    const std::optional<std::string> folder = DrivePath(SystemFolderOf(program));
+    const std::optional<std::string> folder = DrivePath(SystemFolderOf(ProgramFile()));
     if (!folder) {
         throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
     }

@@ -8,8 +8,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -41,12 +39,7 @@ class SpawnActions {
 };
 
 std::string StandardInterpreter() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) {
-        throw RuntimeError(ErrorNumber::FileNotFound);
-    }
-    return program.parent_path() / "ZarnScript";
+    return JoinSystemPath(SystemFolderOf(ProgramFile()), "ZarnScript");
 }
 
 int NiceValue(PriorityClass priority) {

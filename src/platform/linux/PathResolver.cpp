@@ -266,6 +266,16 @@ std::string_view SystemNameOf(std::string_view systemPath) {
     return systemPath.substr(systemPath.rfind('/') + 1);
 }
 
+std::string ProgramFile() {
+    std::string program(PATH_MAX, '\0');
+    const ssize_t size = readlink("/proc/self/exe", program.data(), program.size());
+    if (size <= 0) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
+    program.resize(static_cast<std::size_t>(size));
+    return program;
+}
+
 std::string JoinSystemPath(std::string_view folder, std::string_view name) {
     std::string path(folder);
     if (!path.ends_with('/')) {

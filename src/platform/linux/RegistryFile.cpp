@@ -1,5 +1,6 @@
 #include "platform/linux/RegistryFile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,9 +9,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
+#include <memory>
 #include <span>
-#include <system_error>
 #include <utility>
 
 #include "platform/linux/UserFolders.h"
@@ -230,11 +230,11 @@ bool RegistryFile::Replace(std::string_view text) const {
 /// What a process left that was killed while it wrote.
 void RegistryFile::RemoveLeftOvers() const {
     const std::string start = std::string(FileName) + std::string(NewMark);
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder_, error), end; !error && entry != end;
-         entry.increment(error)) {
-        if (entry->path().filename().string().starts_with(start)) {
-            unlink(entry->path().c_str());
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder_.c_str()), closedir);
+    while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
+        const std::string_view name = &entry->d_name[0];
+        if (name.starts_with(start)) {
+            unlinkat(dirfd(stream.get()), &entry->d_name[0], 0);
         }
     }
 }
