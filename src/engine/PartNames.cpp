@@ -24,11 +24,7 @@ std::string FunctionPartNumber(double number, double total) {
         return {};
     }
     const std::size_t width = WholeText(total).size();
-    std::string text = WholeText(number);
-    if (text.size() < width) {
-        text.insert(0, width - text.size(), '0');
-    }
-    return text.substr(0, width);
+    return PadLeft(WholeText(number), width, '0').substr(0, width);
 }
 
 std::string PartPath(std::string_view basePath, double number, double total) {

@@ -64,10 +64,13 @@ void SplitterEngine::Run::CloseFiles() {
     output_->Close();
 }
 
-// The base path exists only if an archive was made in the destination folder itself.
+// The job's archive lies at the base path only if it was made in the destination folder itself;
+// another file of that name is the user's. An archive that has taken the place of a deleted source
+// stays.
 void SplitterEngine::Run::DiscardOutput() {
     engine_.DeleteFilesMatrix();
-    if (order_.compressed) {
+    if (order_.compressed && engine_.basePath_ == order_.source &&
+        engine_.shared_.Parameters().DeleteSource() != 1) {
         files_.FileDelete(engine_.basePath_);
     }
 }

@@ -74,6 +74,14 @@ void SplitterEngine::Run::StartJob() {
     startTime_ = platform_.clock->Timer();
     input_ = platform_.fileSystem->MakeLargeFile();
     output_ = platform_.fileSystem->MakeLargeFile();
+    OpenInput();
+}
+
+// Where the archive could not be written, an older file of its name must not pass for it.
+void SplitterEngine::Run::OpenInput() {
+    if (order_.compressed && order_.source == engine_.archive_ && !engine_.archiveIsWhole_) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
     input_->Open(order_.source);
 }
 
@@ -146,7 +154,7 @@ bool SplitterEngine::Run::OpenNextPart() {
 bool SplitterEngine::Run::AskForMedium(std::string& partPath) {
     if (partNumber_ > 1) {
         // The user is about to take the medium out.
-        engine_.FlushOutput();
+        engine_.FlushFolderOf(engine_.basePath_);
     }
     engine_.RaiseRemovableMedia(partPath, partNumber_, totalParts_, order_.partSize);
     return !engine_.cancelRequested_;
@@ -166,12 +174,16 @@ void SplitterEngine::Run::FinishPart(PartEnd end) {
 bool SplitterEngine::Run::Complete() {
     CloseFiles();
     const std::unique_ptr<PendingFile> script = PrepareScript();
+    // Asked before the input goes: a cancelled job removes its parts.
+    if (Cancelled()) {
+        return CancelAfterScript();
+    }
     DeleteInput(*script);
     script->Commit();
     if (spansMedia_) {
-        engine_.FlushOutput();
+        engine_.FlushFolderOf(engine_.basePath_);
     }
-    return Cancelled() ? CancelAfterScript() : true;
+    return true;
 }
 
 std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
@@ -192,7 +204,7 @@ void SplitterEngine::Run::DeleteInput(PendingFile& script) {
     const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
     if (deleteSource) {
         script.Flush();
-        engine_.FlushOutput();
+        engine_.FlushFolderOf(engine_.basePath_);
     }
     const bool besideParts = engine_.basePath_ == order_.source;
     if (order_.compressed ? !besideParts : deleteSource) {

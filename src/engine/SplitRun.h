@@ -37,6 +37,7 @@ class SplitterEngine::Run {
     // Stages
     void ChooseMedia();
     void StartJob();
+    void OpenInput();
     void PlanParts();
     [[nodiscard]] Ending WriteParts();
     [[nodiscard]] bool Complete();

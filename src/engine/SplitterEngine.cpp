@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::int32_t NetworkFreeBytes = 9999;
 
-bool IsNetworkPath(std::string_view path) {
-    return path.starts_with(R"(\\)");
-}
-
 const char* FailureText(bool spansMedia) {
     return spansMedia ? "Write error in file      \rthe destination media has errors.\r\r"
                         "Split process aborted."
@@ -75,7 +71,15 @@ std::int32_t SplitterEngine::FunctionCheckSpaceRemovable(std::string_view path) 
 }
 
 void SplitterEngine::FlushOutput() {
-    std::string folder = Files::FunctionPath(basePath_);
+    FlushFolderOf(basePath_);
+    if (shared_.Files().FileExist(archive_)) {
+        FlushFolderOf(archive_);
+    }
+}
+
+// A job that ended before its first part may have no folder yet.
+void SplitterEngine::FlushFolderOf(std::string_view path) {
+    std::string folder = Files::FunctionPath(path);
     if (folder.empty()) {
         folder = ".";
     }

@@ -38,6 +38,18 @@ class SplitterEngine {
     [[nodiscard]] static std::string ConvertFileName(std::string_view path,
                                                      std::string_view suffix);
 
+    /// Turns `source` into a ZIP file in the temporary folder and returns its path, which lies in
+    /// `folder` (the temporary folder, too). `level` (0 to 9; what lies outside counts as the
+    /// nearer of the two) holds if the setting `CompressDestination` is 1; the ZIP only stores
+    /// otherwise. `CompressPassword` encrypts it if `CompressPasswordProtect` is 1. With
+    /// `DeleteSource` 1 the source is deleted as soon as the ZIP is written and on the medium.
+    /// Cannot be cancelled. An archive that cannot be written is not reported: what was at its
+    /// path, if anything, is still there, and `SplittFile` fails on it as on a missing file. Raises
+    /// 58 where the source itself lies at the ZIP's path, 48 where the ZIP library is missing, and
+    /// file errors of copying and flushing the ZIP.
+    [[nodiscard]] std::string CompressSource(const std::string& source, const std::string& folder,
+                                             std::int32_t level);
+
     /// Cuts `source` into parts in `destination` (which ends in a backslash). `compressed` says
     /// that the source is an archive made for this job, to be deleted after it. The criterion
     /// "Size" cuts by `partSize` bytes, any other text by `count`; a run by count or over
@@ -57,13 +69,17 @@ class SplitterEngine {
     /// 0 for a network path, else the unit's free bytes. Raises overflow above 32 bits.
     [[nodiscard]] std::int32_t FunctionCheckSpaceRemovable(std::string_view path);
 
-    /// Waits until all that the job wrote is on the medium, for a caller that deletes the source
-    /// afterwards. Does nothing without a destination folder. Raises what `FlushVolume` raises.
+    /// Waits until all that the job wrote is on the medium, an archive that is still there
+    /// included, for a caller that deletes the source afterwards. Raises what `FlushVolume` raises.
     void FlushOutput();
 
   private:
     class Run;
 
+    [[nodiscard]] bool WriteArchive(const std::string& source, const std::string& archive,
+                                    std::int32_t level);
+    void MoveArchive(const std::string& from);
+    void FlushFolderOf(std::string_view path);
     [[nodiscard]] double FreeBytes(std::string_view path);
     [[nodiscard]] double BytesOfText(std::string_view text);
     void DeleteFilesMatrix();
@@ -76,6 +92,8 @@ class SplitterEngine {
     bool cancelRequested_ = false;
     PartList parts_;
     std::string basePath_;
+    std::string archive_;  ///< the path of `CompressSource`'s ZIP; empty without a compression
+    bool archiveIsWhole_ = false;
 };
 
 }  // namespace zarn

@@ -5,8 +5,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/LargeFileAccess.h"
+#include "runtime/DateTime.h"
 
 namespace zarn {
 
@@ -65,11 +67,26 @@ class FileSystem {
     /// Directory search with the normal-file mask: the name, without folder, of the first file
     /// that the path matches. `*` and `?` in the last item match as wildcards, without regard to
     /// case, unless a file of just that name exists; "*.*" matches every name. Folders, pipes,
-    /// devices, hidden and system files are not found. Raises 52 for a path on no drive.
+    /// devices, hidden and system files are not found, nor names that hold a backslash. Raises 52
+    /// for a path on no drive.
     [[nodiscard]] virtual std::optional<std::string> FindFile(std::string_view path) = 0;
+
+    /// The names of the files and folders in a folder, in ascending order of their bytes, without
+    /// `.`, `..`, hidden and system ones, and names that hold a backslash. Raises 76 if there is no
+    /// such folder, 70 if it may not be read, 52 for a path on no drive.
+    [[nodiscard]] virtual std::vector<std::string> ListFolder(std::string_view folder) = 0;
 
     /// The attributes of a file or folder; nothing if there is none.
     [[nodiscard]] virtual std::optional<std::uint32_t> Attributes(std::string_view path) = 0;
+
+    /// Local date and time of the last write to a file that the program may write; nothing where
+    /// it may not (read-only included) or where there is no such file.
+    [[nodiscard]] virtual std::optional<DateTime> WriteTime(std::string_view path) = 0;
+
+    /// True if the file exists, can be opened for reading, and nobody else has it open. Where the
+    /// system does not say who has a file open (a server's file, another user's), being able to
+    /// open it is enough.
+    [[nodiscard]] virtual bool OpensExclusively(std::string_view path) = 0;
 
     /// Takes the read-only, hidden and system attributes off. Raises 53, 70 or 75.
     virtual void SetNormalAttributes(std::string_view path) = 0;
@@ -95,8 +112,13 @@ class FileSystem {
     [[nodiscard]] virtual std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
                                                                    std::string_view bytes) = 0;
 
+    /// Likewise, with the bytes of `source` from its current position to its end.
+    [[nodiscard]] virtual std::unique_ptr<PendingFile> PrepareCopy(std::string_view path,
+                                                                   LargeFileAccess& source) = 0;
+
     /// Waits until everything written below an existing folder's file system is on the medium,
-    /// names included. Raises 57 if the medium failed, 76 if there is no such folder.
+    /// names included. Raises 57 if the medium failed, 76 if there is no such folder. In a folder
+    /// that may be written but not read all volumes are flushed, and a failing one goes unnoticed.
     virtual void FlushVolume(std::string_view folder) = 0;
 
     /// A folder of the user's own for temporary files, with a backslash at its end: `$TMPDIR`,
@@ -113,6 +135,9 @@ class FileSystem {
     /// The absolute path of an existing file or folder with its names as they are spelled in their
     /// folders. Nothing if there is no such file, or a name in its path holds a backslash.
     [[nodiscard]] virtual std::optional<std::string> SpelledPath(std::string_view path) = 0;
+
+    /// True if both paths lead to one existing file or folder, be it through links or another name.
+    [[nodiscard]] virtual bool IsSameFile(std::string_view one, std::string_view other) = 0;
 
     /// A closed file of this file system.
     [[nodiscard]] virtual std::unique_ptr<LargeFileAccess> MakeLargeFile() = 0;

@@ -9,6 +9,7 @@
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Volumes.h"
+#include "platform/ZipWriter.h"
 
 namespace zarn {
 
@@ -21,6 +22,7 @@ struct Platform {
     std::unique_ptr<Clock> clock;
     std::unique_ptr<MessageQueue> messageQueue;
     std::unique_ptr<MessageBoxes> messageBoxes;
+    std::unique_ptr<ZipWriter> zipWriter;
 };
 
 }  // namespace zarn

@@ -1,5 +1,6 @@
 #include "runtime/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -144,6 +145,25 @@ Integer ToInteger(double value) {
     return static_cast<Integer>(rounded);
 }
 
+/// A number with its thousands grouped and exactly `decimals` (0 to 2) decimals.
+std::string FixedText(double value, int decimals, const LocaleSeparators& separators) {
+    constexpr std::size_t GroupDigits = 3;
+    const double rounded = RoundHalfEven(value, decimals);
+    std::array<char, std::numeric_limits<double>::max_exponent10 + 8> buffer{};
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
+                                            std::abs(rounded), std::chars_format::fixed, decimals);
+    const std::string_view digits(buffer.data(), end);
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    std::string text = rounded < 0 ? "-" : "";
+    for (std::size_t i = 0; i < point; ++i) {
+        if (i > 0 && (point - i) % GroupDigits == 0) {
+            text += separators.group;
+        }
+        text += digits[i];
+    }
+    return text + Replace(digits.substr(point), ".", separators.decimal);
+}
+
 }  // namespace
 
 double NumberPrefix(std::string_view text) {
@@ -201,22 +221,12 @@ std::string NumberText(double value, const LocaleSeparators& separators) {
 }
 
 std::string StandardText(double value, const LocaleSeparators& separators) {
-    constexpr int Decimals = 2;
-    constexpr std::size_t GroupDigits = 3;
-    const double rounded = RoundHalfEven(value, Decimals);
-    std::array<char, std::numeric_limits<double>::max_exponent10 + 8> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
-                                            std::abs(rounded), std::chars_format::fixed, Decimals);
-    const std::string_view digits(buffer.data(), end);
-    const std::size_t point = digits.size() - Decimals - 1;
-    std::string text = rounded < 0 ? "-" : "";
-    for (std::size_t i = 0; i < point; ++i) {
-        if (i > 0 && (point - i) % GroupDigits == 0) {
-            text += separators.group;
-        }
-        text += digits[i];
-    }
-    return text + separators.decimal + std::string(digits.substr(point + 1));
+    return FixedText(value, 2, separators);
+}
+
+std::string GroupedText(double value, const LocaleSeparators& separators) {
+    const std::string text = FixedText(value, 0, separators);
+    return text == "0" ? std::string() : text;
 }
 
 }  // namespace zarn

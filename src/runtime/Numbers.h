@@ -38,4 +38,8 @@ namespace zarn {
 /// ("1,024.00").
 [[nodiscard]] std::string StandardText(double value, const LocaleSeparators& separators);
 
+/// The "###,###,###,###" format: rounded to a whole number (a tie to the even one), thousands
+/// grouped, no decimals; empty for zero ("1,024").
+[[nodiscard]] std::string GroupedText(double value, const LocaleSeparators& separators);
+
 }  // namespace zarn

@@ -12,6 +12,8 @@ const char* ErrorText(ErrorNumber number) noexcept {
             return "Division by zero";
         case ErrorNumber::TypeMismatch:
             return "Type mismatch";
+        case ErrorNumber::ErrorLoadingLibrary:
+            return "Error in loading DLL";
         case ErrorNumber::BadFileNameOrNumber:
             return "Bad file name or number";
         case ErrorNumber::FileNotFound:

@@ -11,6 +11,7 @@ enum class ErrorNumber {
     SubscriptOutOfRange = 9,
     DivisionByZero = 11,
     TypeMismatch = 13,
+    ErrorLoadingLibrary = 48,
     BadFileNameOrNumber = 52,
     FileNotFound = 53,
     BadFileMode = 54,

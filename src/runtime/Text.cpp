@@ -124,6 +124,11 @@ std::string_view Trim(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string PadLeft(std::string_view text, std::size_t width, char fill) {
+    const std::size_t length = Length(text);
+    return std::string(width > length ? width - length : 0, fill).append(text);
+}
+
 std::vector<std::string> Split(std::string_view text, std::string_view separator) {
     std::vector<std::string> parts;
     if (text.empty()) {
@@ -152,6 +157,10 @@ std::string Replace(std::string_view text, std::string_view what, std::string_vi
 
 bool Contains(std::string_view text, std::string_view what) {
     return text.find(what) != std::string_view::npos;
+}
+
+bool IsNetworkPath(std::string_view path) {
+    return path.starts_with(R"(\\)");
 }
 
 std::string_view FunctionLastPathItem(std::string_view path) {

@@ -27,6 +27,9 @@ namespace zarn {
 /// The text without the blanks (character 32 only) at both ends.
 [[nodiscard]] std::string_view Trim(std::string_view text);
 
+/// Puts `fill` in front of the text until it has at least `width` characters.
+[[nodiscard]] std::string PadLeft(std::string_view text, std::size_t width, char fill);
+
 /// Cuts at every occurrence of a separator that is not empty. A text without one gives itself;
 /// an empty text gives no element at all.
 [[nodiscard]] std::vector<std::string> Split(std::string_view text, std::string_view separator);
@@ -37,6 +40,9 @@ namespace zarn {
 
 /// Binary substring search.
 [[nodiscard]] bool Contains(std::string_view text, std::string_view what);
+
+/// True for a path on a server: `\\server\share\name`.
+[[nodiscard]] bool IsNetworkPath(std::string_view path);
 
 /// The text after the last backslash of a path; all of it if there is none.
 [[nodiscard]] std::string_view FunctionLastPathItem(std::string_view path);

@@ -3,14 +3,12 @@
 #include "runtime/CodePage.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 
 namespace zarn {
 
 namespace {
 
-constexpr std::string_view PartMark = "_Part";
-constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view WebAddress = "https://zarnfilesplitter.test";
 constexpr std::size_t TitleWidth = 107;
 constexpr std::size_t RuleWidth = 73;
 
@@ -18,33 +16,15 @@ std::string Quoted(std::string_view text) {
     return '"' + std::string(text) + '"';
 }
 
-std::string Line(std::string text) {
-    return text.append(LineEnd);
-}
-
 std::string RuleLine() {
     return Line("Rem " + std::string(RuleWidth, '='));
 }
 
 std::string TitleLine() {
-    std::string line = "Rem |  Zarn File Splitter ";
-    line.append(VersionText).append("  ").append(WebAddress);
+    std::string line = "Rem |  " + ProductText() + "  ";
+    line.append(WebAddress);
     line.resize(TitleWidth, ' ');
     return Line(line);
-}
-
-std::string TwoDigits(int value) {
-    return (value < 10 ? "0" : "") + std::to_string(value);
-}
-
-// Month before day and the 12-hour clock in every locale; only the separators are the locale's.
-std::string MomentText(const DateTime& moment, const LocaleSeparators& separators) {
-    std::string year = std::to_string(moment.year);
-    year.insert(0, year.size() < 4 ? 4 - year.size() : 0, '0');
-    const int hour = moment.hour % 12 == 0 ? 12 : moment.hour % 12;
-    return TwoDigits(moment.month) + separators.date + TwoDigits(moment.day) + separators.date +
-           year + " " + TwoDigits(hour) + separators.time + TwoDigits(moment.minute) +
-           (moment.hour < 12 ? " AM" : " PM");
 }
 
 }  // namespace
@@ -59,12 +39,7 @@ void BatchGenerator::FilesADD(std::string_view fileName) {
 
 std::string BatchGenerator::FunctionFileBat(std::string_view firstPart,
                                             std::string_view destinationBase) {
-    const std::vector<std::string> pieces = Split(firstPart, PartMark);
-    if (pieces.size() < 2) {
-        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    }
-    std::string path = Files::FunctionPath(destinationBase);
-    return path.append(pieces[0]).append(PartMark).append(Replace(pieces[1], "1", "0")) + ".bat";
+    return PathBesideParts(firstPart, destinationBase, ".bat");
 }
 
 std::unique_ptr<PendingFile> BatchGenerator::PrepareBat(std::string_view firstPart,
@@ -81,7 +56,10 @@ void BatchGenerator::FilesMakeBat(std::string_view firstPart, std::string_view d
 }
 
 std::string BatchGenerator::HeadLines() {
-    const std::string created = MomentText(shared_.Platform().clock->Now(), shared_.Separators());
+    const DateTime now = shared_.Platform().clock->Now();
+    const LocaleSeparators& separators = shared_.Separators();
+    const std::string created = DateText(now, separators.date) + " " +
+                                ClockText(now, separators.time, ClockDetail::Minutes);
     return Line("@Echo off") + RuleLine() + TitleLine() + RuleLine() +
            Line("Rem |  Created ......: " + created) +
            Line("Rem |  Parts Count ..: " + std::to_string(files_.size())) +

@@ -11,8 +11,6 @@ namespace zarn {
 
 namespace {
 
-constexpr std::string_view NetworkPrefix = R"(\\)";
-
 void TryCreateFolder(FileSystem& fileSystem, std::string_view folder) {
     try {
         fileSystem.CreateFolder(folder);
@@ -32,7 +30,7 @@ bool Files::FolderExist(std::string_view folder) {
 }
 
 void Files::CreateFolder(std::string_view folder) {
-    if (folder.starts_with(NetworkPrefix)) {
+    if (IsNetworkPath(folder)) {
         CreateFolderNetwork(folder);
     } else {
         CreateFolderLocal(folder);
@@ -50,7 +48,7 @@ void Files::CreateFolderLocal(std::string_view folder) {
 
 void Files::CreateFolderNetwork(std::string_view folder) {
     constexpr std::size_t ItemsOfShare = 4;  // \\server\share cannot be created
-    if (folder == NetworkPrefix || Split(folder, "\\").size() == ItemsOfShare ||
+    if (folder == R"(\\)" || Split(folder, "\\").size() == ItemsOfShare ||
         GetUnitFreeSpace(folder) == "Media not Ready") {
         return;
     }

@@ -15,10 +15,6 @@ constexpr double TextMargin = 3000;
 constexpr double CountMargin = 2000;
 constexpr double Kilo = 1024;
 
-bool IsNetworkPath(std::string_view path) {
-    return path.starts_with(R"(\\)");
-}
-
 bool IsDrivePath(std::string_view path) {
     return Mid(path, 2, 1) == ":";
 }

@@ -32,7 +32,11 @@ void SplitSource(CommandLineJob& job, SharedObjects& shared) {
     SharedProgress progress;
     SplitterEvents nobodyListens;
     SplitterEngine engine(shared, progress, nobodyListens);
-    engine.SplittFile(job.source, job.destination, job.partSize, false, false, job.criterion,
+    const std::string input =
+        job.compress
+            ? engine.CompressSource(job.source, shared.Parameters().TemporaryFolder(), job.level)
+            : job.source;
+    engine.SplittFile(input, job.destination, job.partSize, job.compress, false, job.criterion,
                       job.count, job.sfv);
     if (job.deleteSource) {
         engine.FlushOutput();
@@ -64,11 +68,7 @@ void RunJob(CommandLineJob job, SharedObjects& shared) {
         return;
     }
     const RestoredDeleteSplitParts restored(parameters, remembered);
-    if (job.compress) {
-        shared.Messages().Error("Compression is not available in this build.");
-    } else {
-        SplitSource(job, shared);
-    }
+    SplitSource(job, shared);
 }
 
 std::optional<std::string> FindError(const std::vector<CommandLineSwitch>& typed,

@@ -10,38 +10,36 @@
 #include <vector>
 
 #include "engine/SplitterEngine.h"
-#include "runtime/RuntimeError.h"
-#include "support/ForwardingFileSystem.h"
-#include "support/ForwardingLargeFile.h"
-#include "support/TestFolder.h"
 #include "support/TestPlatform.h"
+#include "support/WatchedFileSystem.h"
 
 namespace zarn::testing {
+
+using Names = std::vector<std::string>;
 
 /// Keeps every event as a text, and lets a test act in it.
 class RecordingEvents : public SplitterEvents {
   public:
-    void StartSplitt() override { log.emplace_back("start"); }
+    void StartSplitt() override { Keep("start"); }
     void StatusSplitt(std::int32_t percent, std::int32_t part, std::int32_t total,
                       double /*startTime*/) override {
-        log.push_back(std::to_string(percent) + "% " + std::to_string(part) + "/" +
-                      std::to_string(total));
-        if (whenStatus) {
-            whenStatus(percent);
-        }
+        Keep(std::to_string(percent) + "% " + std::to_string(part) + "/" + std::to_string(total));
     }
-    void SplitterFinish() override { log.emplace_back("finish"); }
+    void SplitterFinish() override { Keep("finish"); }
     void RemovableMedia(std::string& path, double& number, double& total, double& size) override {
-        log.push_back("medium " + std::to_string(static_cast<int>(number)) + "/" +
-                      std::to_string(static_cast<int>(total)) + " " +
-                      std::to_string(static_cast<int>(size)) + " " +
-                      path.substr(path.rfind('\\') + 1));
-        whenMedium(static_cast<int>(number));
+        Keep("medium " + std::to_string(static_cast<int>(number)) + "/" +
+             std::to_string(static_cast<int>(total)) + " " +
+             std::to_string(static_cast<int>(size)) + " " + path.substr(path.rfind('\\') + 1));
     }
 
-    std::vector<std::string> log;
-    std::function<void(int percent)> whenStatus;
-    std::function<void(int number)> whenMedium = [](int) {};
+    Names log;
+    std::function<void(const std::string& event)> then = [](const std::string& /*event*/) {};
+
+  private:
+    void Keep(const std::string& event) {
+        log.push_back(event);
+        then(event);
+    }
 };
 
 class RecordingQueue : public MessageQueue {
@@ -53,23 +51,8 @@ class RecordingQueue : public MessageQueue {
     std::chrono::milliseconds waited{0};
 };
 
-/// Makes every file of the real file system into one of a test's own.
-class WrappingFileSystem : public ForwardingFileSystem {
-  public:
-    using Maker = std::function<std::unique_ptr<LargeFileAccess>(std::unique_ptr<LargeFileAccess>)>;
-
-    WrappingFileSystem(std::unique_ptr<FileSystem> real, Maker maker)
-        : ForwardingFileSystem(std::move(real)), maker_(std::move(maker)) {}
-    std::unique_ptr<LargeFileAccess> MakeLargeFile() override {
-        return maker_(ForwardingFileSystem::MakeLargeFile());
-    }
-
-  private:
-    Maker maker_;
-};
-
 /// A folder for the source, an empty one for its parts. A test replaces parts of `test.platform`
-/// before the first call of `Engine`.
+/// before the first call of `Shared` or `Engine`.
 class EngineTest : public ::testing::Test {
   protected:
     EngineTest() {
@@ -78,23 +61,18 @@ class EngineTest : public ::testing::Test {
         test.platform.messageQueue = std::move(messageQueue);
     }
 
-    void WrapFiles(WrappingFileSystem::Maker maker) {
-        test.platform.fileSystem = std::make_unique<WrappingFileSystem>(
-            std::move(test.platform.fileSystem), std::move(maker));
+    WatchedFileSystem& Watch() {
+        auto watched = std::make_unique<WatchedFileSystem>(std::move(test.platform.fileSystem));
+        WatchedFileSystem& watch = *watched;
+        test.platform.fileSystem = std::move(watched);
+        return watch;
     }
 
     SharedObjects& Shared() {
-        if (!shared_) {
-            shared_ = std::make_unique<SharedObjects>(std::move(test.platform));
-        }
-        return *shared_;
+        return shared_ ? *shared_ : shared_.emplace(std::move(test.platform));
     }
-
     SplitterEngine& Engine() {
-        if (!engine_) {
-            engine_ = std::make_unique<SplitterEngine>(Shared(), progress, events);
-        }
-        return *engine_;
+        return engine_ ? *engine_ : engine_.emplace(Shared(), progress, events);
     }
 
     bool Split(double partSize, const std::string& criterion = "Size", int count = 0,
@@ -115,8 +93,8 @@ class EngineTest : public ::testing::Test {
     double usedPartSize = 0;
 
   private:
-    std::unique_ptr<SharedObjects> shared_;
-    std::unique_ptr<SplitterEngine> engine_;
+    std::optional<SharedObjects> shared_;
+    std::optional<SplitterEngine> engine_;
 };
 
 }  // namespace zarn::testing

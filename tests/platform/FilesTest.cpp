@@ -2,7 +2,11 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
+#include <array>
+#include <atomic>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 #include <vector>
 
 #include "platform/linux/FileAttributes.h"
@@ -216,6 +220,57 @@ TEST_F(FilesOfLinux, PreparedFilesAppearWholeOrNotAtAll) {
     files.FlushVolume(folder.Drive());
     EXPECT_EQ(ErrorOf([&] { files.FlushVolume(folder.Drive("none")); }), ErrorNumber::PathNotFound);
     EXPECT_EQ(folder.Names(), (Names{"Old.txt", "fresh.txt", "sub"}));
+}
+
+TEST_F(FilesOfLinux, CopiesIntoAPreparedFileFromWhereTheSourceStands) {
+    const std::string bytes = testing::TestBytes(600'000);
+    folder.Write("source", bytes);
+    const auto source = files.MakeLargeFile();
+    source->Open(folder.Drive("source"));
+    std::array<std::byte, 9> head = {};
+    ASSERT_EQ(source->Read(head), head.size());
+    files.PrepareCopy(folder.Drive("copy"), *source)->Commit();
+    EXPECT_TRUE(folder.Read("copy") == bytes.substr(head.size()));
+}
+
+TEST_F(FilesOfLinux, ListsWhatTheProgramCanName) {
+    const TestFolder built(ZARN_BINARY_FOLDER);
+    for (const char* name : {"b", "B", ".dot", "hidden", "a\\b"}) {
+        built.Write(name, "");
+    }
+    built.MakeFolder("a");
+    ASSERT_EQ(setxattr(built.System("hidden").c_str(), "user.DOSATTRIB", "0x2", 4, 0), 0);
+    EXPECT_EQ(files.ListFolder(built.Drive() + "\\"), (Names{".dot", "B", "a", "b"}));
+    EXPECT_EQ(files.FindFile(built.Drive("a*")), std::nullopt);
+    for (const char* none : {"none", "b"}) {
+        EXPECT_EQ(ErrorOf([&] { (void)files.ListFolder(built.Drive(none)); }),
+                  ErrorNumber::PathNotFound);
+    }
+}
+
+TEST_F(FilesOfLinux, AsksAboutUseWithoutATrace) {
+    folder.Write("file", "bytes");
+    folder.MakeFolder("sub");
+    ASSERT_EQ(mkfifo(folder.System("pipe").c_str(), 0600), 0);
+    EXPECT_TRUE(files.WriteTime(folder.Drive("file")));
+    for (const char* name : {"sub", "pipe", "none"}) {
+        EXPECT_FALSE(files.WriteTime(folder.Drive(name))) << name;
+        EXPECT_FALSE(files.OpensExclusively(folder.Drive(name))) << name;
+    }
+    EXPECT_EQ(folder.Names(), (Names{"file", "pipe", "sub"}));
+    EXPECT_EQ(folder.Read("file"), "bytes");
+    // Somebody who opens the file meanwhile ends neither the question nor the program.
+    std::atomic<bool> done = false;
+    std::thread user([&] {
+        while (!done) {
+            std::ifstream(folder.System("file")).get();
+        }
+    });
+    for (int i = 0; i < 2000; ++i) {
+        (void)files.OpensExclusively(folder.Drive("file"));
+    }
+    done = true;
+    user.join();
 }
 
 TEST_F(FilesOfLinux, KeepsTemporaryFilesFromOthers) {

@@ -1,33 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 
 #include "platform/linux/LinuxLargeFile.h"
 #include "support/ErrorOf.h"
-#include "support/ForwardingLargeFile.h"
 #include "support/TestFolder.h"
 
-namespace zarn {
+namespace zarn::testing {
 namespace {
-
-using testing::ErrorOf;
-using testing::ForwardingLargeFile;
-using testing::TestBytes;
-using testing::TestFolder;
 
 class LargeFile : public ::testing::Test {
   protected:
-    std::string ReadAll(LargeFileAccess& file) {
-        std::string bytes(3'000'000, '\0');
-        std::size_t size = 0;
-        while (const std::size_t count =
-                   file.Read(std::as_writable_bytes(std::span(bytes)).subspan(size))) {
-            size += count;
-        }
-        return bytes.substr(0, size);
-    }
-
     TestFolder folder;
     std::shared_ptr<PathResolver> paths = std::make_shared<PathResolver>(folder.System("config"));
     LinuxLargeFile source{paths};
@@ -58,21 +41,6 @@ TEST_F(LargeFile, MovesUnalignedRangesOnDiskAndInMemory) {
         EXPECT_EQ(place.Read("one"), bytes);
         EXPECT_EQ(place.Names().size(), 2U);
     }
-}
-
-TEST_F(LargeFile, MovesThroughABufferWhereTheKernelHasNoHandle) {
-    const std::string bytes = TestBytes(600'000);
-    folder.Write("source", bytes);
-    ForwardingLargeFile in(std::make_unique<LinuxLargeFile>(paths));
-    ForwardingLargeFile out(std::make_unique<LinuxLargeFile>(paths));
-    in.Open(folder.Drive("source"));
-    target.Create(folder.Drive("one"));
-    EXPECT_EQ(target.WriteFrom(in, 300'001), 300'001);
-    EXPECT_FALSE(target.ShareFrom(in, 4096));
-    out.Create(folder.Drive("two"));
-    EXPECT_EQ(out.WriteFrom(in, 300'001), 299'999);
-    out.Close();
-    EXPECT_EQ(folder.Read("one") + folder.Read("two"), bytes);
 }
 
 // Files of the system that have bytes, but no size.
@@ -115,24 +83,31 @@ TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {
     folder.Write("victim", "precious");
     folder.MakeFolder("sub");
     std::filesystem::create_symlink(folder.System("victim"), folder.System("link"));
-    const auto open = [this](const std::string& path) {
-        return ErrorOf([&] { source.Open(path); });
+    using Call = void (LargeFileAccess::*)(std::string_view);
+    const Call open = &LargeFileAccess::Open;
+    const Call create = &LargeFileAccess::Create;
+    const Call append = &LargeFileAccess::Append;
+    struct Case {
+        Call call;
+        std::string path;
+        ErrorNumber error;
     };
-    const auto create = [this](const std::string& path) {
-        return ErrorOf([&] { target.Create(path); });
+    const std::vector<Case> cases = {
+        {open, folder.Drive("none"), ErrorNumber::FileNotFound},
+        {open, folder.Drive("none\\x"), ErrorNumber::PathNotFound},
+        {open, folder.Drive("sub"), ErrorNumber::PathFileAccessError},
+        {open, "B:\\x", ErrorNumber::BadFileNameOrNumber},
+        {create, folder.Drive("none\\x"), ErrorNumber::PathNotFound},
+        {create, folder.Drive("victim\\x"), ErrorNumber::PathNotFound},
+        {create, folder.Drive("sub"), ErrorNumber::PathFileAccessError},
+        {create, folder.Drive("link"), ErrorNumber::PathFileAccessError},
+        {create, folder.Drive(std::string(300, 'x')), ErrorNumber::BadFileNameOrNumber},
+        {append, folder.Drive("link"), ErrorNumber::PathFileAccessError},
+        {append, folder.Drive("none"), ErrorNumber::FileNotFound},
     };
-    EXPECT_EQ(open(folder.Drive("none")), ErrorNumber::FileNotFound);
-    EXPECT_EQ(open(folder.Drive("none\\x")), ErrorNumber::PathNotFound);
-    EXPECT_EQ(open(folder.Drive("sub")), ErrorNumber::PathFileAccessError);
-    EXPECT_EQ(open("B:\\x"), ErrorNumber::BadFileNameOrNumber);
-    EXPECT_EQ(create(folder.Drive("none\\x")), ErrorNumber::PathNotFound);
-    EXPECT_EQ(create(folder.Drive("victim\\x")), ErrorNumber::PathNotFound);
-    EXPECT_EQ(create(folder.Drive("sub")), ErrorNumber::PathFileAccessError);
-    EXPECT_EQ(create(folder.Drive("link")), ErrorNumber::PathFileAccessError);
-    EXPECT_EQ(create(folder.Drive(std::string(300, 'x'))), ErrorNumber::BadFileNameOrNumber);
-    EXPECT_EQ(ErrorOf([&] { target.Append(folder.Drive("link")); }),
-              ErrorNumber::PathFileAccessError);
-    EXPECT_EQ(ErrorOf([&] { target.Append(folder.Drive("none")); }), ErrorNumber::FileNotFound);
+    for (const Case& bad : cases) {
+        EXPECT_EQ(ErrorOf([&] { (target.*bad.call)(bad.path); }), bad.error) << bad.path;
+    }
     EXPECT_EQ(folder.Read("victim"), "precious");
 
     target.Create("C:\\dev\\full");
@@ -144,4 +119,4 @@ TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {
 }
 
 }  // namespace
-}  // namespace zarn
+}  // namespace zarn::testing

@@ -1,13 +1,10 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <thread>
 #include <tuple>
 
 #include "platform/linux/LinuxClock.h"
@@ -42,10 +39,6 @@ std::int32_t CodeAtEnd(LinuxProcesses& processes, ProcessId process) {
         code = processes.ExitCode(process);
     }
     return code;
-}
-
-std::optional<ErrorNumber> ErrorOfStart(LinuxProcesses& processes, const std::string& script) {
-    return ErrorOf([&] { static_cast<void>(processes.StartHidden(script, {})); });
 }
 
 }  // namespace
@@ -88,14 +81,15 @@ TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {
     kill(process, SIGKILL);
     EXPECT_EQ(CodeAtEnd(processes, process), 128 + SIGKILL);
     EXPECT_EQ(processes.ExitCode(getpid()), -1);
-    EXPECT_EQ(ErrorOfStart(processes, home.Drive("no\\such.bat")), ErrorNumber::FileNotFound);
     LinuxProcesses without = Make(home.System("nothing"));
-    EXPECT_EQ(ErrorOfStart(without, home.Drive("interpreter")), ErrorNumber::FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { return processes.StartHidden(home.Drive("no\\such.bat"), {}); }),
+              ErrorNumber::FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { return without.StartHidden(home.Drive("interpreter"), {}); }),
+              ErrorNumber::FileNotFound);
 }
 
 TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
-    const pid_t child = fork();
-    if (child == 0) {
+    const auto change = [this] {
         // Downwards only, which no system refuses.
         LinuxProcesses processes = Make();
         processes.SetThreadPriority(-2);
@@ -106,25 +100,23 @@ TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
         processes.SetPriorityClass(PriorityClass::RealTime);
         const int nice = getpriority(PRIO_PROCESS, 0);
         _exit(low && idle && (nice == 19 || nice == -15) ? 0 : 1);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+    };
+    EXPECT_EXIT(change(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    using Case = std::pair<const char*, std::string>;
-    for (const auto& [variable, configuration] :
-         {Case{"/x/y//", "/x/y/ZarnFileSplitter"}, Case{"", "/home/me/.config/ZarnFileSplitter"},
-          Case{"x/y", "/home/me/.config/ZarnFileSplitter"}}) {
-        setenv("HOME", "/home/me/", 1);
+    unsetenv("XDG_CACHE_HOME");
+    setenv("HOME", "/home/me/", 1);
+    for (const auto& [variable, configuration, temporary] :
+         {std::tuple("/x/y//", "/x/y/ZarnFileSplitter", "/x/y"),
+          {"", "/home/me/.config/ZarnFileSplitter", ""},
+          {"x/y", "/home/me/.config/ZarnFileSplitter", ""}}) {
         setenv("XDG_CONFIG_HOME", variable, 1);
         setenv("TMPDIR", variable, 1);
-        unsetenv("XDG_CACHE_HOME");
         const UserFolders folders = UserFoldersFromEnvironment();
         EXPECT_EQ(folders.configuration, configuration);
         EXPECT_EQ(folders.cache, "/home/me/.cache/ZarnFileSplitter");
-        EXPECT_EQ(folders.temporary, variable[0] == '/' ? "/x/y" : "");
+        EXPECT_EQ(folders.temporary, temporary);
     }
     unsetenv("TMPDIR");
 }

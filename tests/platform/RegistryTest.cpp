@@ -3,13 +3,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <random>
 #include <thread>
 
 #include "platform/linux/RegistryFile.h"
+#include "runtime/Text.h"
 #include "support/TestFolder.h"
 
 namespace zarn::testing {
@@ -41,14 +41,28 @@ struct RegistryTest : public ::testing::Test {
 
 TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
     RegistryFile deep(home.System("a/config"));
-    deep.SetValue(User, R"(Software\Zarn\General)", "Folder", Text(R"(C:\a "b")"));
-    deep.SetValue(User, R"(SOFTWARE\zarn\general)", "Count", Number(42));
-    deep.SetValue(User, R"(Software\Zarn\General)", "Below", Number(-1));
-    deep.SetValue(User, R"(Software\Zarn\General)", R"(Odd\"Name)", Text("caf\xC3\xA9 "));
-    deep.SetValue(User, R"(Software\Zarn\General)", "", Text(std::string_view("A\n\0\x7F", 4)));
-    deep.SetValue(User, R"(Software\Zarn\General)", "bytes",
-                  Text("\xFF"
-                       "A"));
+    constexpr std::string_view General = R"(Software\Zarn\General)";
+    const std::vector<std::pair<std::string, RegistryValue>> values = {
+        {"Folder", Text(R"(C:\a "b")")},
+        {"Count", Number(42)},
+        {"Below", Number(-1)},
+        {"blank", Text("")},
+        {R"(Odd\"Name)", Text("caf\u00E9 ")},
+        {"", Text(std::string_view("A\n\0\x7F", 4))},
+        {"\u00C9T\u00C9", Number(INT32_MIN)},
+        {"bytes", Text("\xFF"
+                       "A")},
+    };
+    for (const auto& [name, value] : values) {
+        deep.SetValue(User, General, name, Number(1));
+        EXPECT_EQ(deep.SetValue(User, UpperCase(General), UpperCase(name), value),
+                  RegistryStatus::Success);
+    }
+    for (const auto& [name, value] : values) {
+        const RegistryValue back = deep.QueryValue(User, General, UpperCase(name)).value();
+        EXPECT_EQ(back.text, value.text) << name;
+        EXPECT_EQ(back.number, value.number) << name;
+    }
     EXPECT_EQ(home.Read("a/config/settings.reg"),
               "; Zarn File Splitter settings\n"
               "\n"
@@ -59,37 +73,22 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
                   "[HKEY_CURRENT_USER\\Software\\Zarn\\General]\n"
                   "@=hex(1):41,0a,00,7f\n"
                   "\"Below\"=dword:ffffffff\n"
+                  "\"blank\"=\"\"\n"
                   "\"bytes\"=hex(1):ff,41\n"
                   "\"Count\"=dword:0000002a\n"
                   "\"Folder\"=\"C:\\\\a \\\"b\\\"\"\n"
-                  "\"Odd\\\\\\\"Name\"=\"caf\xC3\xA9 \"\n");
+                  "\"Odd\\\\\\\"Name\"=\"caf\u00E9 \"\n"
+                  "\"\u00C9T\u00C9\"=dword:80000000\n");
     chmod(home.System("a/config/settings.reg").c_str(), 0644);
     EXPECT_TRUE(RegistryFile(home.System("a/config")).KeyExists(User, Key));
-    for (const auto& [name, mode] :
-         {std::pair("a", 0700U), std::pair("a/config", 0700U),
-          std::pair("a/config/settings.reg", 0600U), std::pair("a/config/settings.lock", 0600U)}) {
+    for (const auto& [name, mode] : {std::pair("a", 0700U),
+                                     {"a/config", 0700U},
+                                     {"a/config/settings.reg", 0600U},
+                                     {"a/config/settings.lock", 0600U}}) {
         struct stat status {};
-        ASSERT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
+        EXPECT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
         EXPECT_EQ(status.st_mode & 0777U, mode) << name;
     }
-}
-
-TEST_F(RegistryTest, ValuesComeBackWhateverTheirBytesAndTheCaseOfNames) {
-    for (const std::string_view text :
-         {std::string_view(""), std::string_view(" \\\" ] = ; "), std::string_view("a\0b", 3),
-          std::string_view("\r\n\t\x1B"), std::string_view("\xC3"), std::string_view("\xC2\x81")}) {
-        store.SetValue(User, Key, "Name", Text(text));
-        EXPECT_EQ(TextOf(store, "nAME"), text);
-    }
-    for (const std::int32_t number : {0, 1, -1, INT32_MAX, INT32_MIN}) {
-        store.SetValue(User, R"(SOFTWARE\zarn)", "name", Number(number));
-        const auto value = store.QueryValue(User, Key, "Name");
-        ASSERT_TRUE(value && value->type == RegistryType::Number);
-        EXPECT_EQ(value->number, number);
-    }
-    EXPECT_NE(home.Read("settings.reg").find("\"Name\"="), std::string::npos);
-    store.SetValue(User, Key, "\xC3\xA9t\xC3\xA9", Text("summer"));
-    EXPECT_EQ(TextOf(store, "\xC3\x89T\xC3\x89"), "summer");
 }
 
 TEST_F(RegistryTest, KeysComeAndGo) {
@@ -140,17 +139,15 @@ TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
           R"([HKEY_CURRENT_USER\A\\B])"}) {
         damaged.push_back(good + line + "\n");
     }
-    int number = 0;
+    std::string number;
     for (const std::string& text : damaged) {
         home.Write("settings.reg", text);
         EXPECT_EQ(TextOf(store, "a"), "(missing)") << text;
         EXPECT_EQ(home.Read("settings.reg"), text) << "a read changes nothing";
         EXPECT_EQ(store.SetValue(User, Key, "new", Text("x")), RegistryStatus::Success);
         EXPECT_EQ(TextOf(store, "new"), "x");
-        ++number;
-        EXPECT_EQ(home.Read("settings.reg.damaged" +
-                            (number == 1 ? std::string() : "-" + std::to_string(number))),
-                  text);
+        EXPECT_EQ(home.Read("settings.reg.damaged" + number), text);
+        number = number.empty() ? "-2" : "-" + std::to_string(std::stoi(number.substr(1)) + 1);
     }
 }
 
@@ -169,49 +166,36 @@ TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {
     store.SetValue(User, Key, "filler", Text(std::string(30000, 'x')));
     std::mt19937 random(static_cast<unsigned>(::testing::UnitTest::GetInstance()->random_seed()));
     for (int round = 0; round < 30; ++round) {
-        std::array<int, 2> done{};
-        ASSERT_EQ(pipe(done.data()), 0);
-        store.SetValue(User, Key, "step", Number(0));
         const pid_t child = fork();
+        ASSERT_GE(child, 0);
         if (child == 0) {
-            for (std::int32_t step = 1; step <= 200; ++step) {
+            for (std::int32_t step = 0;; ++step) {
                 store.SetValue(User, Key, "step", Number(step));
-                if (write(done[1], &step, sizeof step) != sizeof step) {
-                    break;
-                }
             }
-            _exit(0);
         }
-        close(done[1]);
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        std::int32_t last = 0;
-        while (read(done[0], &last, sizeof last) == sizeof last) {
-        }
-        close(done[0]);
         ASSERT_TRUE(ParseRegistry(home.Read("settings.reg")));
-        const std::int32_t stored = store.QueryValue(User, Key, "step").value().number;
-        ASSERT_TRUE(stored == last || stored == last + 1) << stored << " after " << last;
+        ASSERT_EQ(TextOf(store, "filler").size(), 30000U);
     }
     store.SetValue(User, Key, "step", Number(-1));
     EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
 }
 
 TEST_F(RegistryTest, ProcessesThatWriteAtOnceLoseNothing) {
-    constexpr int Writers = 4;
-    constexpr int Values = 25;
-    for (int writer = 0; writer < Writers; ++writer) {
+    constexpr int Values = 100;
+    for (int writer = 0; writer < 4; ++writer) {
         if (fork() == 0) {
-            for (int value = 0; value < Values; ++value) {
-                store.SetValue(User, Key, std::to_string(writer * Values + value), Text("x"));
+            for (int value = writer; value < Values; value += 4) {
+                store.SetValue(User, Key, std::to_string(value), Text("x"));
             }
             _exit(0);
         }
     }
     while (wait(nullptr) > 0) {
     }
-    for (int value = 0; value < Writers * Values; ++value) {
+    for (int value = 0; value < Values; ++value) {
         EXPECT_EQ(TextOf(store, std::to_string(value)), "x") << value;
     }
 }

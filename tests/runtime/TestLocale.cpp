@@ -16,57 +16,45 @@ namespace {
 
 using Environment = std::map<std::string, std::string>;
 
-/// Ends the process, with 0 if the locale of just this environment has the expected separators.
-[[noreturn]] void CompareSeparators(const Environment& environment, const std::string& expected) {
-    for (const char* const name : {"LC_ALL", "LC_NUMERIC", "LC_TIME", "LANG"}) {
-        unsetenv(name);
-    }
-    for (const auto& [name, value] : environment) {
-        setenv(name.c_str(), value.c_str(), 1);
-    }
-    const auto [decimal, group, date, time] = ReadLocaleSeparators();
-    const std::string found = decimal + "|" + group + "|" + date + "|" + time;
-    std::cerr << "found " << found << ", expected " << expected;
-    // Ended at once, since the system's library leaks a few bytes whenever LOCPATH is set.
-    std::_Exit(found == expected ? 0 : 1);
-}
-
+/// Expects the separators of the locale that just this environment names.
 void ExpectSeparators(const Environment& environment, const std::string& expected) {
-    EXPECT_EXIT(CompareSeparators(environment, expected), ::testing::ExitedWithCode(0), "");
+    const auto compare = [&] {
+        for (const char* const name : {"LC_ALL", "LC_NUMERIC", "LC_TIME", "LANG"}) {
+            unsetenv(name);
+        }
+        for (const auto& [name, value] : environment) {
+            setenv(name.c_str(), value.c_str(), 1);
+        }
+        const auto [decimal, group, date, time] = ReadLocaleSeparators();
+        const std::string found = decimal + "|" + group + "|" + date + "|" + time;
+        std::cerr << "found " << found << ", expected " << expected;
+        // Ended at once, since the system's library leaks a few bytes whenever LOCPATH is set.
+        std::_Exit(found == expected ? 0 : 1);
+    };
+    EXPECT_EXIT(compare(), ::testing::ExitedWithCode(0), "");
 }
 
-/// Makes locales for LOCPATH from their numeric and time formats. Neither the locales nor the
-/// character sets of the system are needed.
-class LocaleMaker {
-  public:
-    LocaleMaker() {
-        folder_.Write(
-            "charmap",
-            "<code_set_name> MIXED\n<escape_char> /\n<mb_cur_min> 1\n<mb_cur_max> 3\nCHARMAP\n"
-            "<U0020>..<U007E> /x20 ASCII\n<U009A> /x9a OTHER\n<U00A0> /xa0 NBSP\n"
-            "<U202F> /xe2/x80/xaf NNBSP\n<U5E74> /xe5/xb9/xb4 YEAR\nEND CHARMAP\n");
-    }
-
-    void Make(const std::string& name, const std::string& decimal, const std::string& group,
-              const std::string& date, const std::string& time) const {
-        folder_.Write("source", "LC_NUMERIC\ndecimal_point \"" + decimal + "\"\nthousands_sep \"" +
-                                    group + "\"\ngrouping " + (group.empty() ? "-1" : "3;3") +
-                                    "\nEND LC_NUMERIC\nLC_TIME\nd_fmt \"" + date + "\"\nt_fmt \"" +
-                                    time + "\"\nEND LC_TIME\n");
-        const std::string command = "localedef -c -i " + folder_.System("source") + " -f " +
-                                    folder_.System("charmap") + " " + folder_.System(name) +
-                                    " >/dev/null 2>&1";
-        // The status tells of warnings too, so the result is looked at instead.
-        // NOLINTNEXTLINE(cert-env33-c): a fixed command on names of this test's own
-        static_cast<void>(std::system(command.c_str()));
-        ASSERT_TRUE(folder_.Has(name)) << command;
-    }
-
-    [[nodiscard]] std::string Path() const { return folder_.System(); }
-
-  private:
-    testing::TestFolder folder_;
-};
+/// Makes a locale for LOCPATH, which is the folder, from its numeric and time formats. Neither the
+/// locales nor the character sets of the system are needed.
+void MakeLocale(const testing::TestFolder& folder, const std::string& name,
+                const std::string& decimal, const std::string& group, const std::string& date,
+                const std::string& time) {
+    folder.Write("charmap",
+                 "<code_set_name> MIXED\n<escape_char> /\n<mb_cur_min> 1\n<mb_cur_max> 3\nCHARMAP\n"
+                 "<U0020>..<U007E> /x20 ASCII\n<U009A> /x9a OTHER\n<U00A0> /xa0 NBSP\n"
+                 "<U202F> /xe2/x80/xaf NNBSP\n<U5E74> /xe5/xb9/xb4 YEAR\nEND CHARMAP\n");
+    folder.Write("source", "LC_NUMERIC\ndecimal_point \"" + decimal + "\"\nthousands_sep \"" +
+                               group + "\"\ngrouping " + (group.empty() ? "-1" : "3;3") +
+                               "\nEND LC_NUMERIC\nLC_TIME\nd_fmt \"" + date + "\"\nt_fmt \"" +
+                               time + "\"\nEND LC_TIME\n");
+    const std::string command = "cd " + folder.System() +
+                                " && localedef -c -i source -f ./charmap ./" + name +
+                                " >/dev/null 2>&1";
+    // The status tells of warnings too, so the result is looked at instead.
+    // NOLINTNEXTLINE(cert-env33-c): a fixed command on names of this test's own
+    static_cast<void>(std::system(command.c_str()));
+    ASSERT_TRUE(folder.Has(name)) << command;
+}
 
 TEST(Locale, PlainAndUnknownLocalesAreEnglish) {
     for (const Environment& environment :
@@ -77,12 +65,12 @@ TEST(Locale, PlainAndUnknownLocalesAreEnglish) {
 }
 
 TEST(Locale, ReadsTheSeparatorsOfTheCategories) {
-    const LocaleMaker maker;
-    maker.Make("dots", ",", ".", "%a, %-d.%m.%Y", "%p %OH.%M.%S");
-    maker.Make("thin", ",", "<U202F>", "%D", "%T");
-    maker.Make("byte", ",", "<U00A0>", "%F", "%r");
-    maker.Make("odd", ",", "<U009A>", "%A %d %b-%Y", "%X%");
-    maker.Make("none", ".", "", "%Y<U5E74>%m", "%R");
+    const testing::TestFolder folder;
+    MakeLocale(folder, "dots", ",", ".", "%a, %-d.%m.%Y", "%p %OH.%M.%S");
+    MakeLocale(folder, "thin", ",", "<U202F>", "%D", "%T");
+    MakeLocale(folder, "byte", ",", "<U00A0>", "%F", "%r");
+    MakeLocale(folder, "odd", ",", "<U009A>", "%A %d %b-%Y", "%X%");
+    MakeLocale(folder, "none", ".", "", "%Y<U5E74>%m", "%R");
     const std::vector<std::pair<Environment, std::string>> cases = {
         {{{"LANG", "dots"}}, ",|.|.|."},
         {{{"LANG", "thin"}}, ",|\u202F|/|:"},
@@ -95,7 +83,7 @@ TEST(Locale, ReadsTheSeparatorsOfTheCategories) {
         {{{"LC_ALL", "byte"}, {"LC_TIME", "dots"}, {"LANG", "C"}}, ",|\u00A0|-|:"},
     };
     for (auto [environment, expected] : cases) {
-        environment["LOCPATH"] = maker.Path();
+        environment["LOCPATH"] = folder.System();
         ExpectSeparators(environment, expected);
     }
 }

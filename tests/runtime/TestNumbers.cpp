@@ -104,27 +104,30 @@ TEST(Numbers, ConversionsRaiseOverflowOutsideTheType) {
 }
 
 TEST(Numbers, TextsOfNumbers) {
-    using Case = std::tuple<double, LocaleSeparators, std::string_view, std::string_view>;
+    using Case =
+        std::tuple<double, LocaleSeparators, std::string_view, std::string_view, std::string_view>;
     const std::vector<Case> cases = {
-        {0, english, "0", "0.00"},
-        {-0.0, english, "0", "0.00"},
-        {-0.001, english, "-0.001", "0.00"},
-        {12, english, "12", "12.00"},
-        {12.5, german, "12,5", "12,50"},
-        {0.1 + 0.2, english, "0.3", "0.30"},
-        {999.995, english, "999.995", "1,000.00"},
-        {0.125, english, "0.125", "0.12"},
-        {100, english, "100", "100.00"},
-        {1024, french, "1024", "1\u202F024,00"},
-        {1024, ungrouped, "1024", "1024,00"},
-        {-1234567.891, german, "-1234567,891", "-1.234.567,89"},
-        {999999999999999, english, "999999999999999", "999,999,999,999,999.00"},
-        {1e15, english, "1E+15", "1,000,000,000,000,000.00"},
-        {1.5e-7, german, "1,5E-07", "0,00"},
+        {0, english, "0", "0.00", ""},
+        {-0.0, english, "0", "0.00", ""},
+        {-0.001, english, "-0.001", "0.00", ""},
+        {12, english, "12", "12.00", "12"},
+        {12.5, german, "12,5", "12,50", "12"},
+        {0.1 + 0.2, english, "0.3", "0.30", ""},
+        {999.995, english, "999.995", "1,000.00", "1,000"},
+        {0.125, english, "0.125", "0.12", ""},
+        {100, english, "100", "100.00", "100"},
+        {1024, french, "1024", "1\u202F024,00", "1\u202F024"},
+        {1024, ungrouped, "1024", "1024,00", "1024"},
+        {-1234567.891, german, "-1234567,891", "-1.234.567,89", "-1.234.568"},
+        {999999999999999, english, "999999999999999", "999,999,999,999,999.00",
+         "999,999,999,999,999"},
+        {1e15, english, "1E+15", "1,000,000,000,000,000.00", "1,000,000,000,000,000"},
+        {1.5e-7, german, "1,5E-07", "0,00", ""},
     };
-    for (const auto& [value, separators, plain, standard] : cases) {
+    for (const auto& [value, separators, plain, standard, grouped] : cases) {
         EXPECT_EQ(NumberText(value, separators), plain) << value;
         EXPECT_EQ(StandardText(value, separators), standard) << value;
+        EXPECT_EQ(GroupedText(value, separators), grouped) << value;
     }
     EXPECT_EQ(NumberText(-1.2345678901234567e-300, english), "-1.23456789012346E-300");
     EXPECT_EQ(StandardText(-std::numeric_limits<double>::max(), english).size(), 1 + 309 + 102 + 3);

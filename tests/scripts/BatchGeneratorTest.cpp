@@ -5,29 +5,13 @@
 
 #include "runtime/RuntimeError.h"
 #include "scripts/BatchGenerator.h"
-#include "support/TestFolder.h"
-#include "support/TestPlatform.h"
+#include "scripts/ScriptsFixture.h"
 
 namespace zarn::testing {
 namespace {
 
-class FixedClock : public Clock {
-  public:
-    DateTime Now() override { return now; }
-    double Timer() override { return 0; }
-
-    DateTime now{2007, 3, 14, 21, 5, 59};
-};
-
-class BatchGeneratorTest : public ::testing::Test {
+class BatchGeneratorTest : public ScriptsFixture {
   protected:
-    BatchGeneratorTest() {
-        auto fixed = std::make_unique<FixedClock>();
-        clock = fixed.get();
-        test.platform.clock = std::move(fixed);
-        shared = std::make_unique<SharedObjects>(std::move(test.platform));
-    }
-
     void DeleteSplitParts(std::int32_t number) {
         StoredValue value = number;
         shared->Parameters().DeleteSplitParts(value);
@@ -42,11 +26,6 @@ class BatchGeneratorTest : public ::testing::Test {
         generator.FilesMakeBat("a_Part1", folder.Drive("a"), "CRC");
         return folder.Read("a_Part0.bat");
     }
-
-    TestPlatform test;
-    FixedClock* clock = nullptr;
-    std::unique_ptr<SharedObjects> shared;
-    TestFolder folder;
 };
 
 TEST_F(BatchGeneratorTest, EveryByteOfAScript) {

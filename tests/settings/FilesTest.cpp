@@ -125,12 +125,8 @@ TEST_F(FilesTest, ClusterProductAndCapacity) {
     EXPECT_EQ(files.GetUnitCapacityBytes(R"(D:\a)"), -3000) << "a volume that answers";
 
     const std::vector<std::pair<std::uint64_t, const char*>> capacities = {
-        {3000, "N/A"},
-        {3001, "0 MB"},
-        {1000003000, "953.67 MB"},
-        {1000003001, "0.93 GB"},
-        {12 * Mega + 3000, "12 MB"},
-        {12 * Giga + Giga / 2 + 3000, "12.5 GB"}};
+        {3000, "N/A"},           {3001, "0 MB"},      {1000003000, "953.67 MB"},
+        {1000003001, "0.93 GB"}, {12585912, "12 MB"}, {13421775800, "12.5 GB"}};
     for (const auto& [total, text] : capacities) {
         volume.spaceEx.total = total;
         EXPECT_EQ(files.GetUnitCapacity(R"(D:\a)"), text) << total;

@@ -2,6 +2,7 @@
 
 #include <tuple>
 
+#include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
@@ -15,69 +16,53 @@ namespace zarn::testing {
 namespace {
 
 constexpr RegistryHive User = RegistryHive::CurrentUser;
-constexpr std::string_view General = R"(Software\Zarn Technology\Zarn File Splitter\General)";
 constexpr std::string_view LastUsed = R"(Software\Zarn Technology\Zarn File Splitter\Last Used)";
-constexpr std::string_view Preferences =
-    R"(Software\Zarn Technology\Zarn File Splitter\Preferences)";
 
 /// Records the priority classes instead of setting them.
-class RecordingProcesses : public Processes {
+class RecordingProcesses : public LinuxProcesses {
   public:
-    bool PreviousInstance() override { return false; }
-    ProcessId StartHidden(std::string_view, std::span<const std::string>) override { return 0; }
-    std::int32_t ExitCode(ProcessId) override { return StillActive; }
+    using LinuxProcesses::LinuxProcesses;
     void SetPriorityClass(PriorityClass priority) override { classes.push_back(priority); }
-    void SetThreadPriority(int) override {}
-    void Sleep(std::chrono::milliseconds) override {}
 
     std::vector<PriorityClass> classes;
 };
 
 struct ParametersTest : public ::testing::Test {
     TestPlatform test;
+    SharedObjects shared{std::move(test.platform)};
     RecordingProcesses* processes = nullptr;
-    std::optional<SharedObjects> shared;
 
-    void SetUp() override {
-        auto recording = std::make_unique<RecordingProcesses>();
+    ParametersTest() {
+        auto recording = std::make_unique<RecordingProcesses>(nullptr, FoldersIn(test.home));
         processes = recording.get();
-        test.platform.processes = std::move(recording);
-        shared.emplace(std::move(test.platform));
+        shared.Platform().processes = std::move(recording);
     }
 
-    Parameters& Settings() { return shared->Parameters(); }
-    Registry& Store() { return *shared->Platform().registry; }
+    Parameters& Settings() { return shared.Parameters(); }
+    Registry& Store() { return *shared.Platform().registry; }
 
-    [[nodiscard]] RegistryKeys Keys() const {
-        return ParseRegistry(test.home.Read("config/settings.reg")).value();
-    }
-
-    static std::string Shown(const RegistryValue& value) {
-        return value.type == RegistryType::Number ? std::to_string(value.number) : value.text;
-    }
-
-    /// A stored value of any key; numbers begin with "#".
-    [[nodiscard]] std::string Stored(const std::string& name) const {
-        for (const auto& [path, key] : Keys()) {
-            if (const auto found = key.entries.find(UpperCase(name)); found != key.entries.end()) {
-                const RegistryValue& value = found->second.value;
-                return (value.type == RegistryType::Number ? "#" : "") + Shown(value);
-            }
-        }
-        return "(absent)";
-    }
-
-    /// Everything stored, a line a key.
+    /// All that is stored, a line a key; "#" stands before numbers.
     [[nodiscard]] std::string StoredAll() const {
+        const auto keys = ParseRegistry(test.home.Read("config/settings.reg"));
         std::string all;
-        for (const auto& [upperPath, key] : Keys()) {
+        for (const auto& [upperPath, key] : keys.value()) {
             all += key.path + ":";
             for (const auto& [upperName, entry] : key.entries) {
-                all += " " + entry.name + "=" + Shown(entry.value) + ",";
+                const bool number = entry.value.type == RegistryType::Number;
+                all += " " + entry.name + "=" +
+                       (number ? "#" + std::to_string(entry.value.number) : entry.value.text) + ",";
             }
             all += "\n";
         }
         return all;
+    }
+    [[nodiscard]] std::string Stored(const std::string& name) const {
+        const std::string all = StoredAll();
+        const std::size_t start = all.find(" " + name + "=");
+        return start == std::string::npos
+                   ? "(absent)"
+                   : all.substr(start + name.size() + 2,
+                                all.find(',', start) - start - name.size() - 2);
     }
 };
 
@@ -85,33 +70,28 @@ struct ParametersTest : public ::testing::Test {
 
 TEST_F(ParametersTest, AFirstRunLeavesWhatWasReadAtItsDefaults) {
     Parameters& settings = Settings();
-    const std::string temporary = shared->Files().GetWindowsTempPath();
-    const std::string program = shared->Platform().fileSystem->ProgramFolder();
+    const std::string temporary = shared.Files().GetWindowsTempPath();
     EXPECT_EQ(settings.TemporaryFolder(), temporary);
-    EXPECT_EQ(settings.SavedBatchFile(), program);
-    EXPECT_EQ(settings.PriorityProcessor(), 1.9);
+    EXPECT_EQ(settings.SavedBatchFile(), shared.Platform().fileSystem->ProgramFolder());
     EXPECT_EQ(settings.DestinationFolder() + settings.DestinationFolderMerge() +
-                  settings.ComboSize() + settings.CompressPassword(),
-              "");
-    EXPECT_EQ(settings.LastOpenFileFolder() + settings.LastOpenFolderMergeFile() +
+                  settings.ComboSize() + settings.CompressPassword() +
+                  settings.LastOpenFileFolder() + settings.LastOpenFolderMergeFile() +
                   settings.SplitCriteria() + settings.CurrentVersion(),
               R"(C:\C:\Sizev3.85 Pro)");
-    for (const std::int32_t on : {std::int32_t{settings.DestinationFolderUseSource()},
-                                  std::int32_t{settings.DestinationFolderUseMerge()},
-                                  std::int32_t{settings.SizeMB()}, settings.ViewSideBar()}) {
-        EXPECT_EQ(on, 1);
-    }
+    EXPECT_EQ(settings.DestinationFolderUseSource() & settings.DestinationFolderUseMerge() &
+                  settings.SizeMB() & settings.ViewSideBar(),
+              1);
     EXPECT_EQ(settings.DeleteSource() | settings.DeleteSplitParts() | settings.SFV() |
                   settings.SizeGB() | settings.CompressDestination() |
                   settings.CompressPasswordProtect(),
               0);
     EXPECT_EQ(settings.CompressLevel(), 8);
-    for (const auto& [name, stored] :
-         {std::pair("Temporary Folder", temporary.c_str()), std::pair("Priority Processor", "#2"),
-          std::pair("Compress Password", ""), std::pair("Compute MB", "#1"),
-          std::pair("Auto Join", "(absent)"), std::pair("CRC 32", "(absent)"),
-          std::pair("Compress Encryption Level", "(absent)"),
-          std::pair("Compress Encryption Lenght", "(absent)")}) {
+    for (const auto& [name, stored] : {std::pair("Temporary Folder", temporary),
+                                       {"Compress Password", ""},
+                                       {"Compute MB", "#1"},
+                                       {"Delete Split Parts", "#0"},
+                                       {"Auto Join", "(absent)"},
+                                       {"CRC 32", "(absent)"}}) {
         EXPECT_EQ(Stored(name), stored) << name;
     }
     EXPECT_EQ(settings.CRC32() | settings.CompressEncryptionLevel(), 0);
@@ -145,23 +125,22 @@ TEST_F(ParametersTest, EachLetWritesItsOwnValue) {
     settings.CompressPasswordProtect(100004);
     settings.CompressLevel(-100005);
     const std::string all = StoredAll();
-    EXPECT_EQ(all.substr(all.find(General)),
-              std::string(General) + ": Current Version=b, Temporary Folder=a,\n" +
-                  std::string(LastUsed) +
-                  ": Auto Join=-10, Compress Destination=9, Compute GB=7, Compute MB=8, CRC 32=5, "
-                  "Custom Sizes=i, Delete Source=4, Destination Folder=d, "
-                  "Destination Folder Merge=e, Destination Folder Use Merge=3, "
-                  "Destination Folder Use Source=2, Last Open File Folder=f, "
-                  "Last Open Folder Merge File=g, Saved Batch File=c, SFV File=6, "
-                  "Split Criteria=h, View Side Bar=100001,\n" +
-                  std::string(Preferences) +
-                  ": Compress Encryption Lenght=100003, Compress Encryption Level=100002, "
-                  "Compress Level=-100005, Compress Password Protect=100004,\n");
+    EXPECT_EQ(all.substr(all.find("General")),
+              "General: Current Version=b, Temporary Folder=a,\n" + std::string(LastUsed) +
+                  ": Auto Join=#-10, Compress Destination=#9, Compute GB=#7, Compute MB=#8, "
+                  "CRC 32=#5, Custom Sizes=i, Delete Source=#4, Destination Folder=d, "
+                  "Destination Folder Merge=e, Destination Folder Use Merge=#3, "
+                  "Destination Folder Use Source=#2, Last Open File Folder=f, "
+                  "Last Open Folder Merge File=g, Saved Batch File=c, SFV File=#6, "
+                  "Split Criteria=h, View Side Bar=#100001,\n"
+                  R"(Software\Zarn Technology\Zarn File Splitter\Preferences: )"
+                  "Compress Encryption Lenght=#100003, Compress Encryption Level=#100002, "
+                  "Compress Level=#-100005, Compress Password Protect=#100004,\n");
     settings.Fs(3);
     settings.Fd(3);
     EXPECT_EQ(settings.Fs() + settings.Fd(), 0);
-    const Parameters again(Store(), *processes, *shared->Platform().fileSystem, shared->Files(),
-                           shared->Separators());
+    const Parameters again(Store(), *processes, *shared.Platform().fileSystem, shared.Files(),
+                           shared.Separators());
     EXPECT_EQ(settings.CurrentVersion(), "v3.85 Pro") << "each creation writes it";
 }
 
@@ -180,20 +159,18 @@ TEST_F(ParametersTest, TheValueDecidesTheStoredType) {
 }
 
 TEST_F(ParametersTest, StoredValuesOfAnotherType) {
-    const auto put = [&](std::string_view text) {
-        Store().SetValue(User, LastUsed, "Compute MB", {RegistryType::Text, std::string(text), 0});
+    const auto error = [&](const RegistryValue& stored) {
+        Store().SetValue(User, LastUsed, "Compute MB", stored);
+        return ErrorOf([&] { static_cast<void>(Settings().SizeMB()); });
     };
-    put("x");
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Settings().SizeMB()); }), ErrorNumber::TypeMismatch);
-    put("6.5");
+    EXPECT_EQ(error({RegistryType::Text, "x", 0}), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(error({RegistryType::Number, {}, 32768}), ErrorNumber::Overflow);
+    EXPECT_EQ(error({RegistryType::Text, "6.5", 0}), std::nullopt);
     EXPECT_EQ(Settings().SizeMB(), 6);
-    put(std::string_view("7\0008", 3));
+    EXPECT_EQ(error({RegistryType::Text, std::string("7\0008", 3), 0}), std::nullopt);
     EXPECT_EQ(Settings().SizeMB(), 7) << "a text ends at its first NUL";
-    Store().SetValue(User, LastUsed, "Compute MB", {RegistryType::Number, {}, 32768});
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Settings().SizeMB()); }), ErrorNumber::Overflow);
-    put("");
-    EXPECT_EQ(Settings().SizeMB(), 1) << "a blank value is absent";
-    EXPECT_EQ(Stored("Compute MB"), "#1");
+    EXPECT_EQ(error({RegistryType::Text, "", 0}), std::nullopt);
+    EXPECT_EQ(Stored("Compute MB"), "#1") << "a blank value is absent";
     test.home.Write("config/settings.reg", "[HKEY_CURRENT_USER\\" + std::string(LastUsed) +
                                                "]\n\"Split Criteria\"=hex(2):41,00\n");
     EXPECT_EQ(Settings().SplitCriteria(), "Size");
@@ -232,7 +209,7 @@ TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
 }
 
 TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
-    SettingsStore store(Store(), shared->Separators());
+    SettingsStore store(Store(), shared.Separators());
     store.SaveRegistryValue(User, R"(A\B)", "x", "text");
     EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
     store.DeleteRegistryValue(User, R"(A\B)", "x");
@@ -271,11 +248,7 @@ TEST(CryptPassTest, EveryCodeComesBackAtEveryPosition) {
         EXPECT_EQ(scrambled.find('\0'), std::string::npos);
         EXPECT_EQ(CryptPass(scrambled, false), text) << code;
     }
-    EXPECT_EQ(CryptPass(CryptPass("a\xE4\xB8\xAD"
-                                  "b",
-                                  true),
-                        false),
-              "a?b");
+    EXPECT_EQ(CryptPass(CryptPass("a\u4E2Db", true), false), "a?b");
     EXPECT_EQ(CryptPass(CryptPass("\xE9", true), false), "\xC3\xA9") << "a stray byte is its code";
 }
 

@@ -157,10 +157,22 @@ TEST_F(Shell, AsksTheScriptToDeleteThePartsForOneRun) {
     EXPECT_EQ(shared.Parameters().DeleteSplitParts(), 0);
 }
 
-TEST_F(Shell, DoesNotCompress) {
-    EXPECT_EQ(Start({Source(), "/PN=2", "/DS", "/C", "/CL=5"}).error,
-              "Error\nCompression is not available in this build.\n");
-    EXPECT_EQ(folder.Names(), std::vector<std::string>{"data.bin"});
+TEST_F(Shell, CutsTheArchiveOfACompressedRun) {
+    const std::string temporary = home.System("cache/ZarnFileSplitter/temporary");
+    const std::string bytes = TestBytes(300000) + std::string(2000000, 'z');
+    folder.Write("data.bin", bytes);
+    SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
+    shared.Parameters().CompressDestination(1);
+    EXPECT_EQ(Start({Source(), "/PS=1MB", "/C", "/CL=9", "/D=" + folder.Drive("out")}).error, "");
+    EXPECT_TRUE(std::filesystem::is_empty(temporary));
+    EXPECT_EQ(RunProgram("ZarnScript", {folder.System("OUT/DATA.zip_Part0.bat")}).status, 0);
+    EXPECT_LT(folder.Read("OUT/DATA.zip").size(), 400000U);
+    EXPECT_TRUE(RunProgram("/usr/bin/unzip", {"-p", folder.System("OUT/DATA.zip")}).output ==
+                bytes);
+
+    // A split that fails leaves the archive; its parts' size comes from the source's.
+    EXPECT_NE(Start({Source(), "/PS=0MB", "/C", "/CL=1"}).error, "");
+    EXPECT_TRUE(std::filesystem::exists(temporary + "/DATA.zip"));
 }
 
 TEST_F(Shell, ShowsAnErrorThatNobodyTook) {

@@ -63,5 +63,23 @@ TEST_F(Shell, HandsOverNothingButOneExistingFile) {
               "Information\nScript Checked Successfully !\n");
 }
 
+// The line is read in upper case, so the name alone no longer says which of two files was meant.
+TEST_F(Shell, NeverSplitsOrDeletesByAGuess) {
+    folder.MakeFolder("a");
+    folder.MakeFolder("A");
+    for (const char* name : {"DATA.BIN", "a/deep.bin", "A/DEEP.BIN"}) {
+        folder.Write(name, "bytes");
+    }
+    for (const char* name : {"data.bin", "Data.bin", "a\\deep.bin"}) {
+        EXPECT_TRUE(
+            Start({Source(name), "/PN=2", "/DS"}).error.starts_with("Error\nSource File : "))
+            << name;
+    }
+    EXPECT_TRUE(folder.Has("DATA.BIN") && folder.Has("data.bin"));
+    EXPECT_TRUE(folder.Has("a/deep.bin") && folder.Has("A/DEEP.BIN"));
+    EXPECT_EQ(Start({Source("DATA.BIN"), "/PN=2", "/DS"}).error, "");
+    EXPECT_TRUE(folder.Has("data.bin") && !folder.Has("DATA.BIN"));
+}
+
 }  // namespace
 }  // namespace zarn::testing

@@ -18,6 +18,13 @@ class ForwardingFileSystem : public FileSystem {
     std::optional<std::string> FindFile(std::string_view path) override {
         return real_->FindFile(path);
     }
+    std::vector<std::string> ListFolder(std::string_view folder) override {
+        return real_->ListFolder(folder);
+    }
+    std::optional<DateTime> WriteTime(std::string_view path) override {
+        return real_->WriteTime(path);
+    }
+    bool OpensExclusively(std::string_view path) override { return real_->OpensExclusively(path); }
     std::optional<std::uint32_t> Attributes(std::string_view path) override {
         return real_->Attributes(path);
     }
@@ -35,6 +42,10 @@ class ForwardingFileSystem : public FileSystem {
                                              std::string_view bytes) override {
         return real_->PrepareFile(path, bytes);
     }
+    std::unique_ptr<PendingFile> PrepareCopy(std::string_view path,
+                                             LargeFileAccess& source) override {
+        return real_->PrepareCopy(path, source);
+    }
     void FlushVolume(std::string_view folder) override { real_->FlushVolume(folder); }
     std::string TemporaryFolder() override { return real_->TemporaryFolder(); }
     std::string ProgramFolder() override { return real_->ProgramFolder(); }
@@ -43,6 +54,9 @@ class ForwardingFileSystem : public FileSystem {
     }
     std::optional<std::string> SpelledPath(std::string_view path) override {
         return real_->SpelledPath(path);
+    }
+    bool IsSameFile(std::string_view one, std::string_view other) override {
+        return real_->IsSameFile(one, other);
     }
     std::unique_ptr<LargeFileAccess> MakeLargeFile() override { return real_->MakeLargeFile(); }
 

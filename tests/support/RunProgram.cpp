@@ -50,8 +50,9 @@ ProgramResult RunProgram(const std::string& name, const std::vector<std::string>
     streams.Write("in", input);
     const pid_t child = fork();
     if (child == 0) {
-        Become(std::string(ZARN_BINARY_FOLDER) + "/" + name, arguments, environment, folder,
-               streams);
+        const std::string program =
+            name.starts_with('/') ? name : std::string(ZARN_BINARY_FOLDER) + "/" + name;
+        Become(program, arguments, environment, folder, streams);
     }
     int status = 0;
     EXPECT_EQ(waitpid(child, &status, 0), child);

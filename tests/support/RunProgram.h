@@ -12,9 +12,9 @@ struct ProgramResult {
     std::string error;
 };
 
-/// Runs a program of the build by its bare name and waits for it. `environment` is added to the
-/// environment of the test. Standard input is `input`, then its end; the working directory is
-/// `folder` if that is not empty.
+/// Runs a program of the build by its bare name, or any by its path, and waits for it.
+/// `environment` is added to the environment of the test. Standard input is `input`, then its end;
+/// the working directory is `folder` if that is not empty.
 [[nodiscard]] ProgramResult RunProgram(const std::string& name,
                                        const std::vector<std::string>& arguments,
                                        const std::map<std::string, std::string>& environment = {},

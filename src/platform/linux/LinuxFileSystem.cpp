@@ -1,13 +1,13 @@
 #include "platform/linux/LinuxFileSystem.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -15,37 +15,10 @@
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxLargeFile.h"
 #include "platform/linux/LinuxPendingFile.h"
-#include "platform/linux/Wildcard.h"
 
 namespace zarn {
 
 namespace {
-
-// Pipes and devices are no files of bytes.
-bool IsFileOfBytes(const std::string& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-bool IsNormalFile(const std::string& path) {
-    return IsFileOfBytes(path) && !IsConcealed(path);
-}
-
-std::optional<std::string> FindMatch(const std::string& folder, const Wildcard& wildcard) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), closedir);
-    std::vector<std::string> names;
-    while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
-        if (wildcard.Matches(&entry->d_name[0])) {
-            names.emplace_back(&entry->d_name[0]);
-        }
-    }
-    // The system's order is anyone's guess; the answer should not be.
-    std::sort(names.begin(), names.end());
-    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
-        return IsNormalFile(JoinSystemPath(folder, name));
-    });
-    return found == names.end() ? std::nullopt : std::optional(*found);
-}
 
 // For file systems that cannot refuse by themselves to replace a file in a rename.
 int RenameByLink(const std::string& from, const std::string& to) {
@@ -95,13 +68,6 @@ LinuxFileSystem::LinuxFileSystem(std::shared_ptr<PathResolver> paths, UserFolder
     : paths_(std::move(paths)), folders_(std::move(folders)) {
 }
 
-bool LinuxFileSystem::FolderExists(std::string_view path) {
-    const ResolvedPath resolved = paths_->Resolve(path);
-    struct stat status = {};
-    return resolved.state == PathState::Exists && stat(resolved.path.c_str(), &status) == 0 &&
-           S_ISDIR(status.st_mode);
-}
-
 void LinuxFileSystem::CreateFolder(std::string_view path) {
     constexpr mode_t EverybodyLessMask = 0777;
     const std::string target = paths_->SystemPath(path);
@@ -109,43 +75,6 @@ void LinuxFileSystem::CreateFolder(std::string_view path) {
     if (mkdir(target.c_str(), EverybodyLessMask) != 0) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
-}
-
-double LinuxFileSystem::FileSize(std::string_view path) {
-    const ResolvedPath resolved = paths_->Resolve(path);
-    struct stat status = {};
-    if (resolved.state != PathState::Exists || stat(resolved.path.c_str(), &status) != 0 ||
-        !S_ISREG(status.st_mode)) {
-        throw RuntimeError(ErrorNumber::FileNotFound);
-    }
-    return static_cast<double>(status.st_size);
-}
-
-std::optional<std::string> LinuxFileSystem::FindFile(std::string_view path) {
-    if (path.empty() || path.ends_with('\\')) {
-        return std::nullopt;
-    }
-    const ResolvedPath resolved = paths_->Resolve(path);
-    if (resolved.state == PathState::NoDrive) {
-        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
-    }
-    if (resolved.state == PathState::Exists && IsNormalFile(resolved.path)) {
-        return std::string(SystemNameOf(resolved.path));
-    }
-    const bool folderExists =
-        resolved.state == PathState::Exists || resolved.state == PathState::Missing;
-    if (!folderExists || !Wildcard::IsIn(resolved.name)) {
-        return std::nullopt;
-    }
-    return FindMatch(SystemFolderOf(resolved.path), Wildcard(resolved.name));
-}
-
-std::optional<std::uint32_t> LinuxFileSystem::Attributes(std::string_view path) {
-    const ResolvedPath resolved = paths_->Resolve(path);
-    if (resolved.state != PathState::Exists) {
-        return std::nullopt;
-    }
-    return ReadFileAttributes(resolved.path);
 }
 
 void LinuxFileSystem::SetNormalAttributes(std::string_view path) {
@@ -211,7 +140,18 @@ std::string LinuxFileSystem::ReadFile(std::string_view path, std::size_t limit) 
 std::unique_ptr<PendingFile> LinuxFileSystem::PrepareFile(std::string_view path,
                                                           std::string_view bytes) {
     auto file = std::make_unique<LinuxPendingFile>(paths_, path);
-    file->Write(bytes);
+    file->Write(std::as_bytes(std::span(bytes)));
+    return file;
+}
+
+std::unique_ptr<PendingFile> LinuxFileSystem::PrepareCopy(std::string_view path,
+                                                          LargeFileAccess& source) {
+    constexpr std::size_t PieceSize = std::size_t{256} * 1024;
+    auto file = std::make_unique<LinuxPendingFile>(paths_, path);
+    std::vector<std::byte> piece(PieceSize);
+    while (const std::size_t count = source.Read(piece)) {
+        file->Write(std::span(piece).first(count));
+    }
     return file;
 }
 

@@ -17,7 +17,10 @@ class LinuxFileSystem : public FileSystem {
     void CreateFolder(std::string_view path) override;
     [[nodiscard]] double FileSize(std::string_view path) override;
     [[nodiscard]] std::optional<std::string> FindFile(std::string_view path) override;
+    [[nodiscard]] std::vector<std::string> ListFolder(std::string_view folder) override;
     [[nodiscard]] std::optional<std::uint32_t> Attributes(std::string_view path) override;
+    [[nodiscard]] std::optional<DateTime> WriteTime(std::string_view path) override;
+    [[nodiscard]] bool OpensExclusively(std::string_view path) override;
     void SetNormalAttributes(std::string_view path) override;
     bool DeleteFile(std::string_view path) override;
     void MoveFile(std::string_view from, std::string_view to) override;
@@ -26,11 +29,14 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::string ReadFile(std::string_view path, std::size_t limit) override;
     [[nodiscard]] std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
                                                            std::string_view bytes) override;
+    [[nodiscard]] std::unique_ptr<PendingFile> PrepareCopy(std::string_view path,
+                                                           LargeFileAccess& source) override;
     void FlushVolume(std::string_view folder) override;
     [[nodiscard]] std::string TemporaryFolder() override;
     [[nodiscard]] std::string ProgramFolder() override;
     [[nodiscard]] std::optional<std::string> DrivePath(std::string_view systemPath) override;
     [[nodiscard]] std::optional<std::string> SpelledPath(std::string_view path) override;
+    [[nodiscard]] bool IsSameFile(std::string_view one, std::string_view other) override;
     [[nodiscard]] std::unique_ptr<LargeFileAccess> MakeLargeFile() override;
 
   private:

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <span>
 #include <utility>
 
 #include "platform/linux/ErrnoError.h"
@@ -67,8 +66,8 @@ LinuxPendingFile::~LinuxPendingFile() {
     }
 }
 
-void LinuxPendingFile::Write(std::string_view bytes) {
-    WriteAll(file_, std::as_bytes(std::span(bytes)));
+void LinuxPendingFile::Write(std::span<const std::byte> bytes) {
+    WriteAll(file_, bytes);
 }
 
 void LinuxPendingFile::Flush() {

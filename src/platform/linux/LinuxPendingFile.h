@@ -2,7 +2,9 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,7 +25,7 @@ class LinuxPendingFile : public PendingFile {
     ~LinuxPendingFile() override;
 
     /// Writes behind what is there, or raises.
-    void Write(std::string_view bytes);
+    void Write(std::span<const std::byte> bytes);
 
     void Flush() override;
     void Commit() override;

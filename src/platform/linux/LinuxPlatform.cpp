@@ -6,6 +6,7 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/LinuxVolumes.h"
+#include "platform/linux/LinuxZipWriter.h"
 #include "platform/linux/RegistryFile.h"
 
 namespace zarn {
@@ -18,7 +19,8 @@ Platform MakeLinuxPlatform(const UserFolders& folders) {
             std::make_unique<LinuxProcesses>(paths, folders),
             std::make_unique<LinuxClock>(),
             std::make_unique<ConsoleMessageQueue>(),
-            std::make_unique<ConsoleMessageBoxes>()};
+            std::make_unique<ConsoleMessageBoxes>(),
+            std::make_unique<LinuxZipWriter>(paths)};
 }
 
 }  // namespace zarn

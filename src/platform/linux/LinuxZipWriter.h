@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "platform/ZipWriter.h"
+#include "platform/linux/PathResolver.h"
+
+namespace zarn {
+
+/// libzip, in a module that is loaded by the first archive.
+class LinuxZipWriter : public ZipWriter {
+  public:
+    explicit LinuxZipWriter(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {}
+
+    bool Write(const ZipOrder& order, const PercentDone& percentDone) override;
+
+  private:
+    std::shared_ptr<PathResolver> paths_;
+};
+
+}  // namespace zarn

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+
+namespace zarn {
+
+/// An archive to be written by the ZIP module. The texts are system paths and bytes, each ended by
+/// NUL. All of it belongs to the caller, who keeps it until the call returns.
+struct ZipModuleOrder {
+    const char* archive = nullptr;    ///< path of the ZIP file
+    int source = -1;                  ///< open for reading; the module reads by position
+    const char* entryName = nullptr;  ///< UTF-8 if it is valid as that
+    std::int32_t level = 0;           ///< 0 stores, 1 to 9 deflate
+    const char* password = nullptr;   ///< null: no encryption
+
+    /// Hears each new percent of the source's bytes, up to 100. False ends the writing.
+    bool (*percentDone)(void* listener, std::int32_t percent) noexcept = nullptr;
+    void* listener = nullptr;
+};
+
+/// Writes the archive beside its final name and renames it. False if that failed.
+///
+/// This one function is a shared object of its own, since only few runs compress: loading the ZIP
+/// library, and the encryption library behind it, takes longer than splitting a small file. Plain
+/// data crosses the border, and no exception: the ZIP library could not pass it on.
+extern "C" bool ZarnWriteZip(const ZipModuleOrder& order) noexcept;
+
+constexpr const char* ZipModuleFile = "libZarnZip.so";
+constexpr const char* ZipModuleFunction = "ZarnWriteZip";
+
+}  // namespace zarn

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "runtime/RuntimeError.h"
+#include "support/ForwardingFileSystem.h"
+#include "support/ForwardingLargeFile.h"
+
+namespace zarn::testing {
+
+/// The real file system, with a log of the steps that must come in order: "delete" of what is there
+/// and "move", each with the path as it was given, "prepare" and "commit", "flush" of a file, and
+/// "flush volume". One of them fails on demand.
+class WatchedFileSystem : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    bool DeleteFile(std::string_view path) override {
+        return (!Attributes(path) || Takes("delete " + std::string(path))) &&
+               ForwardingFileSystem::DeleteFile(path);
+    }
+    void MoveFile(std::string_view from, std::string_view to) override {
+        Step("move " + std::string(from));
+        ForwardingFileSystem::MoveFile(from, to);
+    }
+    void FlushVolume(std::string_view folder) override {
+        Step("flush volume");
+        ForwardingFileSystem::FlushVolume(folder);
+    }
+    std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
+                                             std::string_view bytes) override {
+        Step("prepare");
+        return std::make_unique<WatchedPending>(ForwardingFileSystem::PrepareFile(path, bytes),
+                                                *this);
+    }
+    std::unique_ptr<LargeFileAccess> MakeLargeFile() override {
+        return wrap(ForwardingFileSystem::MakeLargeFile());
+    }
+
+    std::vector<std::string> log;
+    std::string refused;  ///< the step that fails
+
+    /// Makes every file into one of a test's own.
+    std::function<std::unique_ptr<LargeFileAccess>(std::unique_ptr<LargeFileAccess>)> wrap =
+        [this](auto real) { return std::make_unique<WatchedFile>(std::move(real), *this); };
+
+  private:
+    class WatchedPending : public PendingFile {
+      public:
+        WatchedPending(std::unique_ptr<PendingFile> real, WatchedFileSystem& watch)
+            : real_(std::move(real)), watch_(watch) {}
+        void Flush() override { watch_.Step("flush"); }
+        void Commit() override {
+            watch_.Step("commit");
+            real_->Commit();
+        }
+
+      private:
+        std::unique_ptr<PendingFile> real_;
+        WatchedFileSystem& watch_;
+    };
+
+    class WatchedFile : public ForwardingLargeFile {
+      public:
+        WatchedFile(std::unique_ptr<LargeFileAccess> real, WatchedFileSystem& watch)
+            : ForwardingLargeFile(std::move(real)), watch_(watch) {}
+        void Flush() override { watch_.Step("flush"); }
+
+      private:
+        WatchedFileSystem& watch_;
+    };
+
+    bool Takes(const std::string& step) {
+        log.push_back(step);
+        return step != refused;
+    }
+    void Step(const std::string& step) {
+        if (!Takes(step)) {
+            throw RuntimeError(ErrorNumber::PathFileAccessError);
+        }
+    }
+};
+
+}  // namespace zarn::testing
