@@ -5,6 +5,7 @@
 #include "engine/SplitterEngine.h"
 #include "engine/TemporaryNames.h"
 #include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
 
 namespace zarn {
 
@@ -25,7 +26,7 @@ void RefuseSourceAsArchive(FileSystem& fileSystem, std::string_view source,
 std::string SplitterEngine::CompressSource(const std::string& source, const std::string& folder,
                                            std::int32_t level) {
     events_.StatusZIP(0);
-    const std::string written = FunctionZipTempName(source, shared_.Parameters().TemporaryFolder());
+    const std::string written = FunctionZipTempName(source, TemporaryFolder());
     archive_ = FunctionFolderPlusName(folder, written);
     FileSystem& fileSystem = *shared_.Platform().fileSystem;
     RefuseSourceAsArchive(fileSystem, source, written);
@@ -40,6 +41,15 @@ std::string SplitterEngine::CompressSource(const std::string& source, const std:
         shared_.Files().FileDelete(source);
     }
     return archive_;
+}
+
+// The system may have none to offer. The archive would then land in whatever folder is current.
+std::string SplitterEngine::TemporaryFolder() {
+    std::string folder = shared_.Parameters().TemporaryFolder();
+    if (Trim(folder).empty()) {
+        throw RuntimeError(ErrorNumber::PathNotFound);
+    }
+    return folder;
 }
 
 bool SplitterEngine::WriteArchive(const std::string& source, const std::string& archive,

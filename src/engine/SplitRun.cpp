@@ -178,8 +178,7 @@ bool SplitterEngine::Run::Complete() {
     if (Cancelled()) {
         return CancelAfterScript();
     }
-    DeleteInput(*script);
-    script->Commit();
+    FinishScript(*script);
     if (spansMedia_) {
         engine_.FlushFolderOf(engine_.basePath_);
     }
@@ -198,14 +197,16 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
     return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
 }
 
-// The script is written by now: one that cannot be written keeps the input. With `DeleteSource`
-// on the parts are the only copy of the user's bytes from here, so they have to be on the medium.
-void SplitterEngine::Run::DeleteInput(PendingFile& script) {
+// The input goes last: a script that cannot be written keeps it, and whenever the run is killed,
+// the input or the way to join its parts is there.
+void SplitterEngine::Run::FinishScript(PendingFile& script) {
     const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
     if (deleteSource) {
+        // The parts are the only copy of the user's bytes from here.
         script.Flush();
         engine_.FlushFolderOf(engine_.basePath_);
     }
+    script.Commit();
     const bool besideParts = engine_.basePath_ == order_.source;
     if (order_.compressed ? !besideParts : deleteSource) {
         files_.FileDelete(order_.source);

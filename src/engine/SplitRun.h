@@ -50,7 +50,7 @@ class SplitterEngine::Run {
 
     // The end of a run
     [[nodiscard]] std::unique_ptr<PendingFile> PrepareScript();
-    void DeleteInput(PendingFile& script);
+    void FinishScript(PendingFile& script);
 
     // Cancelling; every exit gives the run's false result
     [[nodiscard]] bool Cancelled() const;

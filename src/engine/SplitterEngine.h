@@ -45,8 +45,8 @@ class SplitterEngine {
     /// `DeleteSource` 1 the source is deleted as soon as the ZIP is written and on the medium.
     /// Cannot be cancelled. An archive that cannot be written is not reported: what was at its
     /// path, if anything, is still there, and `SplittFile` fails on it as on a missing file. Raises
-    /// 58 where the source itself lies at the ZIP's path, 48 where the ZIP library is missing, and
-    /// file errors of copying and flushing the ZIP.
+    /// 58 where the source itself lies at the ZIP's path, 76 where there is no temporary folder at
+    /// all, 48 where the ZIP library is missing, and file errors of copying and flushing the ZIP.
     [[nodiscard]] std::string CompressSource(const std::string& source, const std::string& folder,
                                              std::int32_t level);
 
@@ -76,6 +76,7 @@ class SplitterEngine {
   private:
     class Run;
 
+    [[nodiscard]] std::string TemporaryFolder();
     [[nodiscard]] bool WriteArchive(const std::string& source, const std::string& archive,
                                     std::int32_t level);
     void MoveArchive(const std::string& from);

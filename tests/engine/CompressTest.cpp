@@ -160,6 +160,17 @@ TEST_F(Compressing, LeavesEverythingWhereItWasIfTheArchiveCannotBeWritten) {
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"movie.avi"});
 }
 
+TEST_F(Compressing, NeedsATemporaryFolder) {
+    class WithoutOne : public ForwardingFileSystem {
+      public:
+        using ForwardingFileSystem::ForwardingFileSystem;
+        std::string TemporaryFolder() override { throw RuntimeError(ErrorNumber::PathNotFound); }
+    };
+    folder.Write("movie.avi", "bytes");
+    test.platform.fileSystem = std::make_unique<WithoutOne>(std::move(test.platform.fileSystem));
+    EXPECT_EQ(ErrorOf([&] { Compress(5); }), ErrorNumber::PathNotFound);
+}
+
 TEST_F(Compressing, NeverReplacesItsSource) {
     folder.Write("MOVIE.zip", "bytes");
     source = folder.Drive("movie.zip");

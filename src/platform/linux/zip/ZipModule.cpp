@@ -98,10 +98,14 @@ class Input {
     zip_int64_t Describe(zip_stat_t& description) {
         zip_stat_init(&description);
         description.size = static_cast<zip_uint64_t>(status_.st_size);
-        description.mtime = status_.st_mtime;
+        description.mtime = std::clamp(status_.st_mtime, Earliest, Latest);
         description.valid = ZIP_STAT_SIZE | ZIP_STAT_MTIME;
         return sizeof(description);
     }
+
+    // What the entry's date can hold, 1980 to 2107, in every time zone.
+    static constexpr time_t Earliest = 315'619'200;
+    static constexpr time_t Latest = 4'354'732'799;
 
     const ZipModuleOrder& order_;
     zip_error_t error_{};
