@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "media/Medium.h"
 #include "support/RunProgram.h"
 #include "support/TestPlatform.h"
@@ -12,7 +14,10 @@ constexpr const char* WriteError =
 
 class FullMedium : public ::testing::Test {
   protected:
-    FullMedium() { home.Write("FILM.AVI", film); }
+    FullMedium() {
+        home.Write("FILM.AVI", film);
+        home.MakeFolder("tmp");
+    }
 
     [[nodiscard]] ProgramResult Split(const std::vector<std::string>& arguments) const {
         std::vector<std::string> all = {"/F=" + home.Drive("FILM.AVI")};
@@ -49,6 +54,18 @@ TEST_F(FullMedium, EndsAJoinWithoutTheLossOfAFile) {
     EXPECT_NE(result.error.find("\"FILM.AVI_Part2\": Disk full"), std::string::npos);
     EXPECT_EQ(medium.Folder().Names(), before);
     EXPECT_EQ(medium.Folder().Read("FILM.AVI"), "old");
+}
+
+// The size limit of a process is a full disk to it.
+TEST_F(FullMedium, MayAlsoBeALimitOfTheProcess) {
+    const ProgramResult result = RunProgram(
+        "/usr/bin/prlimit",
+        {"--fsize=1000000", std::string(ZARN_BINARY_FOLDER) + "/ZarnFileSplitter",
+         "/F=" + home.Drive("FILM.AVI"), "/D=" + home.Drive("OUT"), "/PN=2", "/C", "/CL=1"},
+        {{"XDG_CONFIG_HOME", home.System()}, {"TMPDIR", home.System("tmp")}});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, WriteError);
+    EXPECT_TRUE(std::filesystem::is_empty(home.System("tmp")));
 }
 
 TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {

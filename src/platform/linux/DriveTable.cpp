@@ -11,6 +11,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "platform/linux/FileAttributes.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
@@ -115,11 +116,6 @@ bool IsOnDevice(const Mount& mount) {
     }
     return mount.source.starts_with("/dev/") && !mount.fileSystem.starts_with("fuse") &&
            !IsOneOf(mount.fileSystem, {"squashfs", "erofs", "overlay"});
-}
-
-bool IsFolder(const std::string& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 // The mount with the longest folder that holds a path; `folderOf` gives an element's folder.

@@ -90,6 +90,11 @@ std::optional<std::uint32_t> ReadFileAttributes(const std::string& systemPath) {
     return attributes == 0 ? AttributeNormal : attributes;
 }
 
+bool IsFolder(const std::string& systemPath) {
+    struct stat status = {};
+    return stat(systemPath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool IsConcealed(const std::string& systemPath) {
     return (ReadConcealing(systemPath) & Concealing) != 0;
 }

@@ -12,6 +12,9 @@ namespace zarn {
 /// from a FAT file system, or from the extended attribute in which Samba keeps them.
 [[nodiscard]] std::optional<std::uint32_t> ReadFileAttributes(const std::string& systemPath);
 
+/// True if a system path leads to a folder.
+[[nodiscard]] bool IsFolder(const std::string& systemPath);
+
 /// True if the file is hidden or a system file.
 [[nodiscard]] bool IsConcealed(const std::string& systemPath);
 

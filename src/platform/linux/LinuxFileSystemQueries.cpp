@@ -85,9 +85,7 @@ bool IsOpenElsewhere(const FileDescriptor& file) {
 
 bool LinuxFileSystem::FolderExists(std::string_view path) {
     const ResolvedPath resolved = paths_->Resolve(path);
-    struct stat status = {};
-    return resolved.state == PathState::Exists && stat(resolved.path.c_str(), &status) == 0 &&
-           S_ISDIR(status.st_mode);
+    return resolved.state == PathState::Exists && IsFolder(resolved.path);
 }
 
 double LinuxFileSystem::FileSize(std::string_view path) {

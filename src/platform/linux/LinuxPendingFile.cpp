@@ -15,7 +15,7 @@ namespace zarn {
 
 namespace {
 
-bool IsFolder(const std::string& path) {
+bool NameIsFolder(const std::string& path) {
     struct stat status = {};
     return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
@@ -47,7 +47,7 @@ LinuxPendingFile::LinuxPendingFile(std::shared_ptr<PathResolver> paths,
                                    std::string_view programPath)
     : paths_(std::move(paths)), target_(paths_->SystemPath(programPath)) {
     // Said now, while its maker can still keep what this file was to replace.
-    if (IsFolder(target_)) {
+    if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
     }
     std::string name = JoinSystemPath(SystemFolderOf(target_), ".zarn-XXXXXX");
@@ -80,7 +80,7 @@ void LinuxPendingFile::Flush() {
 
 void LinuxPendingFile::Commit() {
     target_ = paths_->InFolder(SystemFolderOf(target_), SystemNameOf(target_));
-    if (IsFolder(target_)) {
+    if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
     }
     {

@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include <csignal>
+
 #include "platform/linux/ConsoleMessageBoxes.h"
 #include "platform/linux/ConsoleMessageQueue.h"
 #include "platform/linux/LinuxClock.h"
@@ -12,6 +14,7 @@
 namespace zarn {
 
 Platform MakeLinuxPlatform(const UserFolders& folders) {
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     const auto paths = std::make_shared<PathResolver>(folders.configuration);
     return {std::make_unique<LinuxFileSystem>(paths, folders),
             std::make_unique<LinuxVolumes>(paths),

@@ -8,6 +8,7 @@
 #include <climits>
 #include <utility>
 
+#include "platform/linux/FileAttributes.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -31,11 +32,6 @@ std::string_view TakeItem(std::string_view& path) {
 bool NameExists(const std::string& path) {
     struct stat status = {};
     return lstat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
-}
-
-bool IsFolder(const std::string& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 std::optional<std::string> WorkingFolder() {
