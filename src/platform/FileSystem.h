@@ -132,6 +132,10 @@ class FileSystem {
     /// mount point that holds it. Nothing if a name in it holds a backslash.
     [[nodiscard]] virtual std::optional<std::string> DrivePath(std::string_view systemPath) = 0;
 
+    /// The operating system's form of the path of an existing file or folder. Nothing if there is
+    /// none.
+    [[nodiscard]] virtual std::optional<std::string> SystemPath(std::string_view path) = 0;
+
     /// The absolute path of an existing file or folder with its names as they are spelled in their
     /// folders. Nothing if there is no such file, or a name in its path holds a backslash.
     [[nodiscard]] virtual std::optional<std::string> SpelledPath(std::string_view path) = 0;

@@ -6,6 +6,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageQueue.h"
+#include "platform/Modules.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Volumes.h"
@@ -23,6 +24,7 @@ struct Platform {
     std::unique_ptr<MessageQueue> messageQueue;
     std::unique_ptr<MessageBoxes> messageBoxes;
     std::unique_ptr<ZipWriter> zipWriter;
+    std::unique_ptr<Modules> modules;
 };
 
 }  // namespace zarn

@@ -24,6 +24,12 @@ Parameters& SharedObjects::Parameters() {
     return *parameters_;
 }
 
+void SharedObjects::Drop() {
+    parameters_.reset();
+    files_.reset();
+    messages_.reset();
+}
+
 const LocaleSeparators& SharedObjects::Separators() {
     if (!separators_) {
         separators_ = ReadLocaleSeparators();

@@ -25,6 +25,10 @@ class SharedObjects {
     /// The first use writes the program's version to the store.
     [[nodiscard]] zarn::Parameters& Parameters();
 
+    /// Drops `Parameters`, `Files` and `Messages`. They are made anew at their next use; references
+    /// to the old ones end here.
+    void Drop();
+
     /// The locale's separators, read once.
     [[nodiscard]] const LocaleSeparators& Separators();
 

@@ -61,6 +61,11 @@ TEST_F(FilesOfLinux, KnowsFoldersFromFiles) {
         EXPECT_FALSE(files.FolderExists(path) || files.Attributes(path)) << path;
         EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(path); }), ErrorNumber::FileNotFound) << path;
     }
+    EXPECT_EQ(files.SystemPath(folder.Drive("FILE")), folder.System("file"));
+    EXPECT_EQ(files.SystemPath(folder.Drive("SUB\\")), folder.System("Sub"));
+    for (const std::string& path : {folder.Drive("none"), std::string(), std::string("B:\\")}) {
+        EXPECT_EQ(files.SystemPath(path), std::nullopt) << path;
+    }
     EXPECT_EQ(ErrorOf([&] { (void)files.ReadFile(folder.Drive("file"), 4); }),
               ErrorNumber::DiskFull);
     EXPECT_EQ(ErrorOf([&] { (void)files.FindFile("B:\\x"); }), ErrorNumber::BadFileNameOrNumber);

@@ -1,14 +1,18 @@
 #include <algorithm>
+#include <filesystem>
 
 #include "shell/ShellFixture.h"
 
 namespace zarn::testing {
 namespace {
 
+constexpr const char* NoDisplay = "could not connect to display";
+constexpr const char* Advice = ".\nStart it with /? to see what it does without one.\n";
 constexpr const char* MissingSource = "Error\nParameter /F=(SourceFile) is missing ...\n";
 
 TEST_F(Shell, ShowsHelp) {
     const std::string help = Start({"?"}).output;
+    EXPECT_EQ(Start({"?"}).error, "");
     EXPECT_TRUE(help.starts_with("Command Line Help\n"));
     EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 39);
     for (const char* text :
@@ -38,17 +42,44 @@ TEST_F(Shell, RefusesASecondInstance) {
 }
 
 TEST_F(Shell, TakesALineWithoutSwitchesForAFile) {
-    const std::string noWindow = "This build of Zarn File Splitter has no window";
-    const std::string advice = "; start it with /? to see what it does without one.\n";
-    EXPECT_EQ(Start({}).error, noWindow + advice);
-    EXPECT_EQ(Start({" ", " "}).error, noWindow + advice);
     const auto opens = [&](const std::vector<std::string>& arguments, const std::string& file) {
-        EXPECT_EQ(Start(arguments).error, noWindow + " to open " + file + " in" + advice);
+        EXPECT_EQ(Start(arguments).error,
+                  "Zarn File Splitter cannot open a window" + file + ": " + NoDisplay + Advice);
     };
-    opens({"help"}, "help");
-    opens({"\"c:\\a", "b\\c.dat\""}, "c:\\a b\\c.dat");
+    opens({}, "");
+    opens({" ", " "}, "");
+    opens({"help"}, " for help");
+    opens({"\"c:\\a", "b\\c.dat\""}, " for c:\\a b\\c.dat");
     folder.Write("my file.bin", "x");
-    opens({folder.System("my file.bin")}, folder.Drive("my file.bin"));
+    opens({folder.System("my file.bin")}, " for " + folder.Drive("my file.bin"));
+}
+
+TEST_F(Shell, SaysInOneMessageWhyThereIsNoWindow) {
+    const std::string refusal = "Zarn File Splitter cannot open a window: ";
+    const auto start = [](const std::string& program, const std::string& key,
+                          const std::string& value) {
+        const ProgramResult result = RunProgram(program, {}, {{key, value}});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output, "");
+        return result.error;
+    };
+    EXPECT_EQ(start("ZarnFileSplitter", "DISPLAY", ":9876"),
+              refusal + NoDisplay + " :9876" + Advice);
+    EXPECT_EQ(start("ZarnFileSplitter", "QT_QPA_PLATFORM", "none"),
+              refusal + "Could not find the Qt platform plugin \"none\" in \"\"" + Advice);
+
+    // A copy of the program without its window library.
+    for (const std::string name : {"ZarnFileSplitter", "libZarnCore.so"}) {
+        std::filesystem::copy_file(ZARN_BINARY_FOLDER "/" + name, home.System(name));
+    }
+    const std::string copy = home.System("ZarnFileSplitter");
+    EXPECT_EQ(start(copy, "DISPLAY", ""),
+              refusal + "libZarnWindow.so or a library behind it is missing" + Advice);
+    const ProgramResult help = RunProgram(copy, {"/?"});
+    EXPECT_TRUE(help.output.starts_with("Command Line Help\n"));
+    EXPECT_EQ(help.error, "");
+    EXPECT_EQ(RunProgram(copy, {Source(), "/PN=2"}).error, "");
+    EXPECT_TRUE(folder.Has("DATA.BIN_Part2"));
 }
 
 TEST_F(Shell, HandsOverNothingButOneExistingFile) {

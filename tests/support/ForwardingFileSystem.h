@@ -52,6 +52,9 @@ class ForwardingFileSystem : public FileSystem {
     std::optional<std::string> DrivePath(std::string_view systemPath) override {
         return real_->DrivePath(systemPath);
     }
+    std::optional<std::string> SystemPath(std::string_view path) override {
+        return real_->SystemPath(path);
+    }
     std::optional<std::string> SpelledPath(std::string_view path) override {
         return real_->SpelledPath(path);
     }

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/ErrnoError.h"
@@ -146,6 +147,14 @@ std::optional<DateTime> LinuxFileSystem::WriteTime(std::string_view path) {
         return std::nullopt;
     }
     return LocalTime(status.st_mtim.tv_sec);
+}
+
+std::optional<std::string> LinuxFileSystem::SystemPath(std::string_view path) {
+    ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state != PathState::Exists) {
+        return std::nullopt;
+    }
+    return std::move(resolved.path);
 }
 
 bool LinuxFileSystem::IsSameFile(std::string_view one, std::string_view other) {

@@ -6,6 +6,7 @@
 #include "platform/linux/ConsoleMessageQueue.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/LinuxModules.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/LinuxVolumes.h"
 #include "platform/linux/LinuxZipWriter.h"
@@ -23,7 +24,8 @@ Platform MakeLinuxPlatform(const UserFolders& folders) {
             std::make_unique<LinuxClock>(),
             std::make_unique<ConsoleMessageQueue>(),
             std::make_unique<ConsoleMessageBoxes>(),
-            std::make_unique<LinuxZipWriter>(paths)};
+            std::make_unique<LinuxZipWriter>(paths),
+            std::make_unique<LinuxModules>()};
 }
 
 }  // namespace zarn

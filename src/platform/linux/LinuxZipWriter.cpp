@@ -1,12 +1,11 @@
 #include "platform/linux/LinuxZipWriter.h"
 
-#include <dlfcn.h>
-
 #include <exception>
 #include <optional>
 #include <string>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxModules.h"
 #include "platform/linux/zip/ZipModule.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -15,17 +14,8 @@ namespace zarn {
 
 namespace {
 
-// The module lies beside the file that this code is in.
-std::string ModulePath() {
-    Dl_info here = {};
-    const bool isKnown = dladdr(reinterpret_cast<void*>(&ModulePath), &here) != 0;
-    return JoinSystemPath(isKnown ? SystemFolderOf(here.dli_fname) : std::string(), ZipModuleFile);
-}
-
-// It stays loaded to the end: the encryption library cannot be unloaded.
 decltype(&ZarnWriteZip) LoadModule() {
-    void* module = dlopen(ModulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* function = module == nullptr ? nullptr : dlsym(module, ZipModuleFunction);
+    const ModuleFunction function = LinuxModules().Function(ZipModuleFile, ZipModuleFunction);
     if (function == nullptr) {
         throw RuntimeError(ErrorNumber::ErrorLoadingLibrary);
     }

@@ -1,0 +1,22 @@
+#include "controls/QtMessageQueue.h"
+
+#include <QTimer>
+
+#include "controls/GuardedApplication.h"
+
+namespace zarn {
+
+void QtMessageQueue::Run() {
+    GuardedApplication::Pump();
+}
+
+void QtMessageQueue::Wait(std::chrono::milliseconds time) {
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.start(time);
+    while (timer.isActive()) {
+        GuardedApplication::Pump(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+}  // namespace zarn

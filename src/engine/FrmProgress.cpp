@@ -1,0 +1,180 @@
+// The window: its opening and closing, its button, its countdown. The job is in FrmProgressJob.cpp,
+// what the engine tells in FrmProgressEvents.cpp.
+
+#include "engine/FrmProgress.h"
+
+#include <QEvent>
+#include <chrono>
+#include <utility>
+
+#include "controls/GuardedApplication.h"
+#include "controls/QtText.h"
+#include "controls/Twips.h"
+#include "engine/ProgressTexts.h"
+#include "ui_FrmProgress.h"
+
+namespace zarn {
+
+namespace {
+
+// The button's place when it stands alone under the headline, in twips.
+constexpr int AloneLeft = 1920;
+constexpr int AloneTop = 765;
+
+constexpr std::chrono::seconds CountdownStep(1);
+constexpr std::int16_t SecondsAfterCancel = 6;
+constexpr std::int16_t SecondsAfterRound = 5;
+
+void ShowText(QLabel& label, const std::string& text) {
+    label.setText(ToQt(text));
+    label.setAccessibleDescription(label.text());
+}
+
+}  // namespace
+
+FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress, QWidget* owner)
+    : QDialog(owner),
+      shared_(shared),
+      defaultProgress_(defaultProgress),
+      ui_(std::make_unique<Ui::FrmProgress>()),
+      frmRemovables_(shared, defaultProgress, this),
+      timer2_(this) {
+    ui_->setupUi(this);
+    setFixedSize(size());
+    for (QLabel* line : {ui_->txtCurrentFile, ui_->sElapsed, ui_->sTime}) {
+        SetTextColour(*line, Black);
+    }
+    activation_.setSingleShot(true);
+    connect(&activation_, &QTimer::timeout, this, &FrmProgress::Activated);
+    timer2_.setObjectName("Timer2");
+    timer2_.setInterval(CountdownStep);
+    connect(&timer2_, &QTimer::timeout, this, &FrmProgress::Timer2_Timer);
+    connect(ui_->CmdCancel, &chameleonButton::clicked, this, &FrmProgress::CmdCancel_Click);
+}
+
+FrmProgress::~FrmProgress() = default;
+
+void FrmProgress::ShowModal() {
+    wasLeft_ = false;
+    activation_.start(0);
+    exec();
+    // An error has ended the wait with the window still open; a job that outlived its window may
+    // have set the countdown going.
+    done(Rejected);
+    GuardedApplication::RethrowRaised();
+}
+
+bool FrmProgress::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate) {
+        wasLeft_ = true;
+    } else if (event->type() == QEvent::WindowActivate && std::exchange(wasLeft_, false)) {
+        // Not here and now: whoever brings the window to the front has more to do.
+        activation_.start(0);
+    }
+    return QDialog::event(event);
+}
+
+void FrmProgress::Activated() {
+    if (isVisible() && ui_->XP_ProgressBar1->Value() == 0) {
+        OpenForm();
+    }
+}
+
+void FrmProgress::done(int result) {
+    timer2_.stop();
+    unsetCursor();
+    QDialog::done(result);
+}
+
+void FrmProgress::CmdCancel_Click() {
+    if (JobEnded) {
+        close();
+    } else if (!CancelPending) {
+        StandButtonAlone();
+        JobEnded = true;
+        CancelPending = true;
+        RequestCancel(true);
+        ui_->CmdCancel->Caption("&Canceling ");
+        SetTextColour(*ui_->txtCurrentFile, DarkRed);
+        HideTimes();
+        ShowCancelled();
+        ui_->XP_ProgressBar1->setVisible(false);
+        ui_->CmdCancel->setEnabled(false);
+        Countdown = SecondsAfterCancel;
+        timer2_.start();
+    }
+}
+
+void FrmProgress::Timer2_Timer() {
+    if (--Countdown == -1) {
+        Countdown = SecondsAfterRound;
+    }
+    StandButtonAlone();
+    if (Countdown == 0) {
+        close();
+    }
+    const std::string figure = "(" + std::to_string(Countdown) + ")";
+    if (!CancelPending) {
+        ui_->CmdCancel->Caption(ToQt("&Done " + figure));
+    } else {
+        ui_->CmdCancel->Caption(ToQt("&Cancelling " + (Countdown > 0 ? figure : std::string())));
+        ShowCancelled();
+    }
+}
+
+void FrmProgress::ShowCancelled() {
+    ShowStatus("");
+    ShowHeadline("             Canceled by User", DarkRed);
+}
+
+bool FrmProgress::Cancelled() const {
+    return CancelPending || (engine_ != nullptr && engine_->CancelRequested());
+}
+
+void FrmProgress::RequestCancel(bool value) {
+    if (engine_ != nullptr) {
+        engine_->CancelRequested(value);
+    }
+}
+
+void FrmProgress::Pump() {
+    shared_.Platform().messageQueue->Run();
+}
+
+void FrmProgress::ShowHeadline(const char* text, ColourValue colour) {
+    ShowText(*ui_->lblLabel, text);
+    SetTextColour(*ui_->lblLabel, colour);
+}
+
+void FrmProgress::ShowStatus(const std::string& text) {
+    ShowText(*ui_->txtCurrentFile, text);
+}
+
+void FrmProgress::ShowStatus(const std::string& text, ColourValue colour) {
+    SetTextColour(*ui_->txtCurrentFile, colour);
+    ShowStatus(text);
+}
+
+void FrmProgress::ShowTimes(double startTime, std::int32_t percent) {
+    const double elapsed = shared_.Platform().clock->Timer() - startTime;
+    ShowText(*ui_->sElapsed, ElapsedText(elapsed));
+    ShowText(*ui_->sTime, TimeLeftText(elapsed, percent));
+    ui_->sElapsed->setVisible(true);
+    ui_->sTime->setVisible(true);
+}
+
+void FrmProgress::HideTimes() {
+    ui_->sElapsed->setVisible(false);
+    ui_->sTime->setVisible(false);
+}
+
+void FrmProgress::ShowBar(int width) {
+    ui_->XP_ProgressBar1->resize(Pixels(width), ui_->XP_ProgressBar1->height());
+    ui_->XP_ProgressBar1->setVisible(true);
+}
+
+void FrmProgress::StandButtonAlone() {
+    ui_->CmdCancel->move(Pixels(AloneLeft), Pixels(AloneTop));
+}
+
+}  // namespace zarn

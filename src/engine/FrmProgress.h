@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "controls/Colours.h"
+#include "engine/FrmRemovables.h"
+#include "engine/SharedProgress.h"
+#include "engine/SplitJob.h"
+#include "engine/SplitterEngine.h"
+#include "scripts/BatchGenerator.h"
+#include "settings/SharedObjects.h"
+
+namespace zarn {
+
+namespace Ui {
+class FrmProgress;
+}
+
+/// The window that runs one split job and shows it: it owns the order of the stages, hears the
+/// engine's events, tells elapsed and remaining time, and closes itself after a countdown.
+///
+/// Whenever the window comes to the front while its bar is at 0, the job starts, once more inside
+/// the one that is running. Closing the window cancels nothing.
+class FrmProgress : public QDialog, private SplitterEvents {
+    Q_OBJECT
+
+  public:
+    /// `shared` and `defaultProgress`, the object that the engine and the media prompt write to
+    /// and nobody sees, must outlive the window.
+    FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress, QWidget* owner);
+    FrmProgress(const FrmProgress&) = delete;
+    FrmProgress& operator=(const FrmProgress&) = delete;
+    ~FrmProgress() override;
+
+    bool StopRequested = false;
+    std::int16_t Countdown = 0;  ///< seconds until the window closes
+    bool JobEnded = false;       ///< done or cancelled: the next press of the button closes
+    SplitJob job;
+    bool CancelPending = false;
+
+    /// Shows the window before its owner, runs the job when it comes to the front, and returns when
+    /// it has closed and the job has ended. Raises what the job raises.
+    void ShowModal();
+
+    /// The checksum text of a file for the SFV file. Never raises.
+    [[nodiscard]] std::string CalcCRC32(const std::string& fileName);
+
+    /// Closes the window, for whatever reason.
+    void done(int result) override;
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    // The job's stages, in their order
+    void Activated();
+    void OpenForm();
+    void ShowPreparing();
+    void CompleteDestination();
+    void SplitSource(SplitterEngine& engine);
+    void WriteSfv(const SplitterEngine& engine);
+    void ShowSfvStage(std::int32_t parts);
+    [[nodiscard]] SfvEntry DescribePart(const SplitterEngine& engine, std::int32_t index);
+    void DeleteSource(SplitterEngine& engine);
+
+    // What the engine tells
+    void StatusZIP(std::int32_t percent) override;
+    void StartSplitt() override;
+    void StatusSplitt(std::int32_t percent, std::int32_t currentPart, std::int32_t totalParts,
+                      double startTime) override;
+    void SplitterFinish() override;
+    void RemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
+                        double& partSize) override;
+    void StartCRC(const std::string& kind) override;
+    void StatusCRC(std::int32_t percent, std::string& kind) override;
+    void FinishCRC(const std::string& kind) override;
+
+    // What the user and the clock do
+    void CmdCancel_Click();
+    void Timer2_Timer();
+    void ShowCancelled();
+
+    [[nodiscard]] bool Cancelled() const;
+    void RequestCancel(bool value);
+    void Pump();
+    void ShowHeadline(const char* text, ColourValue colour);
+    void ShowStatus(const std::string& text);
+    void ShowStatus(const std::string& text, ColourValue colour);
+    void ShowTimes(double startTime, std::int32_t percent);
+    void HideTimes();
+    void ShowBar(int width);
+    void StandButtonAlone();
+
+    SharedObjects& shared_;
+    SharedProgress& defaultProgress_;
+    std::unique_ptr<Ui::FrmProgress> ui_;
+    FrmRemovables frmRemovables_;
+    QTimer activation_;                 ///< the window has come to the front
+    QTimer timer2_;                     ///< the countdown
+    SplitterEngine* engine_ = nullptr;  ///< of the innermost job that runs; null without one
+    bool wasLeft_ = false;              ///< another window has come to the front
+};
+
+}  // namespace zarn

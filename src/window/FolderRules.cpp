@@ -1,0 +1,43 @@
+#include "window/FolderRules.h"
+
+#include "runtime/Text.h"
+
+namespace zarn {
+
+namespace {
+
+bool IsMissing(Files& files, std::string_view folder) {
+    return !Trim(folder).empty() && !files.FolderExist(std::string(folder) + '\\');
+}
+
+}  // namespace
+
+std::string FunctionParentFolder(std::string_view path) {
+    return Files::FunctionPath(path);
+}
+
+bool IsMalformedFolder(std::string_view text) {
+    return Length(Trim(text)) > 1 && !IsNetworkPath(text) && Mid(text, 2, 2) != R"(:\)";
+}
+
+bool IsDisketteFolder(std::string_view path) {
+    return path.starts_with("A:") || path.starts_with("B:");
+}
+
+FolderState FolderAtEnter(Files& files, std::string_view folder) {
+    if (files.FolderExist(folder)) {
+        return FolderState::Exists;
+    }
+    return IsMissing(files, folder) ? FolderState::ToBeMade : FolderState::None;
+}
+
+FolderState FolderAtStart(Files& files, std::string_view folder) {
+    if (!Trim(folder).empty() && files.FolderExist(folder)) {
+        return FolderState::Exists;
+    }
+    const bool canBeMade = IsMissing(files, folder) && Files::CheckFolderNames(folder) &&
+                           files.GetUnitFreeSpace(folder) != "Media not Ready";
+    return canBeMade ? FolderState::ToBeMade : FolderState::None;
+}
+
+}  // namespace zarn

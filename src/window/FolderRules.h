@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "settings/Files.h"
+
+namespace zarn {
+
+/// The folder of a path, with its final `\`; empty for a path without one.
+[[nodiscard]] std::string FunctionParentFolder(std::string_view path);
+
+/// True for a text that cannot become a folder's full path: of more than one character, and neither
+/// a network path nor one that has `:\` behind its first character. A single letter passes, since
+/// whoever types a drive begins with one.
+[[nodiscard]] bool IsMalformedFolder(std::string_view text);
+
+/// True if the path begins with the letter of a diskette drive, in upper case.
+[[nodiscard]] bool IsDisketteFolder(std::string_view path);
+
+/// What a destination is: a folder that is there, one that the user is to be asked about, or
+/// neither.
+enum class FolderState { Exists, ToBeMade, None };
+
+/// A destination when it is confirmed by the Enter key: whatever is missing can be asked about.
+[[nodiscard]] FolderState FolderAtEnter(Files& files, std::string_view folder);
+
+/// A destination when a job is started: asked about only if its name is allowed and its volume
+/// ready.
+[[nodiscard]] FolderState FolderAtStart(Files& files, std::string_view folder);
+
+}  // namespace zarn

@@ -1,0 +1,313 @@
+#include "window/FrmMain.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QUrl>
+#include <array>
+#include <utility>
+
+#include "controls/GuardedApplication.h"
+#include "controls/QtText.h"
+#include "controls/Twips.h"
+#include "runtime/Text.h"
+#include "ui_FrmMain.h"
+#include "window/FrmAbout.h"
+#include "window/FrmContents.h"
+#include "window/HoverTexts.h"
+#include "window/PageTable.h"
+#include "window/SplitPage.h"
+#include "window/frmTip.h"
+
+namespace zarn {
+
+namespace {
+
+constexpr int PanelTop = 825;
+constexpr int StatusLines = 2;
+constexpr int StatusBorder = 2;
+constexpr ColourValue PanelBack = 15394274;
+
+constexpr SideBar::BarColours FirstBar = {0xFFFFFF, 13151909, 6956042, true};
+constexpr SideBar::BarColours OtherBars = {PanelBack, 13750737, 0xFFFFFF, false};
+
+/// Lengths in twips, left edges from the window's own.
+struct Geometry {
+    int width;
+    int height;
+    int bandLeft;
+    int labelLeft;
+    int pictureLeft;
+    int panelLeft;
+};
+
+constexpr Geometry WithSideBar = {9015, 6200, 3210, 4200, 3405, 3255};
+constexpr Geometry WithoutSideBar = {6585, 6200, 10, 955, 160, 45};
+
+const Geometry& GeometryFor(Parameters& parameters) {
+    return parameters.ViewSideBar() == 1 ? WithSideBar : WithoutSideBar;
+}
+
+void MoveLeft(QWidget& widget, int left, int right) {
+    widget.setGeometry(left, widget.y(), right - left, widget.height());
+}
+
+void OpenInBrowser(const std::string& address) {
+    QDesktopServices::openUrl(QUrl(ToQt(address)));
+}
+
+}  // namespace
+
+FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
+    : shared_(shared),
+      pages_(std::move(pages)),
+      ui_(std::make_unique<Ui::FrmMain>()),
+      helpKey_(Qt::Key_F1, this) {
+    ui_->setupUi(this);
+    setWindowIcon(QIcon(":/icons/zarn-file-splitter.svg"));
+    panel1_ =
+        std::make_unique<SplitPage>(shared_, defaultProgress_, dialogs, *this, ui_->centralwidget);
+    panel1_->setObjectName("Panel1");
+    if (!pages_.open) {
+        pages_.open = OpenInBrowser;
+    }
+    ConnectMenu();
+    Form_Initialize();
+    Form_Load();
+}
+
+// A job whose own window was closed may still run when this one closes; by now it has ended.
+FrmMain::~FrmMain() {
+    panel1_.reset();
+    shared_.Drop();
+}
+
+void FrmMain::ConnectMenu() {
+    const auto shows = [this](QAction* entry, std::string_view key) {
+        connect(entry, &QAction::triggered, this, [this, key] { ShowPage(key); });
+    };
+    shows(ui_->mnuSplit, "SPLIT");
+    shows(ui_->mnuJoin, "JOIN");
+    shows(ui_->mnuPreferences, "SETTINGS");
+    connect(ui_->mnuExit, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->mnuViewSideMenu, &QAction::triggered, this, &FrmMain::mnuViewSideMenu_Click);
+    connect(ui_->mnuHelpTutorials, &QAction::triggered, this, &FrmMain::ShowHelpContents);
+    connect(ui_->mnuZarnNews, &QAction::triggered, this, [this] { OpenPage(pages_.news); });
+    connect(ui_->mnuSupport, &QAction::triggered, this, &FrmMain::OpenSupportPage);
+    connect(ui_->mnuAbout, &QAction::triggered, this, &FrmMain::ShowAbout);
+    connect(ui_->mnuTips, &QAction::triggered, this, &FrmMain::ShowTips);
+    connect(ui_->PicHelp, &QAbstractButton::clicked, this, &FrmMain::PicHelp_Click);
+    connect(&helpKey_, &QShortcut::activated, this, [this] { ShowPage("CONTENTS"); });
+    connect(ui_->vbalExplorerBarCtl1, &SideBar::ItemClick, this,
+            [this](const std::string& key) { ShowPage(key); });
+    qApp->installEventFilter(this);
+}
+
+void FrmMain::Form_Initialize() {
+    Center_Form(*this);
+    panel1_->ResetSplitForm();
+    ShowPage("SPLIT");
+    BuildSideBar();
+}
+
+void FrmMain::Form_Load() {
+    contents_ = std::make_unique<FrmContents>(this);
+    SetTitle();
+    if (auto* source = panel1_->findChild<QWidget*>("txtSourceFile")) {
+        source->setFocus();
+    }
+}
+
+void FrmMain::Form_Activate() {
+    Processes& processes = *shared_.Platform().processes;
+    processes.SetThreadPriority(2);
+    processes.SetPriorityClass(PriorityClass::High);
+    panel1_->WindowActivated();
+}
+
+void FrmMain::BuildSideBar() {
+    SideBar& bar = *ui_->vbalExplorerBarCtl1;
+    bar.AddBar("MAIN", "   Main Functions", FirstBar);
+    bar.AddItem("SPLIT", "&Split", ":/icons/split.svg");
+    bar.AddItem("JOIN", "&Join", ":/icons/join.svg");
+    bar.AddItem("SETTINGS", "&Preferences", ":/icons/preferences.svg");
+    bar.AddBar("SYS", "Performance Monitor", OtherBars);
+    QPalette palette = ui_->FrameMonitor->palette();
+    palette.setColor(QPalette::Window, PaintColour(PanelBack));
+    ui_->FrameMonitor->setPalette(palette);
+    bar.AddControl(*ui_->FrameMonitor);
+    bar.AddBar("HELP", "Help and Support", OtherBars);
+    bar.AddItem("CONTENTS", "Help && Tutorials", ":/icons/help.svg");
+    bar.AddItem("SUPPORT", "S&upport Center", ":/icons/support.svg");
+    bar.AddItem("ABOUT", "&About ...", ":/icons/about.svg");
+    bar.AddItem("TIPS", "&Tips", "");
+    bar.State("MAIN", 1);
+    bar.State("SYS", 1);
+}
+
+void FrmMain::ShowPage(std::string_view key) {
+    PlacePanels();
+    SetStatusText("Ready");
+    if (const PageRow* page = FindPage(key)) {
+        ShowPanel(*page);
+        ui_->PicHelp->setProperty("HelpContextID", page->helpContext);
+    } else if (key == "ABOUT") {
+        ShowAbout();
+    } else if (key == "TIPS") {
+        ShowTips();
+    } else if (key == "SUPPORT") {
+        OpenSupportPage();
+    } else if (key == "CONTENTS") {
+        ShowHelpContents();
+    } else {
+        ShowPanel(FirstPage());
+    }
+}
+
+void FrmMain::ShowPanel(const PageRow& page) {
+    for (QWidget* panel : Panels()) {
+        panel->setVisible(panel->objectName() == ToQt(page.panel));
+    }
+    ui_->MenuLabel->setText(ToQt(page.label));
+    ui_->MenuLabelDesc->setText(ToQt(page.description));
+    ui_->ImageToolbar->setPixmap(QIcon(ToQt(page.icon)).pixmap(ui_->ImageToolbar->size()));
+}
+
+void FrmMain::ShowCompressionSettings() {
+    ShowPage("SETTINGS");
+}
+
+void FrmMain::SetStatusText(std::string_view text) {
+    const std::string_view shown = Trim(text).empty() ? "Ready" : text;
+    ui_->sTBar->setText(ToQt(std::string(shown) + " "));
+}
+
+void FrmMain::SetTitle() {
+    setWindowTitle("Zarn File Splitter v3.85 Pro");
+}
+
+void FrmMain::OpenSource(std::string_view path) {
+    panel1_->OpenSource(path);
+}
+
+std::array<QWidget*, 3> FrmMain::Panels() const {
+    return {panel1_.get(), ui_->Panel2, ui_->Panel4};
+}
+
+void FrmMain::PlacePanels() {
+    const int left = Pixels(GeometryFor(shared_.Parameters()).panelLeft);
+    const int top = Pixels(PanelTop);
+    for (QWidget* panel : Panels()) {
+        panel->setGeometry(left, top, width() - left, ui_->sTBar->y() - top);
+    }
+}
+
+void FrmMain::LayOut() {
+    const Geometry& geometry = GeometryFor(shared_.Parameters());
+    const int right = Pixels(geometry.width);
+    setFixedSize(right, Pixels(geometry.height));
+    const int bottom = height() - menuBar()->sizeHint().height();
+    const int statusHeight = StatusLines * fontMetrics().lineSpacing() + StatusBorder;
+    ui_->sTBar->setGeometry(0, bottom - statusHeight, right, statusHeight);
+    ui_->vbalExplorerBarCtl1->setVisible(&geometry == &WithSideBar);
+    ui_->vbalExplorerBarCtl1->setGeometry(0, 0, Pixels(WithSideBar.bandLeft), ui_->sTBar->y());
+    MoveLeft(*ui_->Label5, Pixels(geometry.bandLeft), right);
+    const int helpLeft = right - ui_->HelpContainer->width() - 8;
+    ui_->HelpContainer->move(helpLeft, ui_->HelpContainer->y());
+    MoveLeft(*ui_->MenuLabel, Pixels(geometry.labelLeft), helpLeft);
+    MoveLeft(*ui_->MenuLabelDesc, Pixels(geometry.labelLeft), helpLeft);
+    ui_->ImageToolbar->move(Pixels(geometry.pictureLeft), ui_->ImageToolbar->y());
+    PlacePanels();
+}
+
+void FrmMain::Center_Form(QWidget& form) {
+    if (&form == this) {
+        LayOut();
+    }
+    const QRect screen = form.screen()->geometry();
+    form.move(screen.left() + (screen.width() - form.width()) / 2,
+              screen.top() + (screen.height() - form.height()) / 2 - Pixels(80));
+}
+
+void FrmMain::mnuViewSideMenu_Click() {
+    shared_.Parameters().ViewSideBar(ui_->mnuViewSideMenu->isChecked() ? 1 : 0);
+    Center_Form(*this);
+}
+
+void FrmMain::PicHelp_Click() {
+    const auto* method = findChild<QWidget*>("Picture2");
+    std::int32_t context = PreferencesHelpContext;
+    if (panel1_->isVisible()) {
+        context = SplitHelpContext;
+    } else if (method != nullptr && method->isVisible()) {
+        context = JoinHelpContext;
+    }
+    ui_->HelpContainer->setProperty("WhatsThisHelpID", context);
+    ui_->HelpContainer->setProperty("HelpContextID", context);
+    ShowPage("CONTENTS");
+}
+
+void FrmMain::ShowHelpContents() {
+    contents_->ShowContents();
+}
+
+void FrmMain::OpenSupportPage() {
+    OpenPage(pages_.support);
+}
+
+void FrmMain::OpenPage(const std::string& address) {
+    if (!address.empty()) {
+        pages_.open(address);
+    }
+}
+
+void FrmMain::ShowAbout() {
+    FrmAbout(this).exec();
+    GuardedApplication::RethrowRaised();
+}
+
+void FrmMain::ShowTips() {
+    frmTip(this).exec();
+    GuardedApplication::RethrowRaised();
+}
+
+bool FrmMain::event(QEvent* event) {
+    const bool taken = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowActivate) {
+        Form_Activate();
+    }
+    return taken;
+}
+
+void FrmMain::closeEvent(QCloseEvent* event) {
+    contents_->close();
+    QMainWindow::closeEvent(event);
+}
+
+bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseMove) {
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        if (widget != nullptr && widget->window() == this) {
+            ShowHoverText(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+/// The toolkit tells a disabled control nothing and a control's inner parts in its place, so the
+/// control is looked up by the position.
+void FrmMain::ShowHoverText(QPoint position) {
+    const QWidget* control = childAt(mapFromGlobal(position));
+    while (control != nullptr &&
+           (control == ui_->centralwidget || control->objectName().isEmpty() ||
+            control->objectName().startsWith("qt_"))) {
+        control = control->parentWidget();
+    }
+    const QWidget& reached = control == nullptr ? *this : *control;
+    if (const auto text = HoverText(FromQt(reached.objectName()))) {
+        SetStatusText(*text);
+    }
+}
+
+}  // namespace zarn

@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <tuple>
+
+#include "controls/GuardedApplication.h"
+#include "controls/QtFileDialogs.h"
+#include "support/ErrorOf.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr FileFilter AllFiles{"All Files (*.*)", "*.*"};
+
+class QtFileDialogsTest : public ::testing::Test {
+  protected:
+    QtFileDialogsTest() {
+        // The toolkit's dialog keeps its own state there.
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(test.home.System()));
+        folder.MakeFolder("deep");
+        folder.Write("deep/Read me", "x");
+        folder.Write("back\\slash", "x");
+    }
+
+    /// What the next dialog does once it stands there.
+    static void Next(const std::function<void(QFileDialog&)>& act) {
+        QTimer::singleShot(0, [act] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            act(*dialog);
+        });
+    }
+
+    /// A user who names a path of the operating system.
+    static void Type(const std::string& path) {
+        Next([path](QFileDialog& dialog) {
+            dialog.selectFile(QString::fromStdString(path));
+            QMetaObject::invokeMethod(&dialog, "accept");
+        });
+    }
+
+    TestPlatform test;
+    TestFolder folder;
+    QtFileDialogs dialogs{*test.platform.fileSystem, *test.boxes};
+};
+
+TEST_F(QtFileDialogsTest, GiveThePathInTheProgramsForm) {
+    Type(folder.System("deep/Read me"));
+    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, ""), folder.Drive("deep\\Read me"));
+    Type(folder.System("deep"));
+    EXPECT_EQ(dialogs.PickFolder(nullptr, "Title", folder.Drive()), folder.Drive("deep"));
+    Next([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, ""), std::nullopt);
+    EXPECT_TRUE(test.boxes->shown.empty());
+}
+
+TEST_F(QtFileDialogsTest, RefuseANameWithABackslash) {
+    Type(folder.System("back\\slash"));
+    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, folder.Drive()), std::nullopt);
+    ASSERT_EQ(test.boxes->shown.size(), 1U);
+    EXPECT_EQ(test.boxes->shown[0].title, "Error");
+    EXPECT_EQ(test.boxes->shown[0].text, "A name with a backslash in it cannot be used here:\r" +
+                                             folder.System("back\\slash"));
+}
+
+TEST_F(QtFileDialogsTest, BeginWhereTheyAreTold) {
+    const std::string anywhere;  // the dialog's own choice
+    const std::string deep = folder.System("deep");
+    for (const auto& [start, begin, selected] :
+         {std::tuple(folder.Drive("DEEP\\"), deep, std::string()),
+          {folder.Drive("deep\\read ME"), deep, deep + "/Read me"},
+          {folder.Drive("absent\\file"), anywhere, std::string()},
+          {"what?", anywhere, std::string()},
+          {"", anywhere, std::string()}}) {
+        Next([&, begin = begin, selected = selected](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Title");
+            if (!begin.empty()) {
+                EXPECT_EQ(dialog.directory().path().toStdString(), begin);
+            }
+            if (!selected.empty()) {
+                EXPECT_EQ(dialog.selectedFiles().value(0).toStdString(), selected);
+            }
+            EXPECT_EQ(dialog.nameFilters().value(0), "All Files (*.*) (*)");
+            dialog.reject();
+        });
+        static_cast<void>(dialogs.OpenFile(nullptr, "Title", AllFiles, start));
+        Next([begin = begin](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+            if (!begin.empty()) {
+                EXPECT_EQ(dialog.directory().path().toStdString(), begin);
+            }
+            dialog.reject();
+        });
+        static_cast<void>(dialogs.PickFolder(nullptr, "Title", start));
+    }
+}
+
+TEST_F(QtFileDialogsTest, RaiseWhatAHandlerRaised) {
+    QTimer::singleShot(0, [this] {
+        Next([](QFileDialog& /*dialog*/) { throw RuntimeError(ErrorNumber::Overflow); });
+        static_cast<void>(dialogs.PickFolder(nullptr, "Title", ""));
+        ADD_FAILURE() << "the error is lost";
+    });
+    QCoreApplication::exec();
+    EXPECT_EQ(ErrorOf(GuardedApplication::RethrowRaised), ErrorNumber::Overflow);
+}
+
+}  // namespace
+}  // namespace zarn::testing

@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <chrono>
+#include <functional>
+#include <tuple>
+
+#include "controls/GuardedApplication.h"
+#include "controls/QtMessageBoxes.h"
+#include "controls/QtMessageQueue.h"
+#include "support/ErrorOf.h"
+
+namespace zarn::testing {
+namespace {
+
+/// Shows a box and does something to it as soon as it stands there.
+BoxAnswer ShowAnd(const BoxMessage& message, const std::function<void(QMessageBox&)>& act) {
+    QTimer::singleShot(0, [&act] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        act(*box);
+    });
+    return QtMessageBoxes().Show(message);
+}
+
+BoxAnswer ShowAndPress(BoxButtons buttons, Qt::Key key) {
+    return ShowAnd({"", "Sure?", BoxIcon::Question, buttons},
+                   [key](QMessageBox& box) { QTest::keyClick(&box, key); });
+}
+
+void RaiseOverflow() {
+    throw RuntimeError(ErrorNumber::Overflow);
+}
+
+TEST(QtMessageBoxes, ShowWhatTheyAreGiven) {
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const auto& [icon, shown] : {std::tuple(BoxIcon::Stop, QMessageBox::Critical),
+                                      {BoxIcon::Question, QMessageBox::Question},
+                                      {BoxIcon::Exclamation, QMessageBox::Warning},
+                                      {BoxIcon::Information, QMessageBox::Information}}) {
+        ShowAnd({"Title", " <b>&One\r\r\xC3\x9C  two   ", icon, BoxButtons::Ok},
+                [&, shown = shown](QMessageBox& box) {
+                    EXPECT_EQ(box.windowTitle(), "Title");
+                    EXPECT_EQ(box.icon(), shown);
+                    EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+                    EXPECT_EQ(box.parentWidget(), &window);
+                    EXPECT_TRUE(box.isModal());
+                    const auto* text = box.findChild<QLabel*>("qt_msgbox_label");
+                    EXPECT_EQ(text->text(), " <b>&One\n\n\u00DC  two   ");
+                    EXPECT_EQ(text->textFormat(), Qt::PlainText);
+                    box.close();
+                });
+    }
+}
+
+TEST(QtMessageBoxes, BlanksAtTheEndKeepTheBoxWide) {
+    const auto width = [](const std::string& text) {
+        int measured = 0;
+        ShowAnd({"", text, BoxIcon::Stop, BoxButtons::Ok}, [&measured](QMessageBox& box) {
+            measured = box.width();
+            box.close();
+        });
+        return measured;
+    };
+    const std::string blanks(80, ' ');
+    EXPECT_GT(width("Error" + blanks + "\r6: Overflow"), width("Error\r6: Overflow") + 100);
+}
+
+TEST(QtMessageBoxes, AreAnsweredByKeys) {
+    EXPECT_EQ(ShowAndPress(BoxButtons::YesNo, Qt::Key_Return), BoxAnswer::Yes);
+    EXPECT_EQ(ShowAndPress(BoxButtons::YesNo, Qt::Key_N), BoxAnswer::No);
+    EXPECT_EQ(ShowAndPress(BoxButtons::YesNo, Qt::Key_Escape), BoxAnswer::No);
+    EXPECT_EQ(ShowAndPress(BoxButtons::Ok, Qt::Key_Return), BoxAnswer::Ok);
+    EXPECT_EQ(ShowAndPress(BoxButtons::Ok, Qt::Key_Escape), BoxAnswer::Ok);
+    EXPECT_EQ(ShowAnd({"", "", BoxIcon::Question, BoxButtons::YesNo},
+                      [](QMessageBox& box) { box.close(); }),
+              BoxAnswer::No);
+}
+
+TEST(QtMessageBoxes, LeaveAnErrorToWhoeverRunsTheLoop) {
+    BoxAnswer answer = BoxAnswer::Yes;
+    QTimer::singleShot(0, [&answer] {
+        answer = ShowAnd({"", "", BoxIcon::Question, BoxButtons::YesNo},
+                         [](QMessageBox& /*box*/) { RaiseOverflow(); });
+    });
+    QCoreApplication::exec();
+    EXPECT_EQ(answer, BoxAnswer::No);
+    EXPECT_EQ(ErrorOf(GuardedApplication::RethrowRaised), ErrorNumber::Overflow);
+    EXPECT_EQ(ErrorOf(GuardedApplication::RethrowRaised), std::nullopt);
+}
+
+// Whoever pumps may have a rule for the error, and the program goes on then.
+TEST(QtMessageQueue, RaisesWhatAHandlerRaisedAndEndsNoLoop) {
+    const std::vector<std::function<void()>> calls = {
+        [] { QtMessageQueue().Run(); }, [] { QtMessageQueue().Wait(std::chrono::seconds(5)); }};
+    for (const auto& call : calls) {
+        bool goesOn = false;
+        QTimer::singleShot(0, [&] {
+            QTimer::singleShot(0, RaiseOverflow);
+            EXPECT_EQ(ErrorOf(call), ErrorNumber::Overflow);
+            QTimer::singleShot(1, [&] {
+                goesOn = true;
+                QCoreApplication::exit();
+            });
+        });
+        QCoreApplication::exec();
+        EXPECT_TRUE(goesOn);
+        EXPECT_EQ(ErrorOf(GuardedApplication::RethrowRaised), std::nullopt);
+    }
+}
+
+TEST(QtMessageQueue, WaitsWhileEventsRun) {
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&ticks] { ++ticks; });
+    timer.start(1);
+    const auto before = std::chrono::steady_clock::now();
+    QtMessageQueue().Wait(std::chrono::milliseconds(30));
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(29));
+    EXPECT_GT(ticks, 1);
+}
+
+}  // namespace
+}  // namespace zarn::testing

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "controls/QtText.h"
+#include "controls/chameleonButton.h"
+#include "engine/FrmRemovables.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr double FreeBytes = 64.0 * 512 * 1000;
+
+class FixedFreeSpace : public LinuxVolumes {
+  public:
+    using LinuxVolumes::LinuxVolumes;
+    DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
+        return {64, 512, 1000, 9000};
+    }
+};
+
+class WaitlessQueue : public MessageQueue {
+  public:
+    void Run() override {}
+    void Wait(std::chrono::milliseconds time) override { waited += time; }
+
+    std::chrono::milliseconds waited{0};
+};
+
+class FrmRemovablesTest : public ::testing::Test {
+  protected:
+    FrmRemovablesTest() {
+        shared.Platform().volumes =
+            std::make_unique<FixedFreeSpace>(std::make_shared<PathResolver>(test.home.System()));
+        prompt.partPath = R"(e:\films\movie.avi_Part2)";
+        prompt.partNumber = 2;
+        prompt.totalParts = 3;
+    }
+
+    chameleonButton& Button(const char* name) { return *prompt.findChild<chameleonButton*>(name); }
+    bool BothEnabled() { return Button("CmdOK").isEnabled() && Button("CmdCancel").isEnabled(); }
+    void Press(const char* name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
+    // Shows the prompt for a part of so many bytes and acts in it.
+    void Prompt(double bytes, const std::function<void()>& act) {
+        prompt.partSize = bytes;
+        QTimer start;
+        start.setSingleShot(true);
+        QObject::connect(&start, &QTimer::timeout, act);
+        start.start(0);
+        prompt.ShowModal();
+        EXPECT_FALSE(prompt.isVisible());
+    }
+
+    TestPlatform test;
+    SharedObjects shared{std::move(test.platform)};
+    SharedProgress progress;
+    FrmRemovables prompt{shared, progress, nullptr};
+};
+
+TEST_F(FrmRemovablesTest, NamesUnitAndDiskInEveryFont) {
+    const QFont before = QApplication::font();
+    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
+        QFont font = before;
+        font.setFamilies({family});
+        QApplication::setFont(font);
+        Prompt(0, [&] {
+            EXPECT_EQ(FromQt(prompt.windowTitle()), "  DISK 2 of 3 ...   ");
+            const auto* message = prompt.findChild<QLabel*>("lblMessage");
+            EXPECT_EQ(FromQt(message->text()), "Please insert a new media on unit [e:]");
+            for (const auto* control : prompt.findChildren<QWidget*>()) {
+                EXPECT_GE(control->width(), control->sizeHint().width());
+            }
+            prompt.close();
+        });
+    }
+    QApplication::setFont(before);
+    EXPECT_FALSE(progress.CancelPending);
+}
+
+TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
+    progress.StopRequested = true;
+    Prompt(FreeBytes, [&] {
+        EXPECT_TRUE(BothEnabled());
+        Press("CmdOK");
+    });
+    EXPECT_FALSE(progress.StopRequested);
+    // Cancel goes on without a look at the medium; a closed prompt comes back with both buttons.
+    Prompt(FreeBytes + 1, [&] {
+        EXPECT_TRUE(BothEnabled());
+        EXPECT_FALSE(progress.CancelPending);
+        QTest::keyClick(&prompt, Qt::Key_C, Qt::AltModifier);
+    });
+    EXPECT_TRUE(progress.CancelPending);
+    EXPECT_TRUE(test.boxes->shown.empty());
+}
+
+TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
+    auto waitless = std::make_unique<WaitlessQueue>();
+    const WaitlessQueue& queue = *waitless;
+    shared.Platform().messageQueue = std::move(waitless);
+    using enum BoxAnswer;
+    test.boxes->answers = {No, Yes, No, Ok, Yes, Yes};
+    test.boxes->whenShown = [&](const BoxMessage& /*message*/) {
+        EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
+    };
+    Prompt(3e9, [&] {
+        for (const std::size_t boxes : {1U, 4U}) {  // not to be erased; not changed
+            Press("CmdOK");
+            EXPECT_EQ(test.boxes->shown.size(), boxes);
+            EXPECT_TRUE(prompt.isVisible() && BothEnabled());
+        }
+        EXPECT_EQ(queue.waited, std::chrono::seconds(1));
+        Press("CmdOK");
+    });
+    std::vector<std::string> texts;
+    for (const BoxMessage& box : test.boxes->shown) {
+        texts.push_back(box.text);
+    }
+    const std::string notEmpty = "Current media is not Empty,       \rall files will be erased.";
+    ASSERT_EQ(texts.size(), 6U);
+    EXPECT_NE(texts[2].find("unit [E:]"), std::string::npos);
+    EXPECT_EQ(texts, (std::vector<std::string>{
+                         notEmpty, notEmpty, texts[2],
+                         "Media Error, or canceled by user      \rplease insert a new media",
+                         notEmpty, texts[2]}));
+    EXPECT_EQ(test.boxes->shown[3].icon, BoxIcon::Exclamation);
+    EXPECT_FALSE(progress.CancelPending);
+}
+
+}  // namespace
+}  // namespace zarn::testing

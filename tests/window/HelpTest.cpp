@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTextBrowser>
+#include <set>
+
+#include "window/FrmAbout.h"
+#include "window/FrmContents.h"
+#include "window/frmTip.h"
+
+namespace zarn::testing {
+
+namespace {
+
+QString PageText(const QString& name) {
+    QFile file(":/help/" + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+TEST(Help, EveryTopicHasItsPage) {
+    QWidget owner;
+    FrmContents help(&owner);
+    help.ShowContents();
+    auto& topics = *help.findChild<QListWidget*>("Topics");
+    auto& page = *help.findChild<QTextBrowser*>("Page");
+    QStringList titles;
+    for (int row = 0; row < topics.count(); ++row) {
+        topics.setCurrentRow(row);
+        titles.append(topics.item(row)->text() + "|" + page.documentTitle());
+        EXPECT_FALSE(page.toPlainText().isEmpty());
+    }
+    EXPECT_EQ(titles, QStringList({"Contents|Zarn File Splitter Help", "Split Files|Split Files",
+                                   "Join Files|Join Files", "Preferences|Preferences",
+                                   "Command line|Command line"}));
+
+    page.setSource(QUrl("qrc:/help/split.html#size"));
+    EXPECT_EQ(topics.currentRow(), 1);
+    QTest::mouseClick(help.findChild<QWidget*>("CmdBack"), Qt::LeftButton);
+    EXPECT_EQ(topics.currentRow(), 4);
+    help.ShowContents();
+    EXPECT_EQ(topics.currentRow(), 0);
+    QTest::mouseClick(help.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+    EXPECT_FALSE(help.isVisible());
+}
+
+TEST(Help, EveryLinkResolves) {
+    static const QRegularExpression link(R"(href="([^"#]*)(?:#([^"]*))?")");
+    int links = 0;
+    for (const char* name :
+         {"contents.html", "split.html", "join.html", "preferences.html", "command-line.html"}) {
+        const QString text = PageText(name);
+        for (auto found = link.globalMatch(text); found.hasNext(); ++links) {
+            const auto match = found.next();
+            const QString target = match.captured(1).isEmpty() ? text : PageText(match.captured(1));
+            EXPECT_FALSE(target.isEmpty()) << name << " " << match.captured(0).toStdString();
+            EXPECT_TRUE(match.captured(2).isEmpty() ||
+                        target.contains("<a name=\"" + match.captured(2) + "\">"))
+                << name << " " << match.captured(0).toStdString();
+        }
+    }
+    EXPECT_GT(links, 15);
+}
+
+TEST(Help, TipsGoRoundAndFitTheirWindow) {
+    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
+        QWidget owner;
+        QFont font = owner.font();
+        font.setFamilies({family});
+        owner.setFont(font);
+        frmTip tips(&owner);
+        tips.setFont(font);
+        tips.show();
+        const auto& tip = *tips.findChild<QLabel*>("lblTip");
+        std::set<QString> seen;
+        while (seen.insert(tip.text()).second) {
+            EXPECT_LE(tip.heightForWidth(tip.width()), tip.height()) << tip.text().toStdString();
+            QTest::mouseClick(tips.findChild<QWidget*>("CmdNextTip"), Qt::LeftButton);
+        }
+        EXPECT_GE(seen.size(), 12U);
+        QTest::mouseClick(tips.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+        EXPECT_FALSE(tips.isVisible());
+    }
+}
+
+TEST(Help, AboutNamesProgramVersionAndLicence) {
+    FrmAbout about(nullptr);
+    about.show();
+    EXPECT_EQ(about.findChild<QLabel*>("lblName")->text(), "Zarn File Splitter");
+    EXPECT_EQ(about.findChild<QLabel*>("lblVersion")->text(), "v3.85 Pro");
+    EXPECT_FALSE(about.findChild<QLabel*>("Picture")->pixmap().isNull());
+    EXPECT_TRUE(about.findChild<QPlainTextEdit*>("txtLicence")
+                    ->toPlainText()
+                    .contains("to any person obtaining a copy of this software"));
+    QTest::mouseClick(about.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+    EXPECT_FALSE(about.isVisible());
+}
+
+}  // namespace
+}  // namespace zarn::testing

@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTest>
+
+#include "window/SideBar.h"
+
+namespace zarn::testing {
+
+namespace {
+
+class SideBarTest : public ::testing::Test {
+  protected:
+    SideBarTest() {
+        bar.AddBar("ONE", "  One", {0xFFFFFF, 0xFFFFFF, 0, true});
+        bar.AddItem("FIRST", "&First", ":/icons/split.svg");
+        bar.AddItem("SECOND", "Salt && P&epper", "");
+        bar.AddBar("TWO", "Two", {0xFFFFFF, 0xFFFFFF, 0, false});
+        bar.AddControl(*hosted);
+        QObject::connect(&bar, &SideBar::ItemClick,
+                         [this](const std::string& key) { clicked.push_back(key); });
+        bar.resize(200, 200);
+        bar.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&bar));
+    }
+
+    QAbstractButton& Button(const char* name) { return *bar.findChild<QAbstractButton*>(name); }
+
+    SideBar bar;
+    std::unique_ptr<QLabel> owner = std::make_unique<QLabel>("hosted");
+    QLabel* hosted = owner.release();
+    std::vector<std::string> clicked;
+};
+
+TEST_F(SideBarTest, RaisesTheKeyOfTheItemByMouseKeyboardAndMnemonic) {
+    QTest::mouseClick(&Button("Item_FIRST"), Qt::LeftButton);
+    Button("Item_SECOND").setFocus();
+    QTest::keyClick(&Button("Item_SECOND"), Qt::Key_Return);
+    QTest::keyClick(&Button("Item_SECOND"), Qt::Key_Space);
+    QTest::keyClick(&bar, Qt::Key_F, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return clicked.size() > 3; }));
+    EXPECT_EQ(clicked, (std::vector<std::string>{"FIRST", "SECOND", "SECOND", "FIRST"}));
+    EXPECT_EQ(Button("Item_SECOND").accessibleName(), "Salt & Pepper");
+    EXPECT_EQ(Button("Bar_ONE").accessibleName(), "One");
+}
+
+TEST_F(SideBarTest, ATitleClosesItsBarAndOpensItAgain) {
+    struct Case {
+        const char* what;
+        std::function<void()> step;
+        int state;
+    };
+    auto& title = Button("Bar_ONE");
+    for (const Case& row : {Case{"mouse", [&] { QTest::mouseClick(&title, Qt::LeftButton); }, 0},
+                            Case{"enter", [&] { QTest::keyClick(&title, Qt::Key_Enter); }, 1},
+                            Case{"space", [&] { QTest::keyClick(&title, Qt::Key_Space); }, 0},
+                            Case{"code", [&] { bar.State("ONE", 1); }, 1},
+                            Case{"code, another number", [&] { bar.State("ONE", 2); }, 0}}) {
+        row.step();
+        EXPECT_EQ(bar.State("ONE"), row.state) << row.what;
+        EXPECT_EQ(Button("Item_FIRST").isVisible(), row.state == 1) << row.what;
+        EXPECT_EQ(bar.State("TWO"), 1);
+        EXPECT_TRUE(hosted->isVisible());
+    }
+    EXPECT_TRUE(clicked.empty());
+}
+
+TEST_F(SideBarTest, WhatHasNoRoomIsReachedByScrolling) {
+    hosted->setMinimumHeight(300);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bar.verticalScrollBar()->maximum() > 0; }));
+    bar.State("TWO", 0);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bar.verticalScrollBar()->maximum() == 0; }));
+}
+
+TEST_F(SideBarTest, TheTabKeyGoesThroughTitlesAndItems) {
+    std::vector<std::string> passed;
+    Button("Bar_ONE").setFocus();
+    for (int step = 0; step < 4; ++step) {
+        passed.push_back(bar.focusWidget()->objectName().toStdString());
+        QTest::keyClick(bar.focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(passed,
+              (std::vector<std::string>{"Bar_ONE", "Item_FIRST", "Item_SECOND", "Bar_TWO"}));
+}
+
+}  // namespace
+}  // namespace zarn::testing
