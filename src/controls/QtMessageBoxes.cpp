@@ -1,6 +1,7 @@
 #include "controls/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 
 #include "controls/QtText.h"
@@ -59,6 +60,12 @@ BoxAnswer QtMessageBoxes::Show(const BoxMessage& message) {
         return BoxAnswer::Ok;
     }
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+}
+
+bool IsBoxInFront() {
+    const QWidget* front = QApplication::activeModalWidget();
+    return qobject_cast<const QMessageBox*>(front) != nullptr ||
+           qobject_cast<const QFileDialog*>(front) != nullptr;
 }
 
 }  // namespace zarn

@@ -14,4 +14,8 @@ class QtMessageBoxes : public MessageBoxes {
     BoxAnswer Show(const BoxMessage& message) override;
 };
 
+/// True while a message box or a file dialog is the front window: a window that is left for one
+/// has not been left, as its user sees it, and does not come to the front anew after it.
+[[nodiscard]] bool IsBoxInFront();
+
 }  // namespace zarn

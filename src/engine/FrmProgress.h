@@ -54,6 +54,7 @@ class FrmProgress : public QDialog, private SplitterEvents {
 
   protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     // The job's stages, in their order

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "controls/GuardedApplication.h"
+#include "controls/QtMessageBoxes.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
 #include "runtime/Text.h"
@@ -274,7 +275,9 @@ void FrmMain::ShowTips() {
 
 bool FrmMain::event(QEvent* event) {
     const bool taken = QMainWindow::event(event);
-    if (event->type() == QEvent::WindowActivate) {
+    if (event->type() == QEvent::WindowDeactivate) {
+        leftForBox_ = IsBoxInFront();
+    } else if (event->type() == QEvent::WindowActivate && !std::exchange(leftForBox_, false)) {
         Form_Activate();
     }
     return taken;

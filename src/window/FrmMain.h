@@ -83,6 +83,7 @@ class FrmMain final : public QMainWindow, public PageFrame {
     std::unique_ptr<SplitPage> panel1_;
     std::unique_ptr<FrmContents> contents_;
     QShortcut helpKey_;
+    bool leftForBox_ = false;  ///< the front window is a box of this program's own
 };
 
 }  // namespace zarn

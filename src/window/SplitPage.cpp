@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QStyle>
+#include <QTimer>
 
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
@@ -103,7 +104,11 @@ bool SplitPage::FilterSource(QEvent& event) {
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
     if (!isDrag) {
-        txtSourceFile_OLEDragDrop(FilesOf(*drop.mimeData(), *shared_.Platform().fileSystem));
+        // Not here and now: until this event returns, whoever the files came from waits.
+        QTimer::singleShot(
+            0, this, [this, files = FilesOf(*drop.mimeData(), *shared_.Platform().fileSystem)] {
+                txtSourceFile_OLEDragDrop(files);
+            });
     }
     return true;
 }

@@ -42,9 +42,10 @@ void SplitPage::FillDrivePanel(std::string_view path) {
 }
 
 void SplitPage::EmptyDrivePanel() {
-    ui_->txtFileSystemDest->clear();
-    ui_->txtFreeSpaceDest->clear();
-    ui_->txtDriveCapacityDestination->clear();
+    for (PanelText* text :
+         {ui_->txtFileSystemDest, ui_->txtFreeSpaceDest, ui_->txtDriveCapacityDestination}) {
+        text->setText({});
+    }
 }
 
 bool SplitPage::MediaIsNotReady() const {

@@ -88,8 +88,8 @@ class FrmProgressTest : public ::testing::Test {
     }
 
     // A new window with a job by size in two parts, and nothing seen yet.
-    void MakeForm() {
-        form = std::make_unique<FrmProgress>(shared, progress, nullptr);
+    void MakeForm(QWidget* owner = nullptr) {
+        form = std::make_unique<FrmProgress>(shared, progress, owner);
         form->job.source = folder.Drive("movie.avi");
         form->job.destination = out.Drive();
         form->job.partSize = 1024;
@@ -331,17 +331,23 @@ TEST_F(FrmProgressTest, DoneCountsFromFourAndClosesItself) {
 }
 
 TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
-    for (const bool byKey : {false, true}) {
-        MakeForm();
+    for (const bool hasOwner : {false, true}) {
+        QWidget owner;
+        MakeForm(hasOwner ? &owner : nullptr);
         When("at 50 %", [&] {
-            byKey ? QTest::keyClick(form.get(), Qt::Key_Escape) : void(form->close());
+            QTest::keyClick(form.get(), Qt::Key_Escape);
+            EXPECT_TRUE(form->isVisible() && !form->CancelPending && owner.isEnabled());
+            form->close();
+            EXPECT_EQ(owner.isEnabled(), !hasOwner);
             EXPECT_FALSE(form->isVisible() || form->CancelPending);
             EXPECT_EQ(form->cursor().shape(), Qt::ArrowCursor);
         });
         EXPECT_EQ(Run(), std::nullopt);
         EXPECT_NE(states.back().find("at 100 %"), std::string::npos);
         EXPECT_TRUE(form->JobEnded && out.Has("movie.avi_Part0.bat"));
+        EXPECT_TRUE(owner.isEnabled());
         fs::remove(out.System("movie.avi_Part0.bat"));
+        form.reset();
     }
 }
 

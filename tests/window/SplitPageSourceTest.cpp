@@ -30,6 +30,7 @@ class SplitPageSource : public SplitPageFixture {
         QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(&field, &drop);
         EXPECT_TRUE(drop.isAccepted());
+        QCoreApplication::processEvents();
     }
 
     void Browse(const std::string& path) {
