@@ -1,5 +1,6 @@
 #include "controls/QtMessageBoxes.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -54,6 +55,9 @@ BoxAnswer QtMessageBoxes::Show(const BoxMessage& message) {
     if (isQuestion) {
         box.setDefaultButton(QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
+    }
+    for (QAbstractButton* button : box.buttons()) {
+        button->setIcon({});
     }
     const int answer = box.exec();
     if (!isQuestion) {

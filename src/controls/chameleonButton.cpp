@@ -191,6 +191,10 @@ void chameleonButton::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Down:
             focusNextChild();
             break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            click();
+            break;
         default:
             QAbstractButton::keyPressEvent(event);
     }

@@ -1,5 +1,7 @@
 #include "engine/FrmRemovables.h"
 
+#include <QKeyEvent>
+
 #include "controls/GuardedApplication.h"
 #include "controls/QtText.h"
 #include "engine/FormatRemovable.h"
@@ -27,6 +29,13 @@ void FrmRemovables::ShowModal() {
     exec();
     close();
     GuardedApplication::RethrowRaised();
+}
+
+// The Escape key would take the medium unchecked, which nobody would expect of it.
+void FrmRemovables::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QDialog::keyPressEvent(event);
+    }
 }
 
 void FrmRemovables::OpenForm() {

@@ -33,6 +33,9 @@ class FrmRemovables : public QDialog {
     /// tell how: Cancel takes the medium unchecked, and leaves its mark in `defaultProgress` alone.
     void ShowModal();
 
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void OpenForm();
     void CmdOK_Click();

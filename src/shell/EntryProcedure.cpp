@@ -66,6 +66,11 @@ void RefusePreviousInstance(std::string_view line, SharedObjects& shared) {
     }
 }
 
+// Quotes come off, but not off the name of a file, which would then be another file's.
+std::string FileOf(const std::string& line, FileSystem& fileSystem) {
+    return fileSystem.Attributes(line) ? line : Replace(line, "\"", "");
+}
+
 void Run(RunMode mode, std::string& line, SharedObjects& shared) {
     switch (mode) {
         case RunMode::Help:
@@ -75,7 +80,7 @@ void Run(RunMode mode, std::string& line, SharedObjects& shared) {
             RefusePreviousInstance(line, shared);
             break;
         case RunMode::FileArgument:
-            OpenWindow(shared, mode, Replace(line, "\"", ""));
+            OpenWindow(shared, mode, FileOf(line, *shared.Platform().fileSystem));
             break;
         case RunMode::CommandLine:
             RunCommandLine(line, shared);

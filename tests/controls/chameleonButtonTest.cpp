@@ -189,7 +189,7 @@ TEST_F(ButtonWindow, Pictures) {
     pictures.Add(middle_, "grey");
 }
 
-TEST_F(ButtonWindow, SpacePressesAndArrowsMoveTheKeyboard) {
+TEST_F(ButtonWindow, SpaceAndEnterPressAndArrowsMoveTheKeyboard) {
     const QSignalSpy clicks(&middle_, &QAbstractButton::clicked);
     QTest::keyPress(&middle_, Qt::Key_Space);
     EXPECT_TRUE(middle_.isDown());
@@ -201,6 +201,8 @@ TEST_F(ButtonWindow, SpacePressesAndArrowsMoveTheKeyboard) {
     middle_.Caption("&Middle");
     QTest::keyClick(&window_, Qt::Key_M, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return clicks.count() == 3; }, 1000));
+    QTest::keyClick(&middle_, Qt::Key_Return);
+    EXPECT_EQ(clicks.count(), 4);
     for (const auto& [key, to] : {std::pair(Qt::Key_Left, 0), std::pair(Qt::Key_Up, 0),
                                   std::pair(Qt::Key_Right, 2), std::pair(Qt::Key_Down, 2)}) {
         middle_.setFocus();

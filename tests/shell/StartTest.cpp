@@ -50,8 +50,10 @@ TEST_F(Shell, TakesALineWithoutSwitchesForAFile) {
     opens({" ", " "}, "");
     opens({"help"}, " for help");
     opens({"\"c:\\a", "b\\c.dat\""}, " for c:\\a b\\c.dat");
-    folder.Write("my file.bin", "x");
-    opens({folder.System("my file.bin")}, " for " + folder.Drive("my file.bin"));
+    for (const std::string name : {"my file.bin", "a \"quoted\" name.bin"}) {
+        folder.Write(name, "x");
+        opens({folder.System(name)}, " for " + folder.Drive(name));
+    }
 }
 
 TEST_F(Shell, SaysInOneMessageWhyThereIsNoWindow) {
