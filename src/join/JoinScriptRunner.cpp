@@ -109,63 +109,68 @@ void JoinScriptRunner::DeleteParts() {
     }
 }
 
-// The destination may be the file that was just built, under another spelling of its folder.
-// Only what is still something else once it has another name is deleted.
+// What lies at the destination goes when the file that replaces it is there in full.
 void JoinScriptRunner::DeleteDestination() {
     Doing("delete", destination_);
     RequireBuilt();
     const std::optional<std::uint32_t> attributes = fileSystem_.Attributes(destination_);
-    if (!attributes) {
-        return;
-    }
-    if ((*attributes & AttributeFolder) != 0) {
+    if (attributes && (*attributes & AttributeFolder) != 0) {
         throw RuntimeError(ErrorNumber::PathFileAccessError);
     }
-    FlushNames();
-    const std::string aside = FreeNameAtDestination();
-    fileSystem_.MoveFile(destination_, aside);
-    if (Exists(script_.original)) {
-        return Delete(aside);
-    }
-    complete_ = aside;
-    fileSystem_.MoveFile(aside, destination_);
-    complete_ = destination_;
+    replacesDestination_ = true;
 }
 
+// The destination may be the file that was just built, under another spelling of its folder. So
+// the file first gets a name of its own there: what the destination still is then is another file.
 void JoinScriptRunner::MoveToDestination() {
     Doing("move", script_.original);
     RequireBuilt();
-    if (complete_ == destination_) {
-        return;
-    }
+    FlushNames();
+    const std::string beside = FreeNameAtDestination();
     try {
-        fileSystem_.MoveFile(script_.original, destination_);
+        fileSystem_.MoveFile(script_.original, beside);
     } catch (const RuntimeError& error) {
         // Among other things this is how the system refuses a move to another file system.
         if (error.Number() != ErrorNumber::PathFileAccessError) {
             throw;
         }
-        CopyToDestination();
+        return CopyToDestination(beside);
+    }
+    complete_ = beside;
+    try {
+        TakeDestinationsName(beside);
+    } catch (const RuntimeError&) {
+        fileSystem_.MoveFile(beside, script_.original);
+        complete_ = script_.original;
+        throw;
     }
     complete_ = destination_;
 }
 
-void JoinScriptRunner::CopyToDestination() {
-    const std::string beside = FreeNameAtDestination();
+void JoinScriptRunner::CopyToDestination(const std::string& beside) {
     std::unique_ptr<LargeFileAccess> copy = fileSystem_.MakeLargeFile();
     copy->Create(beside);
     try {
         CopyWhole(script_.original, *copy);
         copy->Flush();
         copy->Close();
-        fileSystem_.MoveFile(beside, destination_);
+        TakeDestinationsName(beside);
     } catch (const RuntimeError&) {
         copy.reset();
         fileSystem_.DeleteFile(beside);
         throw;
     }
     fileSystem_.FlushVolume(Files::FunctionPath(destination_));
+    complete_ = destination_;
     Delete(script_.original);
+}
+
+// Gives a file in the destination's folder the destination's name.
+void JoinScriptRunner::TakeDestinationsName(const std::string& beside) {
+    if (replacesDestination_) {
+        Delete(destination_);
+    }
+    fileSystem_.MoveFile(beside, destination_);
 }
 
 // The files that the pattern stands for, by name: a pattern would take what others put there.

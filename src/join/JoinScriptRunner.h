@@ -42,7 +42,8 @@ class JoinScriptRunner {
     void DeleteParts();
     void DeleteDestination();
     void MoveToDestination();
-    void CopyToDestination();
+    void CopyToDestination(const std::string& beside);
+    void TakeDestinationsName(const std::string& beside);
     std::int64_t CopyWhole(const std::string& from, LargeFileAccess& to);
     void Delete(std::string_view path);  // a missing file is no failure
     void FlushNames();
@@ -66,7 +67,8 @@ class JoinScriptRunner {
     std::string file_;                            ///< and to which file, for the message
     bool canShare_ = true;                        ///< no part was refused so far
     bool namesFlushed_ = false;
-    std::string complete_;  ///< the joined file, once it alone holds what it replaces
+    bool replacesDestination_ = false;  ///< the script has deleted what lies there
+    std::string complete_;              ///< the joined file, once it alone holds what it replaces
 };
 
 }  // namespace zarn

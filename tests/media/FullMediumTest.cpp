@@ -74,14 +74,17 @@ TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {
     const std::string target = medium.Folder().Drive("FILM.AVI");
     EXPECT_EQ(Split({"/PN=2"}).error, "");
     const std::string script = "FILM.AVI_Part0.bat";
-    home.Write(script, home.Read(script) + "Move \"" + source + "\" \"" + target + "\"\r\n");
+    medium.Folder().Write("FILM.AVI", "old");
+    home.Write(script, home.Read(script) + "Del \"" + target + "\"\r\nMove \"" + source + "\" \"" +
+                           target + "\"\r\n");
     const ProgramResult result = RunProgram("ZarnScript", {home.Drive(script), target});
     EXPECT_EQ(result.error, "ZarnScript: " + home.Drive(script) +
                                 ": cannot move \"FILM.AVI\": Disk full\n"
                                 "The joined file is complete: " +
                                 source + "\n");
-    EXPECT_EQ(home.Read("FILM.AVI"), film);
-    EXPECT_TRUE(medium.Folder().Names().empty());
+    EXPECT_TRUE(home.Read("FILM.AVI") == film);
+    EXPECT_EQ(medium.Folder().Names(), std::vector<std::string>{"FILM.AVI"});
+    EXPECT_EQ(medium.Folder().Read("FILM.AVI"), "old");
 }
 
 TEST_F(FullMedium, EndsACompressedSplitWithTheArchiveThatWasThere) {
