@@ -3,14 +3,8 @@
 
 #include "engine/FrmProgress.h"
 
-#include <QEvent>
-#include <QEventLoopLocker>
-#include <QKeyEvent>
 #include <chrono>
-#include <utility>
 
-#include "controls/GuardedApplication.h"
-#include "controls/QtMessageBoxes.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
 #include "engine/ProgressTexts.h"
@@ -36,7 +30,7 @@ void ShowText(QLabel& label, const std::string& text) {
 }  // namespace
 
 FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress, QWidget* owner)
-    : QDialog(owner),
+    : JobDialog(owner),
       shared_(shared),
       defaultProgress_(defaultProgress),
       ui_(std::make_unique<Ui::FrmProgress>()),
@@ -47,8 +41,6 @@ FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress,
     for (QLabel* line : {ui_->txtCurrentFile, ui_->sElapsed, ui_->sTime}) {
         SetTextColour(*line, Black);
     }
-    activation_.setSingleShot(true);
-    connect(&activation_, &QTimer::timeout, this, &FrmProgress::Activated);
     timer2_.setObjectName("Timer2");
     timer2_.setInterval(CountdownStep);
     connect(&timer2_, &QTimer::timeout, this, &FrmProgress::Timer2_Timer);
@@ -57,53 +49,10 @@ FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress,
 
 FrmProgress::~FrmProgress() = default;
 
-void FrmProgress::ShowModal() {
-    // Closing the program's last window in the middle of a job must not take the job's boxes and
-    // prompts away: the program ends after it.
-    const QEventLoopLocker programRuns;
-    wasLeft_ = false;
-    activation_.start(0);
-    exec();
-    // An error has ended the wait with the window still open; a job that outlived its window may
-    // have set the countdown going.
-    done(Rejected);
-    if (parentWidget() != nullptr) {
-        parentWidget()->setEnabled(true);
-    }
-    GuardedApplication::RethrowRaised();
-}
-
-bool FrmProgress::event(QEvent* event) {
-    if (event->type() == QEvent::WindowDeactivate) {
-        wasLeft_ = !IsBoxInFront();
-    } else if (event->type() == QEvent::WindowActivate && std::exchange(wasLeft_, false)) {
-        // Not here and now: whoever brings the window to the front has more to do.
-        activation_.start(0);
-    }
-    return QDialog::event(event);
-}
-
-// The Escape key, which looks like a cancel, would only hide the job.
-void FrmProgress::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Escape) {
-        QDialog::keyPressEvent(event);
-    }
-}
-
 void FrmProgress::Activated() {
-    if (isVisible() && ui_->XP_ProgressBar1->Value() == 0) {
+    if (ui_->XP_ProgressBar1->Value() == 0) {
         OpenForm();
     }
-}
-
-void FrmProgress::done(int result) {
-    timer2_.stop();
-    unsetCursor();
-    // The window behind takes no input before the job has ended, also where this one has gone.
-    if (engine_ != nullptr && parentWidget() != nullptr) {
-        parentWidget()->setEnabled(false);
-    }
-    QDialog::done(result);
 }
 
 void FrmProgress::CmdCancel_Click() {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QDialog>
 #include <QTimer>
 #include <cstdint>
 #include <memory>
 #include <string>
 
 #include "controls/Colours.h"
+#include "controls/JobDialog.h"
 #include "engine/FrmRemovables.h"
 #include "engine/SharedProgress.h"
 #include "engine/SplitJob.h"
@@ -24,8 +24,8 @@ class FrmProgress;
 /// engine's events, tells elapsed and remaining time, and closes itself after a countdown.
 ///
 /// Whenever the window comes to the front while its bar is at 0, the job starts, once more inside
-/// the one that is running. Closing the window cancels nothing.
-class FrmProgress : public QDialog, private SplitterEvents {
+/// the one that is running.
+class FrmProgress : public JobDialog, private SplitterEvents {
     Q_OBJECT
 
   public:
@@ -42,23 +42,15 @@ class FrmProgress : public QDialog, private SplitterEvents {
     SplitJob job;
     bool CancelPending = false;
 
-    /// Shows the window before its owner, runs the job when it comes to the front, and returns when
-    /// it has closed and the job has ended. Raises what the job raises.
-    void ShowModal();
-
     /// The checksum text of a file for the SFV file. Never raises.
     [[nodiscard]] std::string CalcCRC32(const std::string& fileName);
 
-    /// Closes the window, for whatever reason.
-    void done(int result) override;
-
-  protected:
-    bool event(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
+    void Activated() override;
+    [[nodiscard]] bool JobRuns() const override { return engine_ != nullptr; }
+    void Closing() override { timer2_.stop(); }
+
     // The job's stages, in their order
-    void Activated();
     void OpenForm();
     void ShowPreparing();
     void CompleteDestination();
@@ -100,10 +92,8 @@ class FrmProgress : public QDialog, private SplitterEvents {
     SharedProgress& defaultProgress_;
     std::unique_ptr<Ui::FrmProgress> ui_;
     FrmRemovables frmRemovables_;
-    QTimer activation_;                 ///< the window has come to the front
     QTimer timer2_;                     ///< the countdown
     SplitterEngine* engine_ = nullptr;  ///< of the innermost job that runs; null without one
-    bool wasLeft_ = false;              ///< another window has come to the front
 };
 
 }  // namespace zarn

@@ -6,12 +6,36 @@
 
 namespace zarn {
 
+namespace {
+
+bool IsControl(char byte) {
+    constexpr unsigned char DeleteCode = 0x7F;
+    const auto code = static_cast<unsigned char>(byte);
+    return code < ' ' || code == DeleteCode;
+}
+
+// A colon behind one character makes a drive of it; elsewhere it is part of the name.
+bool IsBareName(std::string_view name) {
+    const bool namesDrive = name.size() > 1 && name[1] == ':';
+    return !namesDrive && !Trim(name).empty() && name != "." && name != ".." &&
+           name.find_first_of("\\/*?") == std::string_view::npos &&
+           std::none_of(name.begin(), name.end(), IsControl);
+}
+
+}  // namespace
+
 const std::string& JoinScript::FirstPart() const {
     return std::find_if(commands.begin(), commands.end(),
                         [](const ScriptCommand& command) {
                             return command.action == ScriptAction::MakeTemporary;
                         })
         ->part;
+}
+
+bool IsGoodOriginal(std::string_view name, std::string_view scriptName) {
+    constexpr std::string_view ScriptCopy = "_TMP.bat";
+    return IsBareName(name) && !SameName(name, TemporaryName) && !SameName(name, scriptName) &&
+           !SameName(Right(name, ScriptCopy.size()), ScriptCopy);
 }
 
 bool SameName(std::string_view one, std::string_view other) {

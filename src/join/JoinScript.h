@@ -10,6 +10,9 @@ namespace zarn {
 /// The file that a join script builds before it gets its name.
 inline constexpr std::string_view TemporaryName = "Zarn.TMP";
 
+/// The most bytes of a script that is run: about 400,000 parts. More is no join script.
+inline constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
+
 enum class ScriptAction {
     MakeTemporary,      ///< a part becomes the first bytes of the temporary file
     AppendPart,         ///< a part is added behind the temporary file's last byte
@@ -43,6 +46,12 @@ struct ScriptRefusal {
     std::size_t line = 0;  ///< counted from 1; 0 where no single line is at fault
     std::string reason;
 };
+
+/// True for a name, without quotes around it, that a script may give the file that it builds: a
+/// name in its own folder (no folder, no drive, no wildcard, no control character) that does not
+/// belong to the running of scripts as the temporary file's does, the script's own, and those of
+/// the copies that the program makes for a run.
+[[nodiscard]] bool IsGoodOriginal(std::string_view name, std::string_view scriptName);
 
 /// True if two file names are equal without regard to letter case.
 [[nodiscard]] bool SameName(std::string_view one, std::string_view other);

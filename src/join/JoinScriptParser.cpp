@@ -9,20 +9,6 @@ namespace zarn {
 
 namespace {
 
-bool IsControl(char byte) {
-    constexpr unsigned char DeleteCode = 0x7F;
-    const auto code = static_cast<unsigned char>(byte);
-    return code < ' ' || code == DeleteCode;
-}
-
-// A colon behind one character makes a drive of it; elsewhere it is part of the name.
-bool IsBareName(std::string_view name) {
-    const bool namesDrive = name.size() > 1 && name[1] == ':';
-    return !namesDrive && !Trim(name).empty() && name != "." && name != ".." &&
-           name.find_first_of("\\/*?") == std::string_view::npos &&
-           std::none_of(name.begin(), name.end(), IsControl);
-}
-
 bool IsTemporary(std::string_view operand) {
     const std::optional<std::string_view> name = OperandName(operand);
     return name && SameName(*name, TemporaryName);
@@ -87,7 +73,7 @@ std::optional<ScriptRefusal> JoinScriptParser::FindOriginal(
         }
         std::string_view operands = statement.operands;
         const auto name = CutTemporary(operands) ? OperandName(operands) : std::nullopt;
-        if (!script_.original.empty() || !name || !IsGoodOriginal(*name)) {
+        if (!script_.original.empty() || !name || !IsGoodOriginal(*name, scriptName_)) {
             return ScriptRefusal{statement.line, "no name for the file to be built"};
         }
         script_.original = *name;
@@ -188,14 +174,6 @@ bool JoinScriptParser::AddCommand(ScriptAction action, Stage first, Stage last, 
     stage_ = next;
     script_.commands.push_back({action, {}, {}});
     return true;
-}
-
-// A name that belongs to the running of scripts is no file to be built: the temporary file, the
-// script itself, and the copies of scripts that the program makes for a run.
-bool JoinScriptParser::IsGoodOriginal(std::string_view name) const {
-    constexpr std::string_view ScriptCopy = "_TMP.bat";
-    return IsBareName(name) && !SameName(name, TemporaryName) && !SameName(name, scriptName_) &&
-           !SameName(Right(name, ScriptCopy.size()), ScriptCopy);
 }
 
 bool JoinScriptParser::IsDestination(std::string_view name) const {

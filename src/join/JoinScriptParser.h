@@ -48,7 +48,6 @@ class JoinScriptParser {
     [[nodiscard]] bool AddMove(const ScriptStatement& statement);
     [[nodiscard]] bool AddPart(ScriptAction action, std::string_view operand, Stage stage);
     [[nodiscard]] bool AddCommand(ScriptAction action, Stage first, Stage last, Stage next);
-    [[nodiscard]] bool IsGoodOriginal(std::string_view name) const;
     [[nodiscard]] bool IsDestination(std::string_view name) const;
     [[nodiscard]] bool IsKnownName(std::string_view name) const;
 

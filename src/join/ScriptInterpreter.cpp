@@ -14,8 +14,6 @@ namespace zarn {
 
 namespace {
 
-constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
-
 ScriptOutcome Refused(const ScriptRefusal& refusal) {
     const std::string line =
         refusal.line == 0 ? std::string() : "line " + std::to_string(refusal.line) + ": ";
@@ -25,22 +23,42 @@ ScriptOutcome Refused(const ScriptRefusal& refusal) {
 }  // namespace
 
 ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view destination) {
-    const std::string folder = Files::FunctionPath(script);
-    fileSystem_.ChangeCurrentFolder(folder);
-    const std::string bytes = fileSystem_.ReadFile(script, LargestScript);
-    const Checked checked = Check(bytes, script, destination);
+    const Checked checked = Read(script, destination);
     if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
         return Refused(*refusal);
     }
-    const auto& accepted = std::get<JoinScript>(checked);
-    if (MovesFromElsewhere(accepted, folder)) {
-        return Refused({accepted.moveLine, "the file to be moved is in another folder"});
-    }
-    JoinScriptRunner runner(fileSystem_, accepted, FunctionLastPathItem(script), destination);
+    JoinScriptRunner runner(fileSystem_, std::get<JoinScript>(checked),
+                            FunctionLastPathItem(script), destination);
     if (std::optional<std::string> failure = runner.Run()) {
         return {ScriptStatus::Failed, std::move(*failure)};
     }
     return {};
+}
+
+std::vector<std::string> ScriptInterpreter::PartsOf(std::string_view script,
+                                                    std::string_view destination) {
+    const Checked checked = Read(script, destination);
+    std::vector<std::string> parts;
+    if (const auto* accepted = std::get_if<JoinScript>(&checked)) {
+        for (const ScriptCommand& command : accepted->commands) {
+            if (!command.part.empty()) {
+                parts.push_back(command.part);
+            }
+        }
+    }
+    return parts;
+}
+
+ScriptInterpreter::Checked ScriptInterpreter::Read(std::string_view script,
+                                                   std::string_view destination) {
+    const std::string folder = Files::FunctionPath(script);
+    fileSystem_.ChangeCurrentFolder(folder);
+    Checked checked = Check(fileSystem_.ReadFile(script, LargestScript), script, destination);
+    const auto* accepted = std::get_if<JoinScript>(&checked);
+    if (accepted != nullptr && MovesFromElsewhere(*accepted, folder)) {
+        return ScriptRefusal{accepted->moveLine, "the file to be moved is in another folder"};
+    }
+    return checked;
 }
 
 ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view bytes, std::string_view script,

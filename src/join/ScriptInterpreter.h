@@ -34,9 +34,15 @@ class ScriptInterpreter {
     /// names. Raises file errors while it looks for the script and its folder.
     [[nodiscard]] ScriptOutcome Run(std::string_view script, std::string_view destination);
 
+    /// The bare names of the parts that `Run` would copy, in their order; none for a script that is
+    /// refused. Makes the script's folder the current one. Raises file errors.
+    [[nodiscard]] std::vector<std::string> PartsOf(std::string_view script,
+                                                   std::string_view destination);
+
   private:
     using Checked = std::variant<JoinScript, ScriptRefusal>;
 
+    [[nodiscard]] Checked Read(std::string_view script, std::string_view destination);
     [[nodiscard]] Checked Check(std::string_view bytes, std::string_view script,
                                 std::string_view destination);
     [[nodiscard]] bool FindsFirstPart(const Checked& checked);

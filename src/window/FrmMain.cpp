@@ -12,6 +12,7 @@
 #include "controls/QtMessageBoxes.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
+#include "join/JoinPage.h"
 #include "runtime/Text.h"
 #include "ui_FrmMain.h"
 #include "window/FrmAbout.h"
@@ -70,6 +71,8 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
     panel1_ =
         std::make_unique<SplitPage>(shared_, defaultProgress_, dialogs, *this, ui_->centralwidget);
     panel1_->setObjectName("Panel1");
+    panel2_ = std::make_unique<JoinPage>(shared_, dialogs, *panel1_, ui_->centralwidget);
+    panel2_->setObjectName("Panel2");
     if (!pages_.open) {
         pages_.open = OpenInBrowser;
     }
@@ -80,6 +83,7 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
 
 // A job whose own window was closed may still run when this one closes; by now it has ended.
 FrmMain::~FrmMain() {
+    panel2_.reset();
     panel1_.reset();
     shared_.Drop();
 }
@@ -179,6 +183,10 @@ void FrmMain::ShowCompressionSettings() {
     ShowPage("SETTINGS");
 }
 
+void FrmMain::ResetJoinPage() {
+    panel2_->JoinPageReset();
+}
+
 void FrmMain::SetStatusText(std::string_view text) {
     const std::string_view shown = Trim(text).empty() ? "Ready" : text;
     ui_->sTBar->setText(ToQt(std::string(shown) + " "));
@@ -193,7 +201,7 @@ void FrmMain::OpenSource(std::string_view path) {
 }
 
 std::array<QWidget*, 3> FrmMain::Panels() const {
-    return {panel1_.get(), ui_->Panel2, ui_->Panel4};
+    return {panel1_.get(), panel2_.get(), ui_->Panel4};
 }
 
 void FrmMain::PlacePanels() {

@@ -20,6 +20,7 @@ class FrmMain;
 }
 
 class FrmContents;
+class JoinPage;
 class SplitPage;
 struct PageRow;
 
@@ -44,6 +45,7 @@ class FrmMain final : public QMainWindow, public PageFrame {
     /// leaves the help context.
     void ShowPage(std::string_view key) override;
     void ShowCompressionSettings() override;
+    void ResetJoinPage() override;
     void SetStatusText(std::string_view text) override;
     void SetTitle() override;
 
@@ -81,6 +83,7 @@ class FrmMain final : public QMainWindow, public PageFrame {
     std::unique_ptr<Ui::FrmMain> ui_;
     SharedProgress defaultProgress_;  ///< never shown
     std::unique_ptr<SplitPage> panel1_;
+    std::unique_ptr<JoinPage> panel2_;
     std::unique_ptr<FrmContents> contents_;
     QShortcut helpKey_;
     bool leftForBox_ = false;  ///< the front window is a box of this program's own

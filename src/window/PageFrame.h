@@ -18,6 +18,9 @@ class PageFrame {
     /// Shows the preferences with their tab "COMPRESSION".
     virtual void ShowCompressionSettings() = 0;
 
+    /// Puts the join page into its empty state.
+    virtual void ResetJoinPage() = 0;
+
     /// Writes the status line; a blank text reads "Ready".
     virtual void SetStatusText(std::string_view text) = 0;
 

@@ -1,17 +1,11 @@
 #include "window/SplitPage.h"
 
-#include <QDragEnterEvent>
 #include <QKeyEvent>
-#include <QMimeData>
-#include <QPainter>
-#include <QStyle>
-#include <QTimer>
 
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "ui_SplitPage.h"
-#include "window/DroppedFiles.h"
 
 namespace zarn {
 
@@ -38,24 +32,6 @@ void SelectFilledText(QLineEdit& field) {
 
 }  // namespace
 
-PanelText::PanelText(QWidget* parent) : QLabel(parent) {
-    SetTextColour(*this, Black);
-}
-
-void PanelText::setText(const QString& text) {
-    QLabel::setText(text);
-    setToolTip(text);
-    setAccessibleDescription(text);
-}
-
-void PanelText::paintEvent(QPaintEvent* /*event*/) {
-    const QRect place = contentsRect();
-    QPainter painter(this);
-    style()->drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideRight, place.width()),
-                          foregroundRole());
-}
-
 SplitPage::SplitPage(SharedObjects& shared, SharedProgress& defaultProgress, FileDialogs& dialogs,
                      PageFrame& frame, QWidget* parent)
     : QWidget(parent),
@@ -69,7 +45,10 @@ SplitPage::SplitPage(SharedObjects& shared, SharedProgress& defaultProgress, Fil
     ConnectSizeFields();
     ConnectDestinationFields();
     ConnectStart();
-    for (QWidget* field : {ui_->txtSourceFile, ui_->txtPartsNumber, ui_->txtDestinationFolder}) {
+    sourceDrop_ = std::make_unique<FileDrop>(
+        *ui_->txtSourceFile, *shared_.Platform().fileSystem,
+        [this](const std::vector<std::string>& files) { txtSourceFile_OLEDragDrop(files); });
+    for (QWidget* field : {ui_->txtPartsNumber, ui_->txtDestinationFolder}) {
         field->installEventFilter(this);
     }
     shared_.Files().UsePieceSizeFields(this);
@@ -80,9 +59,6 @@ SplitPage::~SplitPage() {
 }
 
 bool SplitPage::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui_->txtSourceFile) {
-        return FilterSource(*event) || QWidget::eventFilter(watched, event);
-    }
     if (event->type() == QEvent::FocusIn && MovesWithinWindow(*event)) {
         SelectFilledText(static_cast<QLineEdit&>(*watched));
     }
@@ -90,27 +66,6 @@ bool SplitPage::eventFilter(QObject* watched, QEvent* event) {
         FilterDestination(*event);
     }
     return QWidget::eventFilter(watched, event);
-}
-
-bool SplitPage::FilterSource(QEvent& event) {
-    const bool isDrag = event.type() == QEvent::DragEnter || event.type() == QEvent::DragMove;
-    if (!isDrag && event.type() != QEvent::Drop) {
-        return false;
-    }
-    auto& drop = static_cast<QDropEvent&>(event);
-    if (!HoldsFiles(*drop.mimeData())) {
-        return false;
-    }
-    drop.setDropAction(Qt::CopyAction);
-    drop.accept();
-    if (!isDrag) {
-        // Not here and now: until this event returns, whoever the files came from waits.
-        QTimer::singleShot(
-            0, this, [this, files = FilesOf(*drop.mimeData(), *shared_.Platform().fileSystem)] {
-                txtSourceFile_OLEDragDrop(files);
-            });
-    }
-    return true;
 }
 
 void SplitPage::FilterDestination(const QEvent& event) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLabel>
 #include <QWidget>
 #include <array>
 #include <cstdint>
@@ -10,9 +9,11 @@
 #include <vector>
 
 #include "controls/Colours.h"
+#include "controls/DroppedFiles.h"
 #include "controls/FileDialogs.h"
 #include "engine/SharedProgress.h"
 #include "engine/SplitJob.h"
+#include "join/DrivePanel.h"
 #include "settings/PieceSizeFields.h"
 #include "settings/SharedObjects.h"
 #include "window/PageFrame.h"
@@ -24,27 +25,13 @@ namespace Ui {
 class SplitPage;
 }
 
-/// A line of a panel that may be longer than its place: it is drawn with an ellipsis then. `text`
-/// stays whole, and so do the tool tip and what a screen reader says.
-class PanelText : public QLabel {
-    Q_OBJECT
-
-  public:
-    explicit PanelText(QWidget* parent = nullptr);
-
-    void setText(const QString& text);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-};
-
 /// The page on which a user names a source file, a destination folder and a way to cut, and starts
 /// the job. Its fields are the only copy of what was typed; options are stored at every click.
 ///
 /// Writing a field by code runs its change handler at once, as typing does, where the text
 /// differs; the source's handler runs at every write. While `bUpdatingFields` is set the handlers
 /// of the piece size, the count, the two modes and two of the check boxes skip their work.
-class SplitPage : public QWidget, private PieceSizeFields {
+class SplitPage : public QWidget, public DrivePanel, private PieceSizeFields {
     Q_OBJECT
 
   public:
@@ -73,6 +60,9 @@ class SplitPage : public QWidget, private PieceSizeFields {
     /// Whether a configured password goes into every job: the state of `ChkSecurity`.
     void SecurityOption(bool value) { securityOption_ = value; }
 
+    void ShowDrive(std::string_view path) override;
+    void BlackenFreeSpace() override;
+
     /// Enables the start buttons where the fields make a job, and clears the fields' colours.
     void RefreshStartButtons();
 
@@ -80,7 +70,6 @@ class SplitPage : public QWidget, private PieceSizeFields {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    [[nodiscard]] bool FilterSource(QEvent& event);  ///< true for a drop of files
     void FilterDestination(const QEvent& event);
     void EnableStartButtons(bool enable);
     [[nodiscard]] bool PathsMakeJob();
@@ -138,7 +127,8 @@ class SplitPage : public QWidget, private PieceSizeFields {
                                                    std::string_view destination);
     void FillDrivePanel(std::string_view path);
     void EmptyDrivePanel();
-    void ColourDrivePanel();  ///< red where the panel reads "Media not Ready", else black
+    void ColourFreeSpace();   ///< red where the panel reads "Media not Ready", else black
+    void ColourDrivePanel();  ///< likewise, with the destination
     [[nodiscard]] bool MediaIsNotReady() const;  ///< as the panel reads
     void ShowDestination(const std::string& folder);
     /// Makes the folder if the user wants it, else returns to the saved one.
@@ -161,6 +151,7 @@ class SplitPage : public QWidget, private PieceSizeFields {
     FileDialogs& dialogs_;
     PageFrame& frame_;
     std::unique_ptr<Ui::SplitPage> ui_;
+    std::unique_ptr<FileDrop> sourceDrop_;
     bool bUpdatingFields_ = false;
     bool bCompressionSetupPending_ = false;
     bool securityOption_ = false;

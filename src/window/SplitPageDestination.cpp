@@ -1,8 +1,8 @@
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
-#include "window/FolderRules.h"
 #include "window/PieceSizes.h"
 #include "window/SplitPage.h"
 
@@ -50,6 +50,19 @@ void SplitPage::EmptyDrivePanel() {
 
 bool SplitPage::MediaIsNotReady() const {
     return ui_->txtFreeSpaceDest->text() == "Media not Ready";
+}
+
+void SplitPage::ShowDrive(std::string_view path) {
+    FillDrivePanel(path);
+    ColourFreeSpace();
+}
+
+void SplitPage::ColourFreeSpace() {
+    SetTextColour(*ui_->txtFreeSpaceDest, MediaIsNotReady() ? Red : Black);
+}
+
+void SplitPage::BlackenFreeSpace() {
+    SetTextColour(*ui_->txtFreeSpaceDest, Black);
 }
 
 void SplitPage::ColourDrivePanel() {
@@ -141,7 +154,7 @@ void SplitPage::txtDestinationFolder_KeyDown() {
             break;
         case FolderState::ToBeMade:
             OfferFolder("Folder don't exist, create this new folder ?   ", folder);
-            SetTextColour(*ui_->txtFreeSpaceDest, MediaIsNotReady() ? Red : Black);
+            ColourFreeSpace();
             break;
         case FolderState::None:
             EmptyDrivePanel();

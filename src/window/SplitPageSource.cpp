@@ -1,11 +1,11 @@
 #include <QSignalBlocker>
-#include <initializer_list>
 
+#include "controls/Fields.h"
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
-#include "window/FolderRules.h"
 #include "window/PieceSizes.h"
 #include "window/SplitPage.h"
 
@@ -15,12 +15,6 @@ namespace {
 
 constexpr std::string_view LongNameMessage =
     "Selected file has an invalid Name (more than 100 characters)";
-
-void Enable(bool on, std::initializer_list<QWidget*> fields) {
-    for (QWidget* field : fields) {
-        field->setEnabled(on);
-    }
-}
 
 }  // namespace
 
@@ -194,6 +188,7 @@ void SplitPage::ResetSplitForm() {
     Enable(false, {ui_->txtPartsNumber, ui_->VScPartsNumber, ui_->ChkDeleteJoin});
     ui_->ChkDeleteJoin->setChecked(shared_.Parameters().DeleteSplitParts() == 1);
     bUpdatingFields_ = false;
+    frame_.ResetJoinPage();
     frame_.SetStatusText("Ready");
     // The handlers of what was written above enable some of these.
     Enable(false,

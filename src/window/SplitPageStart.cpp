@@ -2,8 +2,8 @@
 #include "engine/FrmProgress.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
-#include "window/FolderRules.h"
 #include "window/SplitPage.h"
 #include "window/StartChecks.h"
 

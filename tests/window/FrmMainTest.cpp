@@ -157,6 +157,20 @@ TEST_F(FrmMainTest, LaysItselfOutForTheSideBar) {
     }
 }
 
+TEST_F(FrmMainTest, ResetsTheJoinPageWithTheSplitPage) {
+    Open();
+    const TestFolder folder;
+    folder.Write("x_Part0.bat",
+                 "@Echo off\r\n\r\nRem |  Parts Count ..: 1\r\n"
+                 "Rem |  Original File : x\r\n");
+    auto& field = dynamic_cast<QLineEdit&>(Find("txtFileToJoin"));
+    field.setText(ToQt(folder.Drive("x_Part0.bat")));
+    EXPECT_NE(field.text(), "");
+    dynamic_cast<QAbstractButton&>(Find("CmdReset")).setEnabled(true);
+    dynamic_cast<QAbstractButton&>(Find("CmdReset")).click();
+    EXPECT_EQ(field.text(), "");
+}
+
 TEST_F(FrmMainTest, SwitchesPagesAndKeepsTheHelpContextOfUnknownKeys) {
     struct Case {
         const char* key;

@@ -2,6 +2,7 @@
 #include <set>
 #include <tuple>
 
+#include "controls/PanelText.h"
 #include "controls/chameleonButton.h"
 #include "support/ErrorOf.h"
 #include "support/forms/SplitPageFixture.h"

@@ -4,9 +4,9 @@
 #include <functional>
 
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "support/TestPlatform.h"
 #include "window/FakeVolumes.h"
-#include "window/FolderRules.h"
 #include "window/StartChecks.h"
 
 namespace zarn::testing {

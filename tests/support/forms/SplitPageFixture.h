@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -17,51 +16,21 @@
 
 #include "controls/Colours.h"
 #include "controls/ComboField.h"
-#include "controls/FileDialogs.h"
 #include "controls/QtMessageQueue.h"
 #include "controls/QtText.h"
 #include "controls/UpDown.h"
 #include "support/TestPlatform.h"
+#include "support/forms/AnsweringDialogs.h"
 #include "window/SplitPage.h"
 
 namespace zarn::testing {
-
-/// Dialogs that answer from `answers`, then as if they were cancelled. `asked` keeps title and
-/// start.
-class AnsweringDialogs : public FileDialogs {
-  public:
-    std::optional<std::string> OpenFile(QWidget* /*owner*/, std::string_view title,
-                                        FileFilter filter, std::string_view start) override {
-        asked.push_back(std::string(title) + "|" + std::string(filter.label) + "|" +
-                        std::string(filter.pattern) + "|" + std::string(start));
-        return Answer();
-    }
-
-    std::optional<std::string> PickFolder(QWidget* /*owner*/, std::string_view title,
-                                          std::string_view start) override {
-        asked.push_back(std::string(title) + "|" + std::string(start));
-        return Answer();
-    }
-
-    std::deque<std::optional<std::string>> answers;
-    std::vector<std::string> asked;
-
-  private:
-    std::optional<std::string> Answer() {
-        if (answers.empty()) {
-            return {};
-        }
-        std::optional<std::string> answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-};
 
 /// A window around the page that only notes what it is asked for.
 class RecordingFrame : public PageFrame {
   public:
     void ShowPage(std::string_view key) override { calls.push_back("page " + std::string(key)); }
     void ShowCompressionSettings() override { calls.emplace_back("compression"); }
+    void ResetJoinPage() override { calls.emplace_back("join reset"); }
     void SetStatusText(std::string_view text) override {
         calls.push_back("status " + std::string(text));
     }

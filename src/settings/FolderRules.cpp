@@ -1,4 +1,4 @@
-#include "window/FolderRules.h"
+#include "settings/FolderRules.h"
 
 #include "runtime/Text.h"
 

@@ -1,7 +1,11 @@
-#include "window/DroppedFiles.h"
+#include "controls/DroppedFiles.h"
 
 #include <QByteArray>
+#include <QDragEnterEvent>
 #include <QMimeData>
+#include <QTimer>
+#include <QWidget>
+#include <utility>
 
 #include "runtime/Text.h"
 
@@ -35,10 +39,6 @@ std::string SystemPathOf(std::string_view address) {
 
 }  // namespace
 
-bool HoldsFiles(const QMimeData& data) {
-    return data.hasFormat(UriList);
-}
-
 std::vector<std::string> FilesOf(const QMimeData& data, FileSystem& fileSystem) {
     std::vector<std::string> files;
     const std::string list = data.data(UriList).toStdString();
@@ -50,6 +50,29 @@ std::vector<std::string> FilesOf(const QMimeData& data, FileSystem& fileSystem) 
         files.push_back(path.empty() ? path : fileSystem.DrivePath(path).value_or(std::string()));
     }
     return files;
+}
+
+FileDrop::FileDrop(QWidget& field, FileSystem& fileSystem, Take take)
+    : fileSystem_(fileSystem), take_(std::move(take)) {
+    field.installEventFilter(this);
+}
+
+bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
+    const bool isDrag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+    if (!isDrag && event->type() != QEvent::Drop) {
+        return QObject::eventFilter(watched, event);
+    }
+    auto& drop = static_cast<QDropEvent&>(*event);
+    if (!drop.mimeData()->hasFormat(UriList)) {
+        return QObject::eventFilter(watched, event);
+    }
+    drop.setDropAction(Qt::CopyAction);
+    drop.accept();
+    if (!isDrag) {
+        QTimer::singleShot(
+            0, this, [this, files = FilesOf(*drop.mimeData(), fileSystem_)] { take_(files); });
+    }
+    return true;
 }
 
 }  // namespace zarn

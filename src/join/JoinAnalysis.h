@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/FileSystem.h"
+#include "settings/Files.h"
+
+namespace zarn {
+
+/// One part of a set, as the report shows it.
+struct JoinPart {
+    std::string name;    ///< without folder
+    std::string size;    ///< "1,440 KB"; "***" for a part that is not there
+    std::string status;  ///< what is wrong with it, or empty
+};
+
+/// What a join script and the folder around it say about a set. Only names are looked up: no size
+/// and no checksum is compared with anything, since a script holds none.
+struct JoinReport {
+    std::string originalName;  ///< bare name of the file that the parts make, without quotes
+    std::int32_t partsCount = 0;
+    std::vector<JoinPart> parts;  ///< in order; one for all of them where they share one name
+    double bytes = 0;             ///< of all parts that are there
+    bool complete = false;        ///< no part is missing
+    bool hasSfvFile = false;      ///< a checksum file lies beside the script; nobody reads it
+
+    /// The part of a number from 1 to `partsCount`.
+    [[nodiscard]] const JoinPart& Part(std::int32_t number) const;
+};
+
+/// Why a file is no join script, in the words for the user.
+using JoinRefusal = std::string_view;
+
+/// Reads a join script's comment lines and looks for its parts in the script's folder.
+class JoinAnalysis {
+  public:
+    /// Both arguments must outlive this object.
+    JoinAnalysis(FileSystem& fileSystem, Files& files) : fileSystem_(fileSystem), files_(files) {}
+
+    /// Reports on the set of a script at a full path. A script is text from somebody else: one
+    /// whose name for the file `IsGoodOriginal` refuses is refused, and so is a count that no
+    /// script of the size that runs has room for. Raises file errors.
+    [[nodiscard]] std::variant<JoinReport, JoinRefusal> Analyze(const std::string& fileName);
+
+  private:
+    [[nodiscard]] std::string NameOnDisk(const std::string& fileName, std::string_view bytes,
+                                         std::int32_t count, const std::string& decodedName);
+    void LookForParts(const std::string& fileName, JoinReport& report);
+
+    FileSystem& fileSystem_;
+    Files& files_;
+};
+
+// The comment lines of a join script: "Rem |  Parts Count ..: 3" and
+// "Rem |  Original File : "Movie.avi"".
+
+[[nodiscard]] bool IsPartsCountLine(std::string_view line);
+
+/// The number at the start of the text behind the first colon; 0 where there is none.
+[[nodiscard]] double PartsCountValue(std::string_view line);
+
+[[nodiscard]] bool IsOriginalFileLine(std::string_view line);
+
+/// The text between the first and the second colon, or the line's end.
+[[nodiscard]] std::string OriginalFileValue(std::string_view line);
+
+/// The name under which a part is looked up: `originalName` (which loses its quotes and the blanks
+/// at its ends here), "_Part", and the number in as many digits as `count` has. A set of 1000
+/// parts or more is looked up without numbers.
+[[nodiscard]] std::string JoinPartName(std::string& originalName, std::int32_t count,
+                                       std::int32_t index);
+
+/// The same in the folder of the join file.
+[[nodiscard]] std::string JoinPartPath(std::string_view joinFile, std::string& originalName,
+                                       std::int32_t count, std::int32_t index);
+
+}  // namespace zarn

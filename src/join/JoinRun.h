@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Processes.h"
+#include "settings/SharedObjects.h"
+
+namespace zarn {
+
+/// What a join from the window is to do.
+struct JoinJob {
+    std::string joinFile;    ///< full path of the join script
+    std::string joinedFile;  ///< full path that the result is to have
+};
+
+/// Runs the copy of a join script that the window makes for a join. The window copies no byte of
+/// a join itself: the script assembles the file beside the parts, and two lines behind it take the
+/// file to a destination elsewhere.
+class JoinRun {
+  public:
+    /// `shared` must outlive this object.
+    JoinRun(SharedObjects& shared, JoinJob job);
+
+    /// Makes the parts' folder the current one and the copy of the script. Raises file errors.
+    void PrepareScript();
+
+    /// Starts the copy in a process of its own. Raises what `Processes::StartHidden` raises; the
+    /// copy is gone then.
+    void Start();
+
+    /// True while the process runs. How it ended is not asked.
+    [[nodiscard]] bool IsRunning();
+
+    void RemoveScript();
+
+    /// What a cancel removes: the copy of the script, the temporary file, and the file under both
+    /// its names, an older file of that name too. Where one of the parts that the script copies is
+    /// missing, the copy alone goes: the file may be all that is left.
+    void RemoveResults();
+
+  private:
+    [[nodiscard]] std::string Destination() const;  ///< empty where the result stays
+    [[nodiscard]] bool PartsAreThere();
+    [[nodiscard]] bool ResultMoves() const;
+
+    SharedObjects& shared_;
+    JoinJob job_;
+    std::string folder_;              ///< of the parts, with its backslash
+    std::string partsBase_;           ///< where the script puts the file
+    std::string tempScript_;          ///< the copy
+    std::vector<std::string> parts_;  ///< bare names; none where the script will be refused
+    ProcessId process_ = 0;
+};
+
+/// The text of a join file's path before the first "_Part", wherever in the path that stands. A
+/// path without one gives an empty text.
+[[nodiscard]] std::string PartsBase(std::string_view joinFile);
+
+/// Path of the copy of a join file: every ".bat" becomes "_TMP.bat", in this very spelling only.
+/// A path without it gets "_TMP.bat" at its end, so that the copy never is the script itself.
+[[nodiscard]] std::string TempScript(std::string_view joinFile);
+
+}  // namespace zarn

@@ -1,0 +1,334 @@
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <filesystem>
+#include <set>
+
+#include "controls/GuardedApplication.h"
+#include "controls/chameleonButton.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
+#include "settings/FrmLogError.h"
+#include "support/ForwardingFileSystem.h"
+#include "support/ForwardingLargeFile.h"
+#include "support/forms/JoinPageFixture.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr std::string_view Share = R"(\\server\share\)";
+constexpr ColourValue ReportGreen = 32768;
+constexpr ColourValue ReportRed = 192;
+
+// A file that is there under a path of a share, too.
+class SharedFile : public ForwardingLargeFile {
+  public:
+    SharedFile(std::unique_ptr<LargeFileAccess> real, std::string local)
+        : ForwardingLargeFile(std::move(real)), local_(std::move(local)) {}
+    void Open(std::string_view path) override {
+        ForwardingLargeFile::Open(Replace(path, Share, local_));
+    }
+
+  private:
+    std::string local_;
+};
+
+// The real file system with a share, and with scripts that fail when they are read in full.
+class SharingFileSystem : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+    std::unique_ptr<LargeFileAccess> MakeLargeFile() override {
+        return std::make_unique<SharedFile>(ForwardingFileSystem::MakeLargeFile(), shared);
+    }
+    std::string ReadFile(std::string_view path, std::size_t limit) override {
+        if (fails) {
+            throw RuntimeError(ErrorNumber::DeviceIOError);
+        }
+        return ForwardingFileSystem::ReadFile(path, limit);
+    }
+
+    std::string shared;
+    bool fails = false;
+};
+
+class JoinPageTest : public JoinPageFixture {
+  protected:
+    JoinPageTest() {
+        auto sharing = std::make_unique<SharingFileSystem>(std::move(PlatformParts().fileSystem));
+        disk = sharing.get();
+        disk->shared = Here();
+        PlatformParts().fileSystem = std::move(sharing);
+    }
+
+    QTreeView& List() { return Find<QTreeView>("ListView1"); }
+    QAbstractItemModel& Rows() { return *List().model(); }
+    std::string Cell(int row, int column, int role = Qt::DisplayRole) {
+        return FromQt(Rows().index(row, column).data(role).toString());
+    }
+    std::string Row(int row) { return Cell(row, 0) + "|" + Cell(row, 1) + "|" + Cell(row, 2); }
+    // Which of the name, the size and the status are red.
+    std::string RedCells(int row) {
+        std::string cells;
+        for (int column = 0; column < 3; ++column) {
+            const QVariant colour = Rows().index(row, column).data(Qt::ForegroundRole);
+            cells += colour == QVariant(QColor(255, 0, 0)) ? 'R' : '-';
+        }
+        return cells;
+    }
+    void ExpectEmptyPage() {
+        EXPECT_EQ(Text("txtFileToJoin"), "");
+        EXPECT_EQ(Rows().rowCount(), 0);
+        for (const char* name : {"ChkJoinDestination", "txtDestinationFolderJoin",
+                                 "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"}) {
+            EXPECT_FALSE(IsEnabled(name)) << name;
+        }
+        for (const char* name : {"txtJoinParts", "txtJoinSize", "txtJoinIntegrity", "txtJoinCRC"}) {
+            EXPECT_EQ(Label(name), "") << name;
+        }
+    }
+    // Double-clicks a row and returns what the window that opens says.
+    std::string LogOf(int row) {
+        std::string log;
+        QTimer look;
+        look.setSingleShot(true);
+        QObject::connect(&look, &QTimer::timeout, [&] {
+            if (auto* form = qobject_cast<FrmLogError*>(QApplication::activeModalWidget())) {
+                auto& field = *form->findChild<QPlainTextEdit*>("txtErrorLog");
+                log = FromQt(form->windowTitle() + "|" + field.toPlainText());
+                EXPECT_TRUE(field.isReadOnly());
+                EXPECT_FALSE(List().isEnabled());
+                QTest::mouseClick(form->findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+            }
+        });
+        look.start(0);
+        const QPoint place = List().visualRect(Rows().index(row, 0)).center();
+        QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(List().isEnabled());
+        return log;
+    }
+
+    SharingFileSystem* disk = nullptr;
+};
+
+TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
+    const std::string format = "Invalid or corrupted Join file ...";
+    const std::string analysis = "Invalid or corrupted Join File ...";
+    const std::string invalid = "Invalid Join File ...";
+    const std::string nothing = "Invalid file selection, please select again     ";
+    const std::string kind = "Only Zarn Join files are allowed.                ";
+    const std::string good = Script("3");
+    const std::string count = "Rem |  Parts Count ..: 3\r\n";
+    const std::string sfv = ";-----\r\n; SFV File Generated by Zarn File Splitter v3\r\n;\r\n;\r\n";
+    struct Case {
+        std::string name, content, browsed, typed, dropped;
+    };
+    const std::vector<Case> cases = {
+        {"two.bat", good.substr(0, good.find("Rem |")), analysis, analysis, analysis},
+        {"lower.BAT", "@echo" + good.substr(5), format, format, format},
+        {"zero.bat", Script("0"), invalid, invalid, invalid},
+        {"order.bat", Replace(good, count, "") + count, invalid, invalid, invalid},
+        {"sums.sfv", sfv, invalid, invalid, kind},
+        {"sums.bat.sfv", sfv, analysis, analysis, analysis},
+        {"film.txt", good, format, format, kind},
+        {"missing.bat", "", nothing, format, format},
+        {"folder.bat", "", nothing, "", ""},
+    };
+    Folder().MakeFolder("folder.bat");
+    for (const Case& row : cases) {
+        const std::string path = Folder().Drive(row.name);
+        if (!row.content.empty()) {
+            Folder().Write(row.name, row.content);
+        }
+        struct Way {
+            const char* name;
+            std::function<void()> step;
+            std::string message, stored;
+        };
+        const std::string dropStores = row.dropped.empty() || row.dropped == kind ? "X" : path;
+        for (const Way& way :
+             {Way{"browsed", [&] { Browse(path); }, row.browsed,
+                  row.browsed == nothing ? "X" : R"(C:\)"},
+              Way{"typed", [&] { SetText("txtFileToJoin", path); }, row.typed, "X"},
+              Way{"dropped", [&] { Drop({Folder().System(row.name)}); }, row.dropped,
+                  dropStores}}) {
+            SCOPED_TRACE(row.name + " " + way.name);
+            Settings().LastOpenFolderMergeFile("X");
+            Open();
+            way.step();
+            EXPECT_EQ(Said(), std::vector<std::string>(way.message.empty() ? 0 : 1, way.message));
+            EXPECT_EQ(Settings().LastOpenFolderMergeFile(), way.stored);
+            ExpectEmptyPage();
+        }
+    }
+}
+
+TEST_F(JoinPageTest, RefusesShareOnlyAfterTheFormat) {
+    MakeSet();
+    const std::string path = std::string(Share) + "Movie.avi_Part0.bat";
+    Boxes().whenShown = [this](const BoxMessage& box) {
+        EXPECT_EQ(box.icon, BoxIcon::Exclamation);
+        EXPECT_EQ(Colour("txtFileToJoin"), Red);
+        EXPECT_FALSE(IsEnabled("CmdJoin"));
+    };
+    SetText("txtFileToJoin", path);
+    EXPECT_EQ(Said(), std::vector<std::string>{"Please select local units ..."});
+    disk->shared = R"(C:\nowhere\)";
+    SetText("txtFileToJoin", path);
+    EXPECT_EQ(Said(), std::vector<std::string>{"Invalid or corrupted Join file ..."});
+    ExpectEmptyPage();
+    EXPECT_EQ(Colour("txtFileToJoin"), Black);
+    // Typed by hand, the first letter is refused already; the page takes the next one all the same.
+    QTest::keyClicks(&Widget("txtFileToJoin"), "C:");
+    EXPECT_EQ(Said().size(), 2U);
+    ExpectEmptyPage();
+}
+
+TEST_F(JoinPageTest, ReportsOnTheSet) {
+    Settings().LastOpenFolderMergeFile(R"(C:\sets\last.bat)");
+    const std::string path = MakeSet();
+    Folder().Write("Movie.avi_Part2", "");
+    Browse("  " + path);
+    EXPECT_EQ(Text("txtFileToJoin"), "");  // no such file, blanks and all
+    EXPECT_EQ(Said().size(), 1U);
+    Browse(path);
+    EXPECT_EQ(Dialogs().asked.back(),
+              R"(Select File to Join|Zarn Join Files (*.bat)|*.bat|C:\sets\last.bat)");
+    EXPECT_EQ(Settings().LastOpenFolderMergeFile(), path);
+    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinSize"), " 2 3 KB");
+    EXPECT_EQ(Label("txtJoinIntegrity") + Label("txtJoinCRC"), "Parts OK- Not Present -");
+    EXPECT_EQ(Colour("txtJoinIntegrity"), ReportGreen);
+    EXPECT_EQ(Row(0) + " " + Row(1), "Movie.avi_Part1|3 KB| Movie.avi_Part2|0 Bytes|");
+    EXPECT_EQ(RedCells(0), "---");
+    EXPECT_EQ(Text("txtDestinationFolderJoin"), Here());
+    EXPECT_TRUE(IsEnabled("CmdJoin") && IsEnabled("CmdResetJoin") && UsesJoinFolder());
+    EXPECT_FALSE(IsEnabled("CmdDestinationFolderJoin"));
+    EXPECT_EQ(LogOf(0), "");
+
+    // The report is a snapshot; a new one says what is missing.
+    std::filesystem::remove(Folder().System("Movie.avi_Part1"));
+    Folder().Write("Movie.avi_Part2", std::string(999, 'x'));
+    Folder().Write("Movie.avi_Part0.sfv", "");
+    EXPECT_EQ(Label("txtJoinIntegrity"), "Parts OK");
+    Drop({Folder().System("Movie.avi_Part0.bat")});
+    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinSize"), " 2 999 Bytes");
+    EXPECT_EQ(Label("txtJoinIntegrity") + Label("txtJoinCRC"), "Errors!Present");
+    EXPECT_EQ(Colour("txtJoinIntegrity"), ReportRed);
+    EXPECT_EQ(Row(0) + " " + Row(1),
+              "Movie.avi_Part1|***|File Lost or corrupted! Movie.avi_Part2|999 Bytes|");
+    EXPECT_EQ(RedCells(0) + RedCells(1), "RR----");
+    EXPECT_EQ(Cell(0, 2, Qt::ToolTipRole), "File Lost or corrupted!");
+    EXPECT_FALSE(IsEnabled("CmdJoin"));
+    EXPECT_EQ(LogOf(0), " Error Log|File Lost or corrupted!");
+    EXPECT_EQ(LogOf(1), "");
+    Folder().MakeFolder("other");
+    SetText("txtDestinationFolderJoin", Here() + "other");
+    EXPECT_FALSE(IsEnabled("CmdJoin"));
+    Click("CmdResetJoin");
+    ExpectEmptyPage();
+    EXPECT_TRUE(Said().empty());
+}
+
+TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
+    const std::string set = MakeSet();
+    std::filesystem::remove(Folder().System("Movie.avi_Part2"));
+    bool couldJoin = true;
+    QTimer::singleShot(0, &Page(), [&] { couldJoin = IsEnabled("CmdJoin"); });
+    SetText("txtFileToJoin", set);
+    EXPECT_FALSE(couldJoin);
+    EXPECT_EQ(Rows().rowCount(), 2);
+    QTimer::singleShot(0, &Page(), [&] { Click("CmdResetJoin"); });
+    Browse(set);
+    ExpectEmptyPage();
+}
+
+TEST_F(JoinPageTest, ReportsThousandPartsAsLost) {
+    Folder().Write("Big_Part0000.bat", Script("1000", "Big"));
+    Folder().Write("Big_Part0001", "x");
+    SetText("txtFileToJoin", Folder().Drive("Big_Part0000.bat"));
+    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinIntegrity"), " 1000Errors!");
+    ASSERT_EQ(Rows().rowCount(), 1000);
+    EXPECT_EQ(Row(999), "Big_Part|***|File Lost or corrupted!");
+    EXPECT_FALSE(IsEnabled("CmdJoin"));
+}
+
+TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
+    const std::string path = MakeSet();
+    Drop({Folder().System("Movie.avi_Part0.bat"), Folder().System("b"), Folder().System("c")});
+    EXPECT_EQ(Boxes().shown.at(0).icon, BoxIcon::Information);
+    EXPECT_EQ(Said(), std::vector<std::string>{"You have selected more than one file, only the "
+                                               "first one will be considered :\r\r" +
+                                               path});
+    EXPECT_TRUE(IsEnabled("CmdJoin"));
+    Drop({Folder().System(R"(a\b.bat)")});  // has no path of the program's form
+    EXPECT_EQ(Said().size(), 1U);
+    EXPECT_EQ(Text("txtFileToJoin"), path);
+    // What fails in a drop is passed over, and leaves no report.
+    disk->fails = true;
+    Drop({Folder().System("Movie.avi_Part0.bat")});
+    GuardedApplication::RethrowRaised();
+    ExpectEmptyPage();
+    EXPECT_TRUE(Said().empty());
+}
+
+TEST_F(JoinPageTest, EveryTextFitsHasANameAndAKeyOfItsOwn) {
+    const std::string path = MakeSet();
+    std::filesystem::remove(Folder().System("Movie.avi_Part2"));
+    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
+        QFont pageFont(family);
+        pageFont.setPixelSize(11);
+        ASSERT_EQ(QFontInfo(pageFont).family(), family);
+        Open().setFont(pageFont);
+        Browse(path);
+        EXPECT_LE(Page().minimumSizeHint().width(), PageWidth) << family;
+        EXPECT_LE(Page().minimumSizeHint().height(), PageHeight) << family;
+        for (const QWidget* control : Page().findChildren<QWidget*>()) {
+            const auto* button = qobject_cast<const chameleonButton*>(control);
+            const bool hasText = qobject_cast<const QLabel*>(control) != nullptr ||
+                                 qobject_cast<const QAbstractButton*>(control) != nullptr;
+            const QFontMetrics font = control->fontMetrics();
+            const int needed = button == nullptr
+                                   ? control->sizeHint().width()
+                                   : font.size(Qt::TextShowMnemonic, button->text()).width() + 10;
+            EXPECT_TRUE(!hasText ||
+                        (needed <= control->width() && font.height() <= control->height()))
+                << family << ' ' << FromQt(control->objectName());
+        }
+        for (int column = 0; column < 3; ++column) {
+            EXPECT_GE(List().columnWidth(column),
+                      List().sizeHintForIndex(Rows().index(0, column)).width());
+            EXPECT_GE(List().columnWidth(column), List().header()->sectionSizeHint(column));
+        }
+        EXPECT_LE(List().header()->length(), List().viewport()->width());
+    }
+    std::set<QKeySequence> keys;  // those of the window around the page to begin with
+    for (const char letter : std::string("FVHSJPUAT")) {
+        keys.insert(QKeySequence(QString("Alt+%1").arg(letter)));
+    }
+    for (const QAbstractButton* button : Page().findChildren<QAbstractButton*>()) {
+        const QKeySequence key = QKeySequence::mnemonic(button->text());
+        EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << FromQt(button->text());
+    }
+    for (const QWidget* control : Page().findChildren<QWidget*>()) {
+        const QString name = control->objectName();
+        EXPECT_TRUE(name.isEmpty() || name.startsWith("qt_") ||
+                    !control->accessibleName().isEmpty())
+            << FromQt(name);
+    }
+    Folder().Write("Movie.avi_Part2", "");
+    Browse(path);
+    Settings().DestinationFolderMerge(R"(C:\)");
+    Click("ChkJoinDestination");
+    Widget("txtFileToJoin").setFocus();
+    for (const char* name :
+         {"txtFileToJoin", "CmdSourceFileJoin", "ListView1", "ChkJoinDestination",
+          "txtDestinationFolderJoin", "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"}) {
+        EXPECT_EQ(FromQt(Page().focusWidget()->objectName()), name);
+        QTest::keyClick(Page().focusWidget(), Qt::Key_Tab);
+    }
+}
+
+}  // namespace
+}  // namespace zarn::testing
