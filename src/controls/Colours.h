@@ -15,8 +15,11 @@ inline constexpr ColourValue Black = 0;
 inline constexpr ColourValue Red = 255;        ///< not accepted
 inline constexpr ColourValue Blue = 16711680;  ///< a folder still to be made
 inline constexpr ColourValue DarkRed = 128;
+inline constexpr ColourValue WarningRed = 192;  ///< a load, a report or a password to look at
 inline constexpr ColourValue Green = 49152;
 inline constexpr ColourValue Silver = 12632256;
+inline constexpr ColourValue Navy = 8388608;
+inline constexpr ColourValue PanelBack = 15394274;  ///< behind the side bar's panels
 inline constexpr ColourValue WindowText = static_cast<ColourValue>(0x80000008);
 inline constexpr ColourValue Highlight = static_cast<ColourValue>(0x8000000D);
 

@@ -30,6 +30,14 @@ class FileDialogs {
                                                               FileFilter filter,
                                                               std::string_view start) = 0;
 
+    /// Likewise for a file to be written, which need not exist. The dialog itself asks before it
+    /// gives the path of one that does. The name comes as it was typed, without an ending of the
+    /// filter's.
+    [[nodiscard]] virtual std::optional<std::string> SaveFile(QWidget* owner,
+                                                              std::string_view title,
+                                                              FileFilter filter,
+                                                              std::string_view start) = 0;
+
     [[nodiscard]] virtual std::optional<std::string> PickFolder(QWidget* owner,
                                                                 std::string_view title,
                                                                 std::string_view start) = 0;

@@ -12,9 +12,10 @@ namespace {
 
 // What the label says of the pattern is all that is shown of it. "*.*" means every name, which the
 // toolkit says otherwise.
-QString NameFilter(const FileFilter& filter) {
+void SetFilter(QFileDialog& dialog, const FileFilter& filter) {
     const std::string_view pattern = filter.pattern == "*.*" ? "*" : filter.pattern;
-    return ToQt(filter.label) + " (" + ToQt(pattern) + ")";
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilter(ToQt(filter.label) + " (" + ToQt(pattern) + ")");
 }
 
 void StartIn(QFileDialog& dialog, const QString& start) {
@@ -35,8 +36,16 @@ std::optional<std::string> QtFileDialogs::OpenFile(QWidget* owner, std::string_v
                                                    FileFilter filter, std::string_view start) {
     QFileDialog dialog(owner, ToQt(title));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setNameFilter(NameFilter(filter));
+    SetFilter(dialog, filter);
+    return Pick(dialog, start);
+}
+
+std::optional<std::string> QtFileDialogs::SaveFile(QWidget* owner, std::string_view title,
+                                                   FileFilter filter, std::string_view start) {
+    QFileDialog dialog(owner, ToQt(title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    SetFilter(dialog, filter);
     return Pick(dialog, start);
 }
 

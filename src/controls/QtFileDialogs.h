@@ -9,7 +9,7 @@ class QFileDialog;
 namespace zarn {
 
 /// The toolkit's dialogs. A name without a drive path, since it holds a backslash, cannot be
-/// picked: the user is told so, and nothing comes back. Both calls raise what a handler raised
+/// picked: the user is told so, and nothing comes back. All calls raise what a handler raised
 /// meanwhile.
 class QtFileDialogs : public FileDialogs {
   public:
@@ -18,6 +18,9 @@ class QtFileDialogs : public FileDialogs {
         : fileSystem_(fileSystem), boxes_(boxes) {}
 
     [[nodiscard]] std::optional<std::string> OpenFile(QWidget* owner, std::string_view title,
+                                                      FileFilter filter,
+                                                      std::string_view start) override;
+    [[nodiscard]] std::optional<std::string> SaveFile(QWidget* owner, std::string_view title,
                                                       FileFilter filter,
                                                       std::string_view start) override;
     [[nodiscard]] std::optional<std::string> PickFolder(QWidget* owner, std::string_view title,

@@ -13,7 +13,6 @@ namespace zarn {
 namespace {
 
 constexpr ColourValue BarGreen = 65280;
-constexpr ColourValue BarDarkRed = 192;
 
 constexpr int RunsToAndFro = 2;  // the bar's way of scrolling while the script runs
 constexpr std::int32_t LastBarStep = 10;
@@ -139,7 +138,7 @@ void FrmProgressJoin::CmdCancel_Click() {
         ui_->CmdCancel->setEnabled(false);
         Cancelling = true;
         ShowTexts(JoinCancelled, "Stoping Process");
-        ui_->XP_ProgressBar1->Color(BarDarkRed);
+        ui_->XP_ProgressBar1->Color(WarningRed);
         timer4_.start();
         timer1_.stop();
         Pump();

@@ -18,7 +18,6 @@ namespace zarn {
 namespace {
 
 constexpr ColourValue GoodReport = 32768;
-constexpr ColourValue BadReport = 192;
 constexpr const char* Errors = "Errors!";
 
 // The name has what these leave.
@@ -45,6 +44,7 @@ JoinPage::JoinPage(SharedObjects& shared, FileDialogs& dialogs, DrivePanel& driv
       drivePanel_(drivePanel),
       ui_(std::make_unique<Ui::JoinPage>()) {
     ui_->setupUi(this);
+    setFocusProxy(ui_->txtFileToJoin);
     ui_->ListView1->setModel(&rows_);
     LayOutColumns(*ui_->ListView1);
     connect(ui_->txtFileToJoin, &QLineEdit::textChanged, this, &JoinPage::txtFileToJoin_Change);
@@ -218,7 +218,7 @@ void JoinPage::FunctionJoinAnalyze(const std::string& fileName) {
 void JoinPage::ShowReport() {
     rows_.Show(&report_);
     ui_->txtJoinIntegrity->setText(report_.complete ? "Parts OK" : Errors);
-    SetTextColour(*ui_->txtJoinIntegrity, report_.complete ? GoodReport : BadReport);
+    SetTextColour(*ui_->txtJoinIntegrity, report_.complete ? GoodReport : WarningRed);
     ui_->CmdJoin->setEnabled(report_.complete);
     double size = report_.bytes;
     ui_->txtJoinSize->setText(ToQt(" " + shared_.Files().FunctionFileSizeFormated(size)));

@@ -10,15 +10,6 @@
 
 namespace zarn {
 
-namespace {
-
-// Here a single letter is no folder yet.
-bool IsNoFolderPath(std::string_view text) {
-    return Length(Trim(text)) < 2 || IsMalformedFolder(text);
-}
-
-}  // namespace
-
 void JoinPage::ConnectDestination() {
     connect(ui_->txtDestinationFolderJoin, &QLineEdit::textChanged, this,
             &JoinPage::txtDestinationFolderJoin_Change);

@@ -9,6 +9,7 @@
 #include "platform/Modules.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
+#include "platform/SystemFigures.h"
 #include "platform/Volumes.h"
 #include "platform/ZipWriter.h"
 
@@ -25,6 +26,7 @@ struct Platform {
     std::unique_ptr<MessageBoxes> messageBoxes;
     std::unique_ptr<ZipWriter> zipWriter;
     std::unique_ptr<Modules> modules;
+    std::unique_ptr<SystemFigures> systemFigures;
 };
 
 }  // namespace zarn

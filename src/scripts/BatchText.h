@@ -7,7 +7,7 @@
 
 namespace zarn {
 
-// What the two texts of `BatchGenerator` have in common. Nobody else needs it.
+// What the two texts of `BatchGenerator` have in common.
 
 inline constexpr std::string_view PartMark = "_Part";
 inline constexpr std::string_view WebAddress = "https://zarnfilesplitter.test";

@@ -20,6 +20,10 @@ bool IsMalformedFolder(std::string_view text) {
     return Length(Trim(text)) > 1 && !IsNetworkPath(text) && Mid(text, 2, 2) != R"(:\)";
 }
 
+bool IsNoFolderPath(std::string_view text) {
+    return Length(Trim(text)) < 2 || IsMalformedFolder(text);
+}
+
 bool IsDisketteFolder(std::string_view path) {
     return path.starts_with("A:") || path.starts_with("B:");
 }

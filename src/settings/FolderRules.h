@@ -15,6 +15,9 @@ namespace zarn {
 /// whoever types a drive begins with one.
 [[nodiscard]] bool IsMalformedFolder(std::string_view text);
 
+/// True for a text that is malformed, or too short for a folder's full path.
+[[nodiscard]] bool IsNoFolderPath(std::string_view text);
+
 /// True if the path begins with the letter of a diskette drive, in upper case.
 [[nodiscard]] bool IsDisketteFolder(std::string_view path);
 

@@ -34,7 +34,12 @@ void ShowHelp(bool modal) {
 // An error that comes later is shown while the window still stands.
 void ShowMain(SharedObjects& shared, const std::string& source) {
     QtFileDialogs dialogs(*shared.Platform().fileSystem, *shared.Platform().messageBoxes);
-    FrmMain window(shared, dialogs, {});
+    FrmMain window(shared, dialogs, {}, [] {
+        FrmHelp popup(QApplication::activeModalWidget());
+        popup.OpenedFromProgram = true;
+        popup.exec();
+        GuardedApplication::RethrowRaised();
+    });
     if (!source.empty()) {
         window.OpenSource(source);
     }

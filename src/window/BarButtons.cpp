@@ -14,7 +14,7 @@ namespace zarn {
 namespace {
 
 constexpr int TitleHeight = 22;
-constexpr int ItemHeight = 20;
+constexpr int ItemHeight = 18;
 constexpr int IconSize = 16;
 constexpr int TextLeft = BarMargin / 2 + IconSize + BarMargin;
 constexpr QRgb Hovered = 0xffd3e2f9;

@@ -13,7 +13,9 @@
 #include "controls/QtText.h"
 #include "controls/Twips.h"
 #include "join/JoinPage.h"
+#include "monitor/FrmMonitor.h"
 #include "runtime/Text.h"
+#include "settings/PreferencesPage.h"
 #include "ui_FrmMain.h"
 #include "window/FrmAbout.h"
 #include "window/FrmContents.h"
@@ -29,7 +31,6 @@ namespace {
 constexpr int PanelTop = 825;
 constexpr int StatusLines = 2;
 constexpr int StatusBorder = 2;
-constexpr ColourValue PanelBack = 15394274;
 
 constexpr SideBar::BarColours FirstBar = {0xFFFFFF, 13151909, 6956042, true};
 constexpr SideBar::BarColours OtherBars = {PanelBack, 13750737, 0xFFFFFF, false};
@@ -61,9 +62,11 @@ void OpenInBrowser(const std::string& address) {
 
 }  // namespace
 
-FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
+FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages,
+                 std::function<void()> commandLineHelp)
     : shared_(shared),
       pages_(std::move(pages)),
+      commandLineHelp_(std::move(commandLineHelp)),
       ui_(std::make_unique<Ui::FrmMain>()),
       helpKey_(Qt::Key_F1, this) {
     ui_->setupUi(this);
@@ -73,6 +76,12 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
     panel1_->setObjectName("Panel1");
     panel2_ = std::make_unique<JoinPage>(shared_, dialogs, *panel1_, ui_->centralwidget);
     panel2_->setObjectName("Panel2");
+    panel4_ = std::make_unique<PreferencesPage>(
+        shared_, dialogs, static_cast<PreferencesFrame&>(*this), ui_->centralwidget);
+    panel4_->setObjectName("Panel4");
+    connect(panel4_.get(), &PreferencesPage::SecurityChanged, panel1_.get(),
+            &SplitPage::SecurityOption);
+    monitor_ = std::make_unique<FrmMonitor>(shared_, ui_->centralwidget);
     if (!pages_.open) {
         pages_.open = OpenInBrowser;
     }
@@ -83,6 +92,8 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages)
 
 // A job whose own window was closed may still run when this one closes; by now it has ended.
 FrmMain::~FrmMain() {
+    monitor_.reset();
+    panel4_.reset();
     panel2_.reset();
     panel1_.reset();
     shared_.Drop();
@@ -104,8 +115,10 @@ void FrmMain::ConnectMenu() {
     connect(ui_->mnuTips, &QAction::triggered, this, &FrmMain::ShowTips);
     connect(ui_->PicHelp, &QAbstractButton::clicked, this, &FrmMain::PicHelp_Click);
     connect(&helpKey_, &QShortcut::activated, this, [this] { ShowPage("CONTENTS"); });
-    connect(ui_->vbalExplorerBarCtl1, &SideBar::ItemClick, this,
-            [this](const std::string& key) { ShowPage(key); });
+    connect(ui_->vbalExplorerBarCtl1, &SideBar::ItemClick, this, [this](const std::string& key) {
+        panel4_->LeavePage();
+        ShowPage(key);
+    });
     qApp->installEventFilter(this);
 }
 
@@ -118,6 +131,8 @@ void FrmMain::Form_Initialize() {
 
 void FrmMain::Form_Load() {
     contents_ = std::make_unique<FrmContents>(this);
+    // A stored password goes into the jobs of this run whether or not its page is looked at.
+    panel4_->LoadCompressionSettings();
     SetTitle();
     if (auto* source = panel1_->findChild<QWidget*>("txtSourceFile")) {
         source->setFocus();
@@ -128,6 +143,7 @@ void FrmMain::Form_Activate() {
     Processes& processes = *shared_.Platform().processes;
     processes.SetThreadPriority(2);
     processes.SetPriorityClass(PriorityClass::High);
+    monitor_->Start();
     panel1_->WindowActivated();
 }
 
@@ -138,10 +154,7 @@ void FrmMain::BuildSideBar() {
     bar.AddItem("JOIN", "&Join", ":/icons/join.svg");
     bar.AddItem("SETTINGS", "&Preferences", ":/icons/preferences.svg");
     bar.AddBar("SYS", "Performance Monitor", OtherBars);
-    QPalette palette = ui_->FrameMonitor->palette();
-    palette.setColor(QPalette::Window, PaintColour(PanelBack));
-    ui_->FrameMonitor->setPalette(palette);
-    bar.AddControl(*ui_->FrameMonitor);
+    bar.AddControl(*monitor_);
     bar.AddBar("HELP", "Help and Support", OtherBars);
     bar.AddItem("CONTENTS", "Help && Tutorials", ":/icons/help.svg");
     bar.AddItem("SUPPORT", "S&upport Center", ":/icons/support.svg");
@@ -155,6 +168,9 @@ void FrmMain::ShowPage(std::string_view key) {
     PlacePanels();
     SetStatusText("Ready");
     if (const PageRow* page = FindPage(key)) {
+        if (key == "SETTINGS") {
+            panel4_->TabStrip1_Click();
+        }
         ShowPanel(*page);
         ui_->PicHelp->setProperty("HelpContextID", page->helpContext);
     } else if (key == "ABOUT") {
@@ -172,7 +188,12 @@ void FrmMain::ShowPage(std::string_view key) {
 
 void FrmMain::ShowPanel(const PageRow& page) {
     for (QWidget* panel : Panels()) {
-        panel->setVisible(panel->objectName() == ToQt(page.panel));
+        const bool isShown = panel->objectName() == ToQt(page.panel);
+        panel->setVisible(isShown);
+        // A hidden control hands the keyboard to whatever comes next.
+        if (isShown && !panel->isAncestorOf(focusWidget())) {
+            panel->setFocus();
+        }
     }
     ui_->MenuLabel->setText(ToQt(page.label));
     ui_->MenuLabelDesc->setText(ToQt(page.description));
@@ -181,10 +202,37 @@ void FrmMain::ShowPanel(const PageRow& page) {
 
 void FrmMain::ShowCompressionSettings() {
     ShowPage("SETTINGS");
+    panel4_->ShowSettingsTab("COMPRESSION");
 }
 
 void FrmMain::ResetJoinPage() {
     panel2_->JoinPageReset();
+}
+
+void FrmMain::LoadPriority() {
+    monitor_->LoadPriority();
+}
+
+void FrmMain::ShowCommandLineHelp() {
+    commandLineHelp_();
+}
+
+void FrmMain::UntickCompress() {
+    panel1_->UntickCompress();
+}
+
+void FrmMain::ShowDestinationUnit(std::string_view path) {
+    panel1_->ShowDestinationUnit(path);
+}
+
+void FrmMain::ReturnToPrompt() {
+    if (panel1_->TakeCompressionSetupPending()) {
+        ShowPanel(FirstPage());
+    }
+}
+
+void FrmMain::UpdateSummary() {
+    SetTitle();
 }
 
 void FrmMain::SetStatusText(std::string_view text) {
@@ -201,7 +249,7 @@ void FrmMain::OpenSource(std::string_view path) {
 }
 
 std::array<QWidget*, 3> FrmMain::Panels() const {
-    return {panel1_.get(), panel2_.get(), ui_->Panel4};
+    return {panel1_.get(), panel2_.get(), panel4_.get()};
 }
 
 void FrmMain::PlacePanels() {

@@ -3,12 +3,14 @@
 #include <QMainWindow>
 #include <QShortcut>
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "controls/FileDialogs.h"
 #include "engine/SharedProgress.h"
+#include "settings/PreferencesFrame.h"
 #include "settings/SharedObjects.h"
 #include "window/PageFrame.h"
 #include "window/WebPages.h"
@@ -20,19 +22,22 @@ class FrmMain;
 }
 
 class FrmContents;
+class FrmMonitor;
 class JoinPage;
+class PreferencesPage;
 class SplitPage;
 struct PageRow;
 
 /// The program's window: three pages stacked in one place, a side bar, a menu, a heading band and a
 /// status line. It saves nothing on closing: each setting was stored at the moment it changed.
-class FrmMain final : public QMainWindow, public PageFrame {
+class FrmMain final : public QMainWindow, public PageFrame, private PreferencesFrame {
     Q_OBJECT
 
   public:
-    /// `shared` and `dialogs` must outlive the window. Raises what a reset of the split page
-    /// raises.
-    FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages);
+    /// `shared` and `dialogs` must outlive the window. `commandLineHelp` shows the help on the
+    /// command line and returns when it has closed. Raises what a reset of the split page raises.
+    FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages,
+            std::function<void()> commandLineHelp);
     FrmMain(const FrmMain&) = delete;
     FrmMain& operator=(const FrmMain&) = delete;
     ~FrmMain() override;
@@ -46,6 +51,8 @@ class FrmMain final : public QMainWindow, public PageFrame {
     void ShowPage(std::string_view key) override;
     void ShowCompressionSettings() override;
     void ResetJoinPage() override;
+    void LoadPriority() override;
+    void ShowCommandLineHelp() override;
     void SetStatusText(std::string_view text) override;
     void SetTitle() override;
 
@@ -71,6 +78,10 @@ class FrmMain final : public QMainWindow, public PageFrame {
     void PlacePanels();
     void ShowPanel(const PageRow& page);
     [[nodiscard]] std::array<QWidget*, 3> Panels() const;
+    void UntickCompress() override;
+    void ShowDestinationUnit(std::string_view path) override;
+    void ReturnToPrompt() override;
+    void UpdateSummary() override;
     void ShowAbout();
     void ShowTips();
     void mnuViewSideMenu_Click();
@@ -80,10 +91,13 @@ class FrmMain final : public QMainWindow, public PageFrame {
 
     SharedObjects& shared_;
     WebPages pages_;
+    std::function<void()> commandLineHelp_;
     std::unique_ptr<Ui::FrmMain> ui_;
     SharedProgress defaultProgress_;  ///< never shown
     std::unique_ptr<SplitPage> panel1_;
     std::unique_ptr<JoinPage> panel2_;
+    std::unique_ptr<PreferencesPage> panel4_;
+    std::unique_ptr<FrmMonitor> monitor_;
     std::unique_ptr<FrmContents> contents_;
     QShortcut helpKey_;
     bool leftForBox_ = false;  ///< the front window is a box of this program's own

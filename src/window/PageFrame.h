@@ -21,6 +21,12 @@ class PageFrame {
     /// Puts the join page into its empty state.
     virtual void ResetJoinPage() = 0;
 
+    /// Puts the stored priority into its slider.
+    virtual void LoadPriority() = 0;
+
+    /// Shows the help on the command line and returns when it has closed.
+    virtual void ShowCommandLineHelp() = 0;
+
     /// Writes the status line; a blank text reads "Ready".
     virtual void SetStatusText(std::string_view text) = 0;
 

@@ -38,7 +38,7 @@ struct SideBar::Bar {
 };
 
 SideBar::SideBar(QWidget* parent) : QScrollArea(parent), layout_(&content_) {
-    layout_.setContentsMargins(BarMargin, BarMargin, BarMargin, BarMargin);
+    layout_.setContentsMargins(BarMargin, BarMargin, BarMargin, 0);
     layout_.setSpacing(0);
     layout_.addStretch();
     SetBackground(content_, QColor::fromRgba(Backdrop));
@@ -52,11 +52,13 @@ SideBar::SideBar(QWidget* parent) : QScrollArea(parent), layout_(&content_) {
 SideBar::~SideBar() = default;
 
 void SideBar::AddBar(std::string_view key, std::string_view title, BarColours colours) {
+    if (!bars_.empty()) {
+        layout_.insertSpacing(layout_.count() - 1, BarMargin);
+    }
     const int end = layout_.count() - 1;
     auto& bar = bars_.emplace_back(std::make_unique<Bar>(&content_, key, title, colours));
     layout_.insertWidget(end, &bar->title);
     layout_.insertWidget(end + 1, &bar->body);
-    layout_.insertSpacing(end + 2, BarMargin);
 }
 
 void SideBar::AddItem(std::string_view key, std::string_view caption, std::string_view icon) {
@@ -69,6 +71,7 @@ void SideBar::AddItem(std::string_view key, std::string_view caption, std::strin
 
 void SideBar::AddControl(QWidget& control) {
     bars_.back()->rows.addWidget(&control);
+    setTabOrder(&bars_.back()->title, &control);
     control.show();
 }
 

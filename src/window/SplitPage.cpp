@@ -1,36 +1,14 @@
 #include "window/SplitPage.h"
 
-#include <QKeyEvent>
+#include <QEvent>
 
+#include "controls/Fields.h"
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "ui_SplitPage.h"
 
 namespace zarn {
-
-namespace {
-
-// A field neither gains nor loses the keyboard, as its user sees it, when the window or a menu
-// comes in between.
-bool MovesWithinWindow(const QEvent& event) {
-    const auto reason = static_cast<const QFocusEvent&>(event).reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
-           reason != Qt::MenuBarFocusReason;
-}
-
-bool IsEnter(const QEvent& event) {
-    const int key = static_cast<const QKeyEvent&>(event).key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
-void SelectFilledText(QLineEdit& field) {
-    if (!Trim(FromQt(field.text())).empty()) {
-        field.selectAll();
-    }
-}
-
-}  // namespace
 
 SplitPage::SplitPage(SharedObjects& shared, SharedProgress& defaultProgress, FileDialogs& dialogs,
                      PageFrame& frame, QWidget* parent)
@@ -41,6 +19,7 @@ SplitPage::SplitPage(SharedObjects& shared, SharedProgress& defaultProgress, Fil
       frame_(frame),
       ui_(std::make_unique<Ui::SplitPage>()) {
     ui_->setupUi(this);
+    setFocusProxy(ui_->txtSourceFile);
     ConnectSourceFields();
     ConnectSizeFields();
     ConnectDestinationFields();

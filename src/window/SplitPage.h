@@ -63,6 +63,16 @@ class SplitPage : public QWidget, public DrivePanel, private PieceSizeFields {
     void ShowDrive(std::string_view path) override;
     void BlackenFreeSpace() override;
 
+    /// Whether the question of `ChkCompress` has sent the user to the preferences; forgotten here.
+    [[nodiscard]] bool TakeCompressionSetupPending();
+
+    /// Clears `ChkCompress` and stores that, without its question. A question that led to the
+    /// preferences is forgotten with it.
+    void UntickCompress();
+
+    /// Shows type and free space of a path's drive; capacity and colours stay.
+    void ShowDestinationUnit(std::string_view path);
+
     /// Enables the start buttons where the fields make a job, and clears the fields' colours.
     void RefreshStartButtons();
 
@@ -140,6 +150,7 @@ class SplitPage : public QWidget, public DrivePanel, private PieceSizeFields {
     // The start: SplitPageStart.cpp
     void ConnectStart();
     void CmdStartSplitt_Click();
+    void cmdCreateCommand_Click();
     [[nodiscard]] StartFields FieldsAtStart();
     void PrepareDestination();  ///< asks about a folder that is not there
     [[nodiscard]] SplitJob Job(double pieceBytes);

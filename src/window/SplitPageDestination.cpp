@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -35,10 +37,8 @@ void SplitPage::WriteDestination(std::string_view text) {
 }
 
 void SplitPage::FillDrivePanel(std::string_view path) {
-    Files& files = shared_.Files();
-    ui_->txtFileSystemDest->setText(ToQt(files.GetUnitType(path)));
-    ui_->txtFreeSpaceDest->setText(ToQt(files.GetUnitFreeSpace(path)));
-    ui_->txtDriveCapacityDestination->setText(ToQt(files.GetUnitCapacity(path)));
+    ShowDestinationUnit(path);
+    ui_->txtDriveCapacityDestination->setText(ToQt(shared_.Files().GetUnitCapacity(path)));
 }
 
 void SplitPage::EmptyDrivePanel() {
@@ -50,6 +50,12 @@ void SplitPage::EmptyDrivePanel() {
 
 bool SplitPage::MediaIsNotReady() const {
     return ui_->txtFreeSpaceDest->text() == "Media not Ready";
+}
+
+void SplitPage::ShowDestinationUnit(std::string_view path) {
+    Files& files = shared_.Files();
+    ui_->txtFileSystemDest->setText(ToQt(files.GetUnitType(path)));
+    ui_->txtFreeSpaceDest->setText(ToQt(files.GetUnitFreeSpace(path)));
 }
 
 void SplitPage::ShowDrive(std::string_view path) {
@@ -144,7 +150,7 @@ void SplitPage::txtDestinationFolder_KeyDown() {
     SetTextColour(*ui_->txtDestinationFolder, Black);
     SetTextColour(*ui_->txtFreeSpaceDest, Black);
     const std::string folder = Destination();
-    if (Length(Trim(folder)) < 2 || IsMalformedFolder(folder)) {
+    if (IsNoFolderPath(folder)) {
         SetTextColour(*ui_->txtDestinationFolder, Red);
         return;
     }
@@ -223,6 +229,15 @@ void SplitPage::ChkCompress_Click() {
         }
     }
     parameters.CompressDestination(ui_->ChkCompress->isChecked() ? 1 : 0);
+}
+
+bool SplitPage::TakeCompressionSetupPending() {
+    return std::exchange(bCompressionSetupPending_, false);
+}
+
+// The question is only for a box that is being ticked.
+void SplitPage::UntickCompress() {
+    ui_->ChkCompress->setChecked(false);
 }
 
 bool SplitPage::WantsCompressionSettings() {

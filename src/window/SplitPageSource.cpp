@@ -222,8 +222,7 @@ void SplitPage::SelectUnit() {
 
 void SplitPage::LoadOptions() {
     Parameters& parameters = shared_.Parameters();
-    // Nothing shows the priority here; to read it is to apply it.
-    static_cast<void>(parameters.PriorityProcessor());
+    frame_.LoadPriority();
     ui_->ChkDeleteSource->setChecked(parameters.DeleteSource() == 1);
     ui_->ChkCompress->setChecked(parameters.CompressDestination() == 1);
     ui_->ChkDestinationFolder->setChecked(parameters.DestinationFolderUseSource() == 1);

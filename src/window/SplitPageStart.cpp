@@ -1,5 +1,7 @@
+#include "controls/GuardedApplication.h"
 #include "controls/QtText.h"
 #include "engine/FrmProgress.h"
+#include "join/FrmCommandLine.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "settings/FolderRules.h"
@@ -11,6 +13,8 @@ namespace zarn {
 
 void SplitPage::ConnectStart() {
     connect(ui_->CmdStartSplitt, &QAbstractButton::clicked, this, &SplitPage::CmdStartSplitt_Click);
+    connect(ui_->cmdCreateCommand, &QAbstractButton::clicked, this,
+            &SplitPage::cmdCreateCommand_Click);
 }
 
 void SplitPage::CmdStartSplitt_Click() {
@@ -101,6 +105,25 @@ SplitJob SplitPage::Job(double pieceBytes) {
             .reserved = false,
             .sfv = ui_->ChkSFV->isChecked(),
             .criterion = sSplitCriteria_};
+}
+
+void SplitPage::cmdCreateCommand_Click() {
+    const CommandLineSettings settings = {.source = Source(),
+                                          .destination = Destination(),
+                                          .partSize = ui_->CmbPartSize->Text(),
+                                          .bySize = ui_->OptSize->isChecked(),
+                                          .inGigabytes = ui_->OptGB->isChecked(),
+                                          .byParts = ui_->OptParts->isChecked(),
+                                          .partsNumber = txtPartsNumber(),
+                                          .compress = ui_->ChkCompress->isChecked(),
+                                          .level = shared_.Parameters().CompressLevel(),
+                                          .sfv = ui_->ChkSFV->isChecked(),
+                                          .deleteSource = ui_->ChkDeleteSource->isChecked(),
+                                          .deleteParts = ui_->ChkDeleteJoin->isChecked()};
+    FrmCommandLine(
+        shared_, dialogs_, settings, [this] { frame_.ShowCommandLineHelp(); }, window())
+        .exec();
+    GuardedApplication::RethrowRaised();
 }
 
 void SplitPage::FinishJob() {

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -16,6 +18,7 @@ namespace zarn::testing {
 namespace {
 
 constexpr FileFilter AllFiles{"All Files (*.*)", "*.*"};
+constexpr FileFilter BatchFiles{"Batch files (*.bat)", "*.bat"};
 
 class QtFileDialogsTest : public ::testing::Test {
   protected:
@@ -56,7 +59,32 @@ TEST_F(QtFileDialogsTest, GiveThePathInTheProgramsForm) {
     EXPECT_EQ(dialogs.PickFolder(nullptr, "Title", folder.Drive()), folder.Drive("deep"));
     Next([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, ""), std::nullopt);
+    Type(folder.System("deep/new"));
+    EXPECT_EQ(dialogs.SaveFile(nullptr, "Title", BatchFiles, ""), folder.Drive("deep\\new"));
+    EXPECT_FALSE(folder.Has("deep/new"));
     EXPECT_TRUE(test.boxes->shown.empty());
+}
+
+TEST_F(QtFileDialogsTest, AskBeforeAFileIsReplaced) {
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+        Next([&](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.directory().path().toStdString(), folder.System("deep"));
+            EXPECT_EQ(dialog.nameFilters().value(0), "Batch files (*.bat) (*.bat)");
+            dialog.selectFile(QString::fromStdString(folder.System("deep/Read me")));
+            QTimer::singleShot(0, [&] {
+                auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                ASSERT_NE(question, nullptr);
+                question->button(answer)->click();
+            });
+            QMetaObject::invokeMethod(&dialog, "accept");
+            if (answer == QMessageBox::No) {
+                EXPECT_TRUE(dialog.isVisible());
+                dialog.reject();
+            }
+        });
+        const auto picked = dialogs.SaveFile(nullptr, "Title", BatchFiles, folder.Drive("DEEP\\"));
+        EXPECT_EQ(picked.has_value(), answer == QMessageBox::Yes);
+    }
 }
 
 TEST_F(QtFileDialogsTest, RefuseANameWithABackslash) {

@@ -12,11 +12,12 @@ constexpr const char* BadName = "Invalid Characters in destination folder,\rPlea
 
 class JoinPageDestination : public JoinPageFixture {
   protected:
-    void Write(const std::string& folder) { SetText("txtDestinationFolderJoin", folder); }
+    using JoinPageFixture::Write;
+    void Write(const std::string& folder) { Write("txtDestinationFolderJoin", folder); }
     std::string Destination() { return Text("txtDestinationFolderJoin"); }
     ColourValue DestinationColour() { return Colour("txtDestinationFolderJoin"); }
     bool CanJoin() { return IsEnabled("CmdJoin"); }
-    void OpenSet() { SetText("txtFileToJoin", MakeSet()); }
+    void OpenSet() { Write("txtFileToJoin", MakeSet()); }
 
     // Joins, closes the window when it is done, and keeps what it was given.
     void Join() {
@@ -99,7 +100,7 @@ TEST_F(JoinPageDestination, FollowsTheBox) {
     Write(Here() + "saved");
     EXPECT_FALSE(UsesJoinFolder() || IsEnabled("CmdDestinationFolderJoin"));
     // The next file finds the choice of the last one, and the folder.
-    SetText("txtFileToJoin", "");
+    Write("txtFileToJoin", "");
     OpenSet();
     EXPECT_EQ(Destination(), Here() + "saved");
     EXPECT_TRUE(IsEnabled("CmdDestinationFolderJoin"));

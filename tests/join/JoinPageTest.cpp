@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTimer>
+#include <QTreeView>
 #include <filesystem>
 #include <set>
 
@@ -84,7 +85,7 @@ class JoinPageTest : public JoinPageFixture {
             EXPECT_FALSE(IsEnabled(name)) << name;
         }
         for (const char* name : {"txtJoinParts", "txtJoinSize", "txtJoinIntegrity", "txtJoinCRC"}) {
-            EXPECT_EQ(Label(name), "") << name;
+            EXPECT_EQ(LabelText(name), "") << name;
         }
     }
     // Double-clicks a row and returns what the window that opens says.
@@ -148,12 +149,11 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
             std::string message, stored;
         };
         const std::string dropStores = row.dropped.empty() || row.dropped == kind ? "X" : path;
-        for (const Way& way :
-             {Way{"browsed", [&] { Browse(path); }, row.browsed,
-                  row.browsed == nothing ? "X" : R"(C:\)"},
-              Way{"typed", [&] { SetText("txtFileToJoin", path); }, row.typed, "X"},
-              Way{"dropped", [&] { Drop({Folder().System(row.name)}); }, row.dropped,
-                  dropStores}}) {
+        for (const Way& way : {Way{"browsed", [&] { Browse(path); }, row.browsed,
+                                   row.browsed == nothing ? "X" : R"(C:\)"},
+                               Way{"typed", [&] { Write("txtFileToJoin", path); }, row.typed, "X"},
+                               Way{"dropped", [&] { Drop({Folder().System(row.name)}); },
+                                   row.dropped, dropStores}}) {
             SCOPED_TRACE(row.name + " " + way.name);
             Settings().LastOpenFolderMergeFile("X");
             Open();
@@ -173,10 +173,10 @@ TEST_F(JoinPageTest, RefusesShareOnlyAfterTheFormat) {
         EXPECT_EQ(Colour("txtFileToJoin"), Red);
         EXPECT_FALSE(IsEnabled("CmdJoin"));
     };
-    SetText("txtFileToJoin", path);
+    Write("txtFileToJoin", path);
     EXPECT_EQ(Said(), std::vector<std::string>{"Please select local units ..."});
     disk->shared = R"(C:\nowhere\)";
-    SetText("txtFileToJoin", path);
+    Write("txtFileToJoin", path);
     EXPECT_EQ(Said(), std::vector<std::string>{"Invalid or corrupted Join file ..."});
     ExpectEmptyPage();
     EXPECT_EQ(Colour("txtFileToJoin"), Black);
@@ -197,8 +197,8 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     EXPECT_EQ(Dialogs().asked.back(),
               R"(Select File to Join|Zarn Join Files (*.bat)|*.bat|C:\sets\last.bat)");
     EXPECT_EQ(Settings().LastOpenFolderMergeFile(), path);
-    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinSize"), " 2 3 KB");
-    EXPECT_EQ(Label("txtJoinIntegrity") + Label("txtJoinCRC"), "Parts OK- Not Present -");
+    EXPECT_EQ(LabelText("txtJoinParts") + LabelText("txtJoinSize"), " 2 3 KB");
+    EXPECT_EQ(LabelText("txtJoinIntegrity") + LabelText("txtJoinCRC"), "Parts OK- Not Present -");
     EXPECT_EQ(Colour("txtJoinIntegrity"), ReportGreen);
     EXPECT_EQ(Row(0) + " " + Row(1), "Movie.avi_Part1|3 KB| Movie.avi_Part2|0 Bytes|");
     EXPECT_EQ(RedCells(0), "---");
@@ -211,10 +211,10 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     std::filesystem::remove(Folder().System("Movie.avi_Part1"));
     Folder().Write("Movie.avi_Part2", std::string(999, 'x'));
     Folder().Write("Movie.avi_Part0.sfv", "");
-    EXPECT_EQ(Label("txtJoinIntegrity"), "Parts OK");
+    EXPECT_EQ(LabelText("txtJoinIntegrity"), "Parts OK");
     Drop({Folder().System("Movie.avi_Part0.bat")});
-    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinSize"), " 2 999 Bytes");
-    EXPECT_EQ(Label("txtJoinIntegrity") + Label("txtJoinCRC"), "Errors!Present");
+    EXPECT_EQ(LabelText("txtJoinParts") + LabelText("txtJoinSize"), " 2 999 Bytes");
+    EXPECT_EQ(LabelText("txtJoinIntegrity") + LabelText("txtJoinCRC"), "Errors!Present");
     EXPECT_EQ(Colour("txtJoinIntegrity"), ReportRed);
     EXPECT_EQ(Row(0) + " " + Row(1),
               "Movie.avi_Part1|***|File Lost or corrupted! Movie.avi_Part2|999 Bytes|");
@@ -224,7 +224,7 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     EXPECT_EQ(LogOf(0), " Error Log|File Lost or corrupted!");
     EXPECT_EQ(LogOf(1), "");
     Folder().MakeFolder("other");
-    SetText("txtDestinationFolderJoin", Here() + "other");
+    Write("txtDestinationFolderJoin", Here() + "other");
     EXPECT_FALSE(IsEnabled("CmdJoin"));
     Click("CmdResetJoin");
     ExpectEmptyPage();
@@ -236,7 +236,7 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
     std::filesystem::remove(Folder().System("Movie.avi_Part2"));
     bool couldJoin = true;
     QTimer::singleShot(0, &Page(), [&] { couldJoin = IsEnabled("CmdJoin"); });
-    SetText("txtFileToJoin", set);
+    Write("txtFileToJoin", set);
     EXPECT_FALSE(couldJoin);
     EXPECT_EQ(Rows().rowCount(), 2);
     QTimer::singleShot(0, &Page(), [&] { Click("CmdResetJoin"); });
@@ -247,8 +247,8 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
 TEST_F(JoinPageTest, ReportsThousandPartsAsLost) {
     Folder().Write("Big_Part0000.bat", Script("1000", "Big"));
     Folder().Write("Big_Part0001", "x");
-    SetText("txtFileToJoin", Folder().Drive("Big_Part0000.bat"));
-    EXPECT_EQ(Label("txtJoinParts") + Label("txtJoinIntegrity"), " 1000Errors!");
+    Write("txtFileToJoin", Folder().Drive("Big_Part0000.bat"));
+    EXPECT_EQ(LabelText("txtJoinParts") + LabelText("txtJoinIntegrity"), " 1000Errors!");
     ASSERT_EQ(Rows().rowCount(), 1000);
     EXPECT_EQ(Row(999), "Big_Part|***|File Lost or corrupted!");
     EXPECT_FALSE(IsEnabled("CmdJoin"));

@@ -6,11 +6,14 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
 
+#include "controls/HSlider.h"
 #include "controls/QtText.h"
+#include "monitor/FrmMonitor.h"
 #include "support/forms/SplitPageFixture.h"
 #include "window/FrmContents.h"
 #include "window/FrmMain.h"
@@ -53,7 +56,8 @@ class FrmMainTest : public ::testing::Test {
         window_ = std::make_unique<FrmMain>(
             *shared, dialogs_,
             WebPages{"https://news", "https://support",
-                     [this](const auto& page) { calls.push_back("open " + page); }});
+                     [this](const auto& page) { calls.push_back("open " + page); }},
+            [this] { calls.emplace_back("help"); });
         window_->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
         return *window_;
@@ -87,6 +91,8 @@ class FrmMainTest : public ::testing::Test {
         step();
         return shown;
     }
+
+    RecordingBoxes& Boxes() { return *platform_.boxes; }
 
     std::vector<std::string> calls;
     std::optional<SharedObjects> shared;
@@ -282,6 +288,62 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
     EXPECT_TRUE(Help().isVisible());
 }
 
+TEST_F(FrmMainTest, AsksAboutUnsavedPreferencesInTheSideBarAlone) {
+    auto& level = dynamic_cast<HSlider&>(Find("Slider1"));
+    for (const BoxAnswer answer : {BoxAnswer::Yes, BoxAnswer::No}) {
+        QTest::mouseClick(&Find("Item_SETTINGS"), Qt::LeftButton);
+        EXPECT_TRUE(Find("Panel4").isVisible());
+        EXPECT_EQ(Window().focusWidget(), &Find("TabStrip1"));
+        level.Value(answer == BoxAnswer::Yes ? 3 : 7);
+        emit level.Scroll();
+        Boxes().answers = {answer};
+        QTest::mouseClick(&Find("Item_SPLIT"), Qt::LeftButton);
+        EXPECT_EQ(Boxes().shown.back().text, "Apply Settings ? ");
+        EXPECT_TRUE(Find("Panel1").isVisible());
+        EXPECT_EQ(Window().focusWidget(), &Find("txtSourceFile"));
+        EXPECT_EQ(shared->Parameters().CompressLevel(), 3);
+    }
+    Entry("mnuPreferences").trigger();
+    level.Value(9);
+    emit level.Scroll();
+    Entry("mnuSplit").trigger();
+    EXPECT_EQ(Boxes().shown.size(), 2U);
+}
+
+TEST_F(FrmMainTest, QuestionAboutTheLevelLeadsToThePreferencesAndBack) {
+    auto& compress = dynamic_cast<QAbstractButton&>(Find("ChkCompress"));
+    shared->Parameters().CompressLevel(0);
+    Boxes().answers = {BoxAnswer::Yes};
+    compress.setChecked(true);
+    EXPECT_TRUE(Find("Slider1").isVisible());
+    dynamic_cast<HSlider&>(Find("Slider1")).Value(6);
+    auto& apply = dynamic_cast<QAbstractButton&>(Find("CmdApply"));
+    apply.click();
+    EXPECT_TRUE(Find("Panel1").isVisible());
+    EXPECT_EQ(Label("MenuLabel"), "Split Files");
+    EXPECT_EQ(shared->Parameters().CompressDestination(), 1);
+    // The way back is for that one time; and level 0 unticks the box without the question.
+    Entry("mnuPreferences").trigger();
+    dynamic_cast<HSlider&>(Find("Slider1")).Value(0);
+    apply.click();
+    EXPECT_TRUE(Find("Panel4").isVisible());
+    EXPECT_FALSE(compress.isChecked());
+    EXPECT_TRUE(Label("txtFileSystemDest").starts_with("Fixed"));
+    EXPECT_EQ(shared->Parameters().CompressDestination(), 0);
+    EXPECT_EQ(Boxes().shown.size(), 1U);
+}
+
+TEST_F(FrmMainTest, StartsWithTheStoredPasswordAndPriority) {
+    shared->Parameters().CompressPasswordProtect(1);
+    shared->Parameters().PriorityProcessor(3);
+    Open();
+    EXPECT_TRUE(dynamic_cast<QAbstractButton&>(Find("ChkSecurity")).isChecked());
+    EXPECT_EQ(Label("txtPriorityDesc"), "Level 3 (High)");
+    Find("cmdCreateCommand").setEnabled(true);
+    EXPECT_EQ(Modal([&] { QTest::mouseClick(&Find("cmdCreateCommand"), Qt::LeftButton); }),
+              "zarn::FrmCommandLine");
+}
+
 TEST_F(FrmMainTest, HelpOpensByF1AndByThePicture) {
     for (const auto& [key, context] :
          {std::pair{"SPLIT", 10008}, {"JOIN", 10017}, {"SETTINGS", 10017}}) {
@@ -353,6 +415,7 @@ TEST_F(FrmMainTest, RaisesThePriorityEachTimeItComesToTheFront) {
     Window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
     EXPECT_EQ(calls, once);
+    EXPECT_TRUE(Window().findChild<FrmMonitor*>()->findChild<QTimer*>("Timer1")->isActive());
 }
 
 TEST_F(FrmMainTest, NoTextIsCutOff) {
@@ -365,6 +428,9 @@ TEST_F(FrmMainTest, NoTextIsCutOff) {
             Open();
             EXPECT_GE(Find("Panel1").height(), Find("Panel1").minimumSizeHint().height()) << family;
             EXPECT_GE(Find("Panel1").width(), Find("Panel1").minimumSizeHint().width()) << family;
+            EXPECT_FALSE(static_cast<SideBar&>(Find("vbalExplorerBarCtl1"))
+                             .verticalScrollBar()
+                             ->isVisible());
             for (const char* key : {"JOIN", "SETTINGS", "SPLIT"}) {
                 Window().ShowPage(key);
                 for (const char* control : {"ChkDestinationFolder", "txtFileToJoin",

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QTextEdit>
 #include <QTimer>
 #include <functional>
 
@@ -95,6 +96,42 @@ class SplitPageStart : public SplitPageFixture {
         }
     }
 };
+
+TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
+    Settings().CompressLevel(7);
+    const std::string source = OpenSource(5'000'000);
+    Find<QAbstractButton>("ChkDestinationFolder").setChecked(false);
+    Type("txtDestinationFolder", Folder().Drive());
+    const std::string paths = "ZarnFileSplitter /F=" + source + " /D=" + Folder().Drive() + " ";
+    const auto shown = [this] {
+        std::string line;
+        QTimer::singleShot(0, [&line] {
+            QWidget* form = QApplication::activeModalWidget();
+            const auto lines = form->findChild<QTextEdit*>("RTB")->toPlainText().split('\n');
+            line = FromQt(lines.value(5));
+            QTest::mouseClick(form->findChild<QWidget*>("CmdHelp"), Qt::LeftButton);
+            form->close();
+        });
+        Click("cmdCreateCommand");
+        EXPECT_EQ(Frame().calls.back(), "help");
+        return line;
+    };
+    Click("OptSize");
+    Click("OptMB");
+    PartSize().WriteText("1.44 MB - Diskette");
+    Click("ChkDeleteSource");
+    EXPECT_EQ(shown(), paths + "/PS=1.44MB /DS ");
+    Click("ChkDeleteSource");
+    Click("ChkDeleteJoin");
+    Click("OptParts");
+    Type("txtPartsNumber", "12");
+    Click("ChkSFV");
+    EXPECT_EQ(shown(), paths + "/PN=12 /SFV /DP ");
+    Click("ChkSFV");
+    Click("ChkDeleteJoin");
+    Click("ChkCompress");
+    EXPECT_EQ(shown(), paths + "/PN=12 /C /CL=7 ");
+}
 
 TEST_F(SplitPageStart, StopsAtTheFirstFailedCheck) {
     Take(TestBytes(2 * Megabyte));

@@ -15,9 +15,12 @@ class AnsweringDialogs : public FileDialogs {
   public:
     std::optional<std::string> OpenFile(QWidget* /*owner*/, std::string_view title,
                                         FileFilter filter, std::string_view start) override {
-        asked.push_back(std::string(title) + "|" + std::string(filter.label) + "|" +
-                        std::string(filter.pattern) + "|" + std::string(start));
-        return Answer();
+        return Ask(title, filter, start);
+    }
+
+    std::optional<std::string> SaveFile(QWidget* /*owner*/, std::string_view title,
+                                        FileFilter filter, std::string_view start) override {
+        return Ask(title, filter, start);
     }
 
     std::optional<std::string> PickFolder(QWidget* /*owner*/, std::string_view title,
@@ -30,6 +33,13 @@ class AnsweringDialogs : public FileDialogs {
     std::vector<std::string> asked;
 
   private:
+    std::optional<std::string> Ask(std::string_view title, FileFilter filter,
+                                   std::string_view start) {
+        asked.push_back(std::string(title) + "|" + std::string(filter.label) + "|" +
+                        std::string(filter.pattern) + "|" + std::string(start));
+        return Answer();
+    }
+
     std::optional<std::string> Answer() {
         if (answers.empty()) {
             return {};

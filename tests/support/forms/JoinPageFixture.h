@@ -1,27 +1,13 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
 #include <QDropEvent>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QTest>
-#include <QTreeView>
-#include <cstdlib>
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "controls/Colours.h"
 #include "controls/PanelText.h"
-#include "controls/QtMessageQueue.h"
-#include "controls/QtText.h"
 #include "join/JoinPage.h"
-#include "support/TestPlatform.h"
-#include "support/forms/AnsweringDialogs.h"
+#include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
 
@@ -34,52 +20,15 @@ class RecordingPanel : public DrivePanel {
     std::vector<std::string> calls;
 };
 
-/// A shown page in its empty state, over the real platform with settings of its own. A test that
-/// changes the settings calls `Open` afterwards to have a new page.
-class JoinPageFixture : public ::testing::Test {
+/// The join page in its empty state.
+class JoinPageFixture : public PageFixture<JoinPage> {
   protected:
-    JoinPageFixture() { platform_.platform.messageQueue = std::make_unique<QtMessageQueue>(); }
+    std::unique_ptr<JoinPage> Make() override {
+        return std::make_unique<JoinPage>(Shared(), Dialogs(), panel_, nullptr);
+    }
+    void BringUp(JoinPage& page) override { page.JoinPageReset(); }
 
-    JoinPage& Open() {
-        page_.reset();
-        page_ = std::make_unique<JoinPage>(Shared(), dialogs_, panel_, nullptr);
-        page_->resize(PageWidth, PageHeight);
-        page_->show();
-        QApplication::setActiveWindow(page_.get());
-        page_->JoinPageReset();
-        return *page_;
-    }
-    JoinPage& Page() { return page_ ? *page_ : Open(); }
-
-    /// The platform, until `Shared` is called for the first time.
-    Platform& PlatformParts() { return platform_.platform; }
-    SharedObjects& Shared() {
-        if (!shared_) {
-            shared_.emplace(std::move(platform_.platform));
-        }
-        return *shared_;
-    }
-    Parameters& Settings() { return Shared().Parameters(); }
-
-    template <typename Control>
-    Control& Find(const char* name) {
-        auto* control = Page().findChild<Control*>(name);
-        if (control == nullptr) {
-            ADD_FAILURE() << "no control " << name;
-            std::abort();
-        }
-        return *control;
-    }
-    QWidget& Widget(const char* name) { return Find<QWidget>(name); }
-    bool IsEnabled(const char* name) { return Widget(name).isEnabled(); }
-    bool UsesJoinFolder() { return Find<QAbstractButton>("ChkJoinDestination").isChecked(); }
-    std::string Text(const char* name) { return FromQt(Find<QLineEdit>(name).text()); }
-    void SetText(const char* name, const std::string& text) {
-        Find<QLineEdit>(name).setText(ToQt(text));
-    }
-    std::string Label(const char* name) { return FromQt(Find<PanelText>(name).text()); }
-    ColourValue Colour(const char* name) { return TextColour(Widget(name)); }
-    void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
+    bool UsesJoinFolder() { return Button("ChkJoinDestination").isChecked(); }
 
     void Browse(const std::string& path) {
         Dialogs().answers = {path};
@@ -128,21 +77,10 @@ class JoinPageFixture : public ::testing::Test {
         Boxes().shown.clear();
         return texts;
     }
-    RecordingBoxes& Boxes() { return *platform_.boxes; }
-    AnsweringDialogs& Dialogs() { return dialogs_; }
     RecordingPanel& Panel() { return panel_; }
-    TestFolder& Folder() { return files_; }
-
-    static constexpr int PageWidth = 384;
-    static constexpr int PageHeight = 304;
 
   private:
-    TestPlatform platform_;
-    TestFolder files_;
-    std::optional<SharedObjects> shared_;
-    AnsweringDialogs dialogs_;
     RecordingPanel panel_;
-    std::unique_ptr<JoinPage> page_;
 };
 
 }  // namespace zarn::testing

@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextEdit>
+#include <set>
+
+#include "controls/QtText.h"
+#include "controls/chameleonButton.h"
+#include "join/FrmCommandLine.h"
+#include "runtime/Text.h"
+#include "support/RunProgram.h"
+#include "support/TestPlatform.h"
+#include "support/forms/AnsweringDialogs.h"
+
+namespace zarn::testing {
+namespace {
+
+class FrmCommandLineTest : public ::testing::Test {
+  protected:
+    FrmCommandLineTest() {
+        settings.source = "C:\\\xF0\x9F\x8E\xAC\xFF\\Remo.dat";  // a surrogate pair, and no UTF-8
+        settings.partSize = "0.01 MB";
+        settings.bySize = true;
+    }
+
+    void Open() {
+        viewer = std::make_unique<FrmCommandLine>(
+            shared, dialogs, settings, [this] { ++helps; }, nullptr);
+        viewer->show();
+    }
+    QTextEdit& View() { return *viewer->findChild<QTextEdit*>("RTB"); }
+    void Press(const char* name) {
+        QTest::mouseClick(viewer->findChild<QWidget*>(name), Qt::LeftButton);
+    }
+    // Saves a batch file under the name that the dialog gives. Returns the message, if any.
+    std::string Save(const std::optional<std::string>& name) {
+        dialogs.answers = {name};
+        test.boxes->shown.clear();
+        Press("CmdBatchFile");
+        return test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
+    }
+
+    TestPlatform test;
+    TestFolder folder;
+    SharedObjects shared{std::move(test.platform)};
+    AnsweringDialogs dialogs;
+    CommandLineSettings settings;
+    int helps = 0;
+    std::unique_ptr<FrmCommandLine> viewer;
+};
+
+TEST_F(FrmCommandLineTest, ShowsTheViewInColour) {
+    Open();
+    EXPECT_EQ(viewer->windowTitle(), " Command Line Viewer");
+    EXPECT_EQ(FromQt(View().toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));
+    EXPECT_EQ(View().textCursor().position(), 0);
+    QTextCursor cursor(View().document());
+    const QBrush plain;
+    for (const auto& [before, colour] : {std::pair("/F", QBrush(Qt::blue)),
+                                         {"/F=", plain},
+                                         {"\\Re", QColor(0, 128, 0)},
+                                         {"\\Rem", plain},
+                                         {"/PS", QColor(0, 0, 255)}}) {
+        cursor = View().document()->find(before, 0, QTextDocument::FindCaseSensitively);
+        cursor.setPosition(cursor.selectionEnd() + 1);
+        EXPECT_EQ(cursor.charFormat().foreground(), colour) << before;
+    }
+}
+
+TEST_F(FrmCommandLineTest, FitsInEveryFont) {
+    const QFont before = QApplication::font();
+    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
+        QFont font = before;
+        font.setFamilies({family});
+        QApplication::setFont(font);
+        Open();
+        EXPECT_EQ(View().font().families(), QStringList({"Verdana", family}));
+        EXPECT_EQ(View().document()->findBlockByNumber(1).layout()->lineCount(), 1);
+        std::set<QString> mnemonics;
+        for (const auto* button : viewer->findChildren<chameleonButton*>()) {
+            EXPECT_GE(button->width(), button->sizeHint().width());
+            mnemonics.insert(button->shortcut().toString());
+        }
+        EXPECT_EQ(mnemonics.size(), 4U);
+    }
+    QApplication::setFont(before);
+}
+
+TEST_F(FrmCommandLineTest, CopiesTheCommandAndOpensHelp) {
+    Open();
+    Press("CmdClipboard");
+    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), CommandLineCommand(settings));
+    ASSERT_EQ(test.boxes->shown.size(), 1U);
+    EXPECT_EQ(test.boxes->shown[0].text, "Clipboard copied        ");
+    Press("CmdHelp");
+    EXPECT_EQ(helps, 1);
+    Press("CmdClose");
+    EXPECT_FALSE(viewer->isVisible());
+}
+
+TEST_F(FrmCommandLineTest, SavesABatchFile) {
+    folder.MakeFolder("other.bat");
+    folder.Write("x.BAT.old", std::string(5000, 'x'));
+    shared.Parameters().SavedBatchFile(folder.Drive("start\\"));
+    Open();
+    for (const std::string name : {"missing\\a.bat", "other"}) {  // no folder; a folder
+        EXPECT_EQ(Save(folder.Drive(name)), "");
+    }
+    EXPECT_EQ(Save(std::nullopt) + Save(""), "");
+    EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive("start\\"));
+    EXPECT_EQ(
+        dialogs.asked.front(),
+        "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + folder.Drive("start\\"));
+    for (const auto& [name, written] :
+         {std::pair("run", "run.bat"), {"x.BAT.old", "x.BAT.old"}, {"y.txt", "y.txt.bat"}}) {
+        EXPECT_EQ(Save(folder.Drive(name)),
+                  "File : " + folder.Drive(written) + "\r\rwas saved successfully!           ");
+        EXPECT_TRUE(folder.Read(written) == CommandLineBatchFile(settings)) << written;
+    }
+    EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive() + "\\");
+}
+
+TEST_F(FrmCommandLineTest, TheSavedLineDoesTheSplit) {
+    folder.Write("film.mkv", TestBytes(25000));
+    settings.source = folder.Drive("film.mkv");
+    settings.partsNumber = "3";
+    for (const bool byParts : {false, true}) {
+        settings.bySize = settings.deleteParts = !byParts;
+        settings.byParts = settings.compress = settings.deleteSource = byParts;
+        settings.destination = folder.Drive(byParts ? "zipped" : "plain");
+        Open();
+        ASSERT_NE(Save(folder.Drive("run")), "");
+        const std::string command = Split(folder.Read("run.bat"), "\r\n").at(5);
+        const std::vector<std::string> words = Split(Trim(command), " ");
+        const ProgramResult result = RunProgram(words[0], {words.begin() + 1, words.end()},
+                                                {{"XDG_CONFIG_HOME", test.home.System("config")},
+                                                 {"XDG_CACHE_HOME", test.home.System("cache")}});
+        EXPECT_EQ(result.error, "");
+    }
+    // The program reads its command line in upper case.
+    EXPECT_TRUE(folder.Read("PLAIN/FILM.MKV_Part1") == TestBytes(25000).substr(0, 10485));
+    EXPECT_TRUE(Contains(folder.Read("PLAIN/FILM.MKV_Part0.bat"), "Del \"FILM.MKV_Part*\""));
+    EXPECT_TRUE(folder.Has("ZIPPED/FILM.zip_Part3"));
+    EXPECT_FALSE(folder.Has("film.mkv"));
+}
+
+}  // namespace
+}  // namespace zarn::testing

@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+
+#include "controls/HSlider.h"
+#include "controls/QtText.h"
+#include "controls/XP_ProgressBar.h"
+#include "monitor/FrmMonitor.h"
+#include "platform/linux/LinuxProcesses.h"
+#include "support/FakeFigures.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+namespace {
+
+class ClassRecorder : public LinuxProcesses {
+  public:
+    using LinuxProcesses::LinuxProcesses;
+    void SetPriorityClass(PriorityClass priority) override {
+        classes += std::to_string(static_cast<int>(priority)) + " ";
+    }
+
+    std::string classes;
+};
+
+class FrmMonitorTest : public ::testing::Test {
+  protected:
+    SharedObjects MakeShared() {
+        auto fake = std::make_unique<FakeFigures>();
+        figures = fake.get();
+        test.platform.systemFigures = std::move(fake);
+        auto recorder = std::make_unique<ClassRecorder>(nullptr, FoldersIn(test.home));
+        processes = recorder.get();
+        test.platform.processes = std::move(recorder);
+        return SharedObjects(std::move(test.platform));
+    }
+
+    template <typename Control>
+    Control& Find(const char* name) {
+        return *panel.findChild<Control*>(name);
+    }
+    XP_ProgressBar& Bar() { return Find<XP_ProgressBar>("XP_ProgressBarProcessor"); }
+    HSlider& Slider() { return Find<HSlider>("PriorityProcessor"); }
+    QTimer& Timer1() { return Find<QTimer>("Timer1"); }
+    std::string TextOf(const char* name) { return FromQt(Find<QLabel>(name).text()); }
+
+    /// Half a second passes, a share of it idle on one processor.
+    void Tick(std::int64_t idlePercent) {
+        constexpr std::int64_t Percent = 50'000;
+        figures->times->idle += idlePercent * Percent;
+        figures->times->system += 100 * Percent;
+        QMetaObject::invokeMethod(&Timer1(), "timeout");
+    }
+    std::string Shown() {
+        return FromQt(Bar().toolTip()) + "|" + std::to_string(Bar().Value()) + " #" +
+               std::to_string(Bar().Color()) + "|" + TextOf("txtTotalMemory") + "|" +
+               TextOf("txtMemoryAvailable");
+    }
+    /// Value, caption and, as a new start would read it, what is stored; the classes since the last
+    /// call.
+    std::string Priority() {
+        const std::string classes = std::exchange(processes->classes, {});
+        const QString value = QString::number(Slider().Value());
+        const auto stored = static_cast<int>(shared.Parameters().PriorityProcessor());
+        processes->classes.clear();
+        return FromQt(value) + "|" + TextOf("txtPriorityDesc") + "|" + std::to_string(stored) +
+               "|" + classes;
+    }
+
+    TestPlatform test;
+    FakeFigures* figures = nullptr;
+    ClassRecorder* processes = nullptr;
+    SharedObjects shared = MakeShared();
+    FrmMonitor panel{shared, nullptr};
+};
+
+TEST_F(FrmMonitorTest, ShowsLoadAndMemoryUntilAQueryFails) {
+    EXPECT_EQ(Timer1().interval(), 500);
+    EXPECT_FALSE(Timer1().isActive());
+    EXPECT_EQ(FromQt(Bar().toolTip()), "CPU ");
+    figures->times->idle = 1'000'000'000;
+    panel.Start();
+    figures->memory = {536870912, 2047};
+    Tick(25);
+    EXPECT_EQ(Shown(), "Current CPU usage 75%|75 #8388608|524288  |1  ");
+    Tick(24);
+    EXPECT_EQ(Shown(), "Current CPU usage 76%|76 #192|524288  |1  ");
+    const auto times = std::exchange(figures->times, std::nullopt);
+    figures->memory.available = 4096;
+    QMetaObject::invokeMethod(&Timer1(), "timeout");
+    EXPECT_EQ(Shown(), "Current CPU usage 76%|76 #192|524288  |4  ");
+    EXPECT_FALSE(Timer1().isActive());
+    // The window comes to the front again: a first sample anew.
+    figures->times = times;
+    figures->times->idle += 1'000'000'000;
+    Timer1().setInterval(1);
+    panel.Start();
+    figures->times->system += 1'000'000;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Bar().Value() == 100; }, 5000));
+}
+
+TEST_F(FrmMonitorTest, ThePriorityActsAtOnce) {
+    panel.LoadPriority();
+    EXPECT_EQ(Priority(), "1.9|Level 2 (Normal)|2|32 32 ");
+    struct Row {
+        Qt::Key key;
+        const char* priority;
+    };
+    for (const Row& row : {Row{Qt::Key_Right, "3|Level 3 (High)|3|128 128 "},
+                           Row{Qt::Key_Right, "3.9|Level 4 (Realtime)|4|256 256 "},
+                           Row{Qt::Key_Right, "3.9|Level 4 (Realtime)|4|256 "},
+                           Row{Qt::Key_Home, "1|Level 1 (Low)|1|64 64 "},
+                           Row{Qt::Key_End, "3.9|Level 4 (Realtime)|4|256 256 "}}) {
+        QTest::keyClick(&Slider(), row.key);
+        EXPECT_EQ(Priority(), row.priority);
+    }
+    panel.LoadPriority();  // of the stored 4
+    EXPECT_EQ(Priority(), "3.9|Level 4 (Realtime)|4|256 256 ");
+    for (const double value : {3.0, 2.5}) {
+        Slider().Value(value);
+        Find<QLabel>("txtPriorityDesc").clear();
+        processes->classes.clear();
+        emit Slider().Scroll();
+        EXPECT_EQ(TextOf("txtPriorityDesc"), value == 3 ? "Level 3 (High)" : "");
+        EXPECT_EQ(processes->classes, "128 ");
+    }
+}
+
+TEST_F(FrmMonitorTest, FitsItsPlaceInEveryFont) {
+    const QFont before = QApplication::font();
+    figures->memory = {INT64_MAX, INT64_MAX};
+    panel.Start();
+    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
+        QFont font = before;
+        font.setFamilies({family});
+        QApplication::setFont(font);
+        Slider().Value(4);
+        Tick(10);
+        EXPECT_LE(panel.minimumSizeHint().width(), 180) << family;
+        EXPECT_LE(panel.minimumSizeHint().height(), 150) << family;
+        for (const QLabel* label : panel.findChildren<QLabel*>()) {
+            EXPECT_FALSE(label->text().isEmpty() || label->accessibleName().isEmpty());
+        }
+    }
+    QApplication::setFont(before);
+}
+
+}  // namespace
+}  // namespace zarn::testing

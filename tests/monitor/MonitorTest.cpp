@@ -1,0 +1,99 @@
+#include <gtest/gtest.h>
+
+#include "monitor/CpuUsage.h"
+#include "monitor/MonitorTexts.h"
+#include "monitor/PriorityLevels.h"
+#include "support/FakeFigures.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr std::int64_t HalfSecond = 5'000'000;
+
+// A measurement of the family that counts times.
+struct CpuUsageTest : public ::testing::Test {
+    FakeFigures figures;
+    std::unique_ptr<CpuUsage> usage = MakeCpuUsage(figures, IsNtFamily());
+
+    std::int32_t QueryAt(std::int64_t idle, std::int64_t system, std::int32_t processors = 1) {
+        figures.times = ProcessorTimes{idle, system, processors};
+        return usage->Query();
+    }
+};
+
+TEST_F(CpuUsageTest, ReckonsTheLoadFromTheGrowthOfBothTimes) {
+    constexpr ProcessorTimes First{7'000'123, 9'000'456, 3};
+    struct Row {
+        ProcessorTimes growth;
+        std::int32_t load;
+    };
+    for (const Row& row : {
+             Row{{0, HalfSecond, 1}, 100}, Row{{HalfSecond, HalfSecond, 1}, 0},
+             Row{{HalfSecond, HalfSecond, 2}, 50},
+             Row{{30'000'000'000'000'000, 40'000'000'000'000'000, 1}, 25},
+             Row{{1'225'000, HalfSecond, 1}, 76},  // 24.50 % idle
+             Row{{1'225'500, HalfSecond, 1}, 75},  // 24.51 %
+             Row{{1'225'250, HalfSecond, 1}, 76},  // 24.505 %, a tie that goes to 24.50
+             Row{{1'225'400, HalfSecond, 1}, 75},  // 24.508 %, rounded up
+             Row{{5'050'000, HalfSecond, 1}, 0},   // -0.5, cut off and not rounded down
+             Row{{5'125'000, HalfSecond, 1}, -2}, Row{{0, 0, 4}, 100},
+             Row{{10'000'000, 0, 2}, -49899},  // a second of idle time in no time
+         }) {
+        figures.times = First;
+        usage->Initialize();
+        const auto& [idle, system, processors] = row.growth;
+        EXPECT_EQ(QueryAt(First.idle + idle, First.system + system, processors), row.load)
+            << idle << " of " << system << " on " << processors;
+    }
+    EXPECT_EQ(QueryAt(INT64_MAX, figures.times->system), INT32_MIN);
+}
+
+TEST_F(CpuUsageTest, AFailureKeepsTheSamplesOfBefore) {
+    figures.times.reset();
+    usage->Initialize();
+    EXPECT_EQ(QueryAt(HalfSecond, 2 * HalfSecond), 50) << "counts from 0";
+    figures.times.reset();
+    EXPECT_EQ(usage->Query(), FailedQuery);
+    EXPECT_EQ(QueryAt(HalfSecond, 4 * HalfSecond), 100);
+    EXPECT_EQ(QueryAt(2 * HalfSecond, 5 * HalfSecond), 0) << "counts from the query before";
+}
+
+TEST_F(CpuUsageTest, TheOtherFamilyTellsAReadyFigure) {
+    usage = MakeCpuUsage(figures, false);
+    usage->Initialize();
+    EXPECT_EQ(usage->Query(), 0) << "nothing could be started";
+    figures.load = 37;
+    usage->Initialize();
+    EXPECT_EQ(usage->Query(), 37);
+    figures.load.reset();
+    EXPECT_EQ(usage->Query(), 37) << "the figure of before";
+    usage->Terminate();
+    EXPECT_FALSE(figures.collecting);
+}
+
+TEST(MonitorTexts, MemoryIsInWholeKilobytesOf32Bits) {
+    EXPECT_EQ(MemoryText(1023), "0  ");
+    EXPECT_EQ(MemoryText(536870911), "524287  ");
+    EXPECT_EQ(MemoryText(INT32_MAX), "2097151  ");
+    EXPECT_EQ(MemoryText(std::int64_t{3} << 30U), "2097151  ");
+}
+
+TEST(PriorityLevels, CaptionsByRangeAndByExactValue) {
+    struct Row {
+        double value;
+        std::string_view caption;
+        bool exact;
+    };
+    for (const Row& row :
+         {Row{0, "Level 1 (Low)", false}, Row{1, "Level 1 (Low)", true},
+          Row{1.01, "Level 2 (Normal)", false}, Row{2, "Level 2 (Normal)", true},
+          Row{2.5, "Level 3 (High)", false}, Row{3, "Level 3 (High)", true},
+          Row{3.9, "Level 4 (Realtime)", false}, Row{4, "Level 4 (Realtime)", true},
+          Row{7, "Level 4 (Realtime)", false}}) {
+        EXPECT_EQ(PriorityCaption(row.value), row.caption) << row.value;
+        EXPECT_EQ(ExactPriorityCaption(row.value).value_or(""), row.exact ? row.caption : "");
+    }
+}
+
+}  // namespace
+}  // namespace zarn::testing

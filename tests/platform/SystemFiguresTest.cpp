@@ -1,0 +1,79 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "platform/linux/LinuxSystemFigures.h"
+#include "support/TestFolder.h"
+
+namespace zarn::testing {
+namespace {
+
+// A folder in the kernel's place.
+struct SystemFiguresTest : public ::testing::Test {
+    TestFolder kernel;
+    LinuxSystemFigures figures{kernel.System()};
+};
+
+TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
+    EXPECT_FALSE(figures.Times());
+    const std::string two = "\ncpu0 1 1\ncpu1 1 1\nintr 9\n";
+    const std::int64_t tick = 10'000'000 / sysconf(_SC_CLK_TCK);
+    struct Row {
+        std::string stat;
+        const char* times;
+    };
+    for (const Row& row : {
+             Row{"cpu  10 20 30 100 40 1 2 3 500 600" + two, "140 103 2"},
+             Row{"cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"},
+             Row{"cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"},  // waits taken back
+             Row{"cpu  50 20 30 110 30 1 2 3\ncpu0 7\ncpu2 7\ncpu5 7\ncpu6 7\n", "160 123 4"},
+             Row{"cpu  51 20 30 130 30 1 2 3 0 0\n", "180 144 1"},
+             Row{"cpu0  10 20 30 110 30 1 2 3 900 900\n", ""},
+             Row{"cpu  10 20 30 110 30 1 2", ""},
+         }) {
+        kernel.Write("stat", row.stat);
+        const auto times = figures.Times();
+        EXPECT_EQ(times ? std::to_string(times->idle / tick) + " " +
+                              std::to_string(times->system / tick) + " " +
+                              std::to_string(times->processors)
+                        : "",
+                  row.times)
+            << row.stat;
+    }
+}
+
+TEST_F(SystemFiguresTest, CollectsAPercentage) {
+    EXPECT_FALSE(figures.StartCollection() || figures.CollectedLoad());
+    kernel.Write("stat", "cpu  100 0 0 100 0 0 0 0\n");
+    EXPECT_FALSE(figures.CollectedLoad()) << "has not been started";
+    EXPECT_TRUE(figures.StartCollection());
+    kernel.Write("stat", "cpu  130 0 0 110 0 0 0 0\n");
+    EXPECT_EQ(figures.CollectedLoad(), 75);
+    EXPECT_EQ(figures.CollectedLoad(), 75) << "no time has passed";
+    kernel.Write("stat", "cpu  130 0 0 200 0 0 0 0\n");
+    EXPECT_EQ(figures.CollectedLoad(), 0);
+    figures.StopCollection();
+    EXPECT_FALSE(figures.CollectedLoad());
+}
+
+// A busy system's idle time may stand still.
+TEST(SystemFigures, TheRunningSystemTellsPlausibleFigures) {
+    LinuxSystemFigures figures;
+    const ProcessorTimes first = figures.Times().value_or(ProcessorTimes());
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    const ProcessorTimes later = figures.Times().value_or(ProcessorTimes());
+    EXPECT_EQ(later.processors, sysconf(_SC_NPROCESSORS_ONLN));
+    const std::int64_t passed = later.system - first.system;
+    EXPECT_GT(passed, 3'000'000);
+    EXPECT_GE(later.idle, first.idle);
+    EXPECT_LE(later.idle - first.idle, (passed + 1) * later.processors);
+    const MemoryFigures memory = figures.Memory();
+    EXPECT_GT(memory.available, 0);
+    EXPECT_GT(memory.total, memory.available);
+    EXPECT_EQ(memory.total / getpagesize(), sysconf(_SC_PHYS_PAGES));
+}
+
+}  // namespace
+}  // namespace zarn::testing

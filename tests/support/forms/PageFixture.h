@@ -1,0 +1,93 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "controls/Colours.h"
+#include "controls/QtMessageQueue.h"
+#include "controls/QtText.h"
+#include "support/TestPlatform.h"
+#include "support/forms/AnsweringDialogs.h"
+
+namespace zarn::testing {
+
+/// A page of the window, shown by itself over the real platform with settings of its own. A test
+/// that changes `PlatformParts` or the settings calls `Open` afterwards to have a new page.
+template <typename PageOfWindow>
+class PageFixture : public ::testing::Test {
+  protected:
+    PageFixture() { platform_.platform.messageQueue = std::make_unique<QtMessageQueue>(); }
+
+    /// Makes the page, and brings one that is shown into the state of a program's start.
+    virtual std::unique_ptr<PageOfWindow> Make() = 0;
+    virtual void BringUp(PageOfWindow& page) = 0;
+
+    /// Makes the page anew, as a start of the program does.
+    PageOfWindow& Open() {
+        page_.reset();
+        page_ = Make();
+        page_->resize(PageWidth, PageHeight);
+        page_->show();
+        QApplication::setActiveWindow(page_.get());
+        BringUp(*page_);
+        return *page_;
+    }
+    PageOfWindow& Page() { return page_ ? *page_ : Open(); }
+
+    /// The platform, until `Shared` is called for the first time.
+    Platform& PlatformParts() { return platform_.platform; }
+    SharedObjects& Shared() {
+        if (!shared_) {
+            shared_.emplace(std::move(platform_.platform));
+        }
+        return *shared_;
+    }
+    Parameters& Settings() { return Shared().Parameters(); }
+    std::string StoreFile() { return platform_.home.Read("config/settings.reg"); }
+
+    template <typename Control>
+    Control& Find(const char* name) {
+        auto* control = Page().template findChild<Control*>(name);
+        if (control == nullptr) {
+            ADD_FAILURE() << "no control " << name;
+            std::abort();
+        }
+        return *control;
+    }
+    QWidget& Widget(const char* name) { return Find<QWidget>(name); }
+    QLineEdit& Field(const char* name) { return Find<QLineEdit>(name); }
+    QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(name); }
+    bool IsEnabled(const char* name) { return Widget(name).isEnabled(); }
+    std::string Text(const char* name) { return FromQt(Field(name).text()); }
+    std::string LabelText(const char* name) { return FromQt(Find<QLabel>(name).text()); }
+    ColourValue Colour(const char* name) { return TextColour(Widget(name)); }
+
+    void Write(const char* name, const std::string& text) { Field(name).setText(ToQt(text)); }
+    void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
+
+    RecordingBoxes& Boxes() { return *platform_.boxes; }
+    AnsweringDialogs& Dialogs() { return dialogs_; }
+    TestFolder& Folder() { return files_; }
+
+    static constexpr int PageWidth = 384;
+    static constexpr int PageHeight = 304;
+
+  private:
+    TestPlatform platform_;
+    TestFolder files_;
+    std::optional<SharedObjects> shared_;
+    AnsweringDialogs dialogs_;
+    std::unique_ptr<PageOfWindow> page_;
+};
+
+}  // namespace zarn::testing
