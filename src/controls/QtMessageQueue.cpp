@@ -13,6 +13,7 @@ void QtMessageQueue::Run() {
 void QtMessageQueue::Wait(std::chrono::milliseconds time) {
     QTimer timer;
     timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);  // a coarse one may end too early
     timer.start(time);
     while (timer.isActive()) {
         GuardedApplication::Pump(QEventLoop::WaitForMoreEvents);
