@@ -2,7 +2,7 @@
 
 import os
 
-from rows.measuring import BUILD, seconds
+from rows.measuring import BUILD, paired, seconds
 
 CRC32 = os.path.join(BUILD, "bench", "crc32")
 
@@ -14,6 +14,6 @@ def measure_checksum(table, place, count):
     for tool, command, wanted in tools:
         work = f"CRC-32, {place.name}, against {tool}"
         if table.wants(work):
-            pairs = [(seconds([CRC32, place.source]), seconds([*command, place.source]))
-                     for _ in range(count)]
+            pairs = paired(count, lambda: seconds([CRC32, place.source]),
+                           lambda: seconds([*command, place.source]))
             table.row(work, pairs, wanted)

@@ -68,12 +68,25 @@ def xfs_place(size):
         image.close()
 
 
-def seconds(command, cwd=None, env=None):
+def seconds(command, cwd=None, env=None, stdout=subprocess.DEVNULL):
     """Run time of a command, which must succeed."""
     os.sync()
     before = time.perf_counter()
-    subprocess.run(command, cwd=cwd, env=env, check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(command, cwd=cwd, env=env, check=True, stdout=stdout)
     return time.perf_counter() - before
+
+
+def paired(count, ours, theirs):
+    """Pairs of what the two give, ours first. Who runs first alternates, since the memory that a run
+    leaves behind costs or spares the next one a good deal; a pair ahead of the others warms up."""
+    pairs = []
+    for turn in range(count + 1):
+        if turn % 2:
+            other = theirs()
+            pairs.append((ours(), other))
+        else:
+            pairs.append((ours(), theirs()))
+    return pairs[1:]
 
 
 def spawn_seconds(command):

@@ -1,10 +1,9 @@
 """Splitting, joining, starting."""
 
 import os
-import subprocess
-import time
 
-from rows.measuring import JOINER, SPLITTER, drive_path, peak_megabytes, seconds, spawn_seconds
+from rows.measuring import (JOINER, SPLITTER, drive_path, paired, peak_megabytes, seconds,
+                            spawn_seconds)
 
 
 def split_command(place, part, out):
@@ -15,15 +14,19 @@ def measure_split(table, place, part, part_bytes, wanted, count):
     work = f"split into {part} parts, {place.name}, against split"
     if not table.wants(work):
         return
-    pairs = []
-    for _ in range(count):
-        ours = seconds(split_command(place, part, place.fresh("OURS")))
+
+    def ours():
+        elapsed = seconds(split_command(place, part, place.fresh("OURS")))
         place.fresh("OURS")
-        theirs = seconds(["split", "-a", "4", "-b", str(part_bytes), place.source,
-                          os.path.join(place.fresh("THEIRS"), "part")])
+        return elapsed
+
+    def theirs():
+        elapsed = seconds(["split", "-a", "4", "-b", str(part_bytes), place.source,
+                           os.path.join(place.fresh("THEIRS"), "part")])
         place.fresh("THEIRS")
-        pairs.append((ours, theirs))
-    table.row(work, pairs, wanted)
+        return elapsed
+
+    table.row(work, paired(count, ours, theirs), wanted)
 
 
 def measure_join(table, place, part, wanted, count):
@@ -35,18 +38,19 @@ def measure_join(table, place, part, wanted, count):
     script = next(name for name in os.listdir(out) if name.endswith(".bat"))
     parts = sorted(name for name in os.listdir(out) if not name.endswith(".bat"))
     joined, other = os.path.join(out, "SOURCE.BIN"), os.path.join(out, "cat.out")
-    pairs = []
-    for _ in range(count):
-        ours = seconds([JOINER, os.path.join(out, script)])
+
+    def ours():
+        elapsed = seconds([JOINER, os.path.join(out, script)])
         os.remove(joined)
+        return elapsed
+
+    def theirs():
         with open(other, "wb") as target:
-            os.sync()
-            before = time.perf_counter()
-            subprocess.run(["cat"] + parts, cwd=out, check=True, stdout=target)
-            theirs = time.perf_counter() - before
+            elapsed = seconds(["cat", *parts], cwd=out, stdout=target)
         os.remove(other)
-        pairs.append((ours, theirs))
-    table.row(work, pairs, wanted)
+        return elapsed
+
+    table.row(work, paired(count, ours, theirs), wanted)
 
 
 def measure_place(table, place, count, shares_blocks):
@@ -68,7 +72,7 @@ def measure_start(table, place, count):
     command = [SPLITTER, f"/F={drive_path(small)}", f"/D={drive_path(ours)}", "/PN=2"]
     other = ["/usr/bin/split", "-b", "5120", small, os.path.join(theirs, "part")]
     spawn_seconds(command)
-    pairs = [(spawn_seconds(command), spawn_seconds(other)) for _ in range(count * 40)]
+    pairs = paired(count * 40, lambda: spawn_seconds(command), lambda: spawn_seconds(other))
     table.row(work, pairs, "2.0 or less")
 
 
