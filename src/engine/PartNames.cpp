@@ -2,6 +2,7 @@
 
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 
 namespace zarn {
 
@@ -28,7 +29,7 @@ std::string FunctionPartNumber(double number, double total) {
 }
 
 std::string PartPath(std::string_view basePath, double number, double total) {
-    return std::string(basePath).append("_Part").append(FunctionPartNumber(number, total));
+    return std::string(basePath).append(PartMark).append(FunctionPartNumber(number, total));
 }
 
 }  // namespace zarn

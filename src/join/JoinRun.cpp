@@ -8,13 +8,13 @@
 #include "runtime/CodePage.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 #include "settings/Files.h"
 
 namespace zarn {
 
 namespace {
 
-constexpr std::string_view PartMark = "_Part";
 constexpr std::string_view ScriptEnding = ".bat";
 constexpr std::string_view CopyEnding = "_TMP.bat";
 

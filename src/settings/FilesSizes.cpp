@@ -1,16 +1,13 @@
 #include <cmath>
 
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "settings/Files.h"
 
 namespace zarn {
 
-namespace {
-
-constexpr double Kilo = 1024;
-
-}  // namespace
+namespace {}  // namespace
 
 std::string Files::FileSizeText(std::string_view path) {
     constexpr double MostInBytes = 1000;
@@ -26,11 +23,11 @@ std::string Files::FileSizeText(std::string_view path) {
         return text + bytes;
     }
     if (size <= MostInKilobytes) {
-        text += StandardText(size / Kilo, separators_) + " KB ";
+        text += StandardText(size / BytesInKilobyte, separators_) + " KB ";
     } else if (size <= MostInMegabytes) {
-        text += StandardText(size / Kilo / Kilo, separators_) + " MB ";
+        text += StandardText(size / BytesInMegabyte, separators_) + " MB ";
     } else {
-        text += StandardText(size / Kilo / Kilo / Kilo, separators_) + " GB ";
+        text += StandardText(size / BytesInGigabyte, separators_) + " GB ";
     }
     text += '(' + bytes + ')';
     return Replace(Replace(text, ".00 Bytes)", " Bytes)"), ",00 Bytes)", " Bytes)");
@@ -41,7 +38,7 @@ double Files::FileSizeGBytes(std::string_view path) {
     if (Trim(path).empty() || !FileExist(path)) {
         return 0;
     }
-    const double gigabytes = fileSystem_.FileSize(path) / Kilo / Kilo / Kilo;
+    const double gigabytes = fileSystem_.FileSize(path) / BytesInGigabyte;
     // Read back with a decimal point whatever the locale: a comma ends the number.
     if (NumberPrefix(NumberText(gigabytes, separators_)) >= Least) {
         return RoundHalfEven(gigabytes, 2);
@@ -60,7 +57,7 @@ double Files::FileSizeMBytes(std::string_view path) {
     if (Trim(path).empty() || !FileExist(path)) {
         return 0;
     }
-    return RoundHalfEven(fileSystem_.FileSize(path) / Kilo / Kilo, 2);
+    return RoundHalfEven(fileSystem_.FileSize(path) / BytesInMegabyte, 2);
 }
 
 bool Files::CheckFileSize(std::string_view path) {
@@ -82,7 +79,7 @@ std::string Files::FunctionFileSizeFormated(double& size) const {
     if (whole >= 0 && whole <= MostInBytes) {
         return NumberText(whole, separators_) + " Bytes";
     }
-    size /= Kilo;
+    size /= BytesInKilobyte;
     if (size != std::trunc(size)) {
         size = RoundHalfEven(size, 0) + 1;
     }
@@ -91,13 +88,13 @@ std::string Files::FunctionFileSizeFormated(double& size) const {
 
 std::string Files::FunctionFileJoinConvertSize(const double& size) const {
     constexpr double AlmostOne = 0.99999999;
-    if (const double gigabytes = size / Kilo / Kilo / Kilo; gigabytes > AlmostOne) {
+    if (const double gigabytes = size / BytesInGigabyte; gigabytes > AlmostOne) {
         return StandardText(gigabytes, separators_) + " GB";
     }
-    if (const double megabytes = size / Kilo / Kilo; megabytes > AlmostOne) {
+    if (const double megabytes = size / BytesInMegabyte; megabytes > AlmostOne) {
         return StandardText(megabytes, separators_) + " MB";
     }
-    if (const double kilobytes = size / Kilo; kilobytes > AlmostOne) {
+    if (const double kilobytes = size / BytesInKilobyte; kilobytes > AlmostOne) {
         return StandardText(kilobytes, separators_) + " KB";
     }
     return StandardText(size, separators_) + " Bytes";

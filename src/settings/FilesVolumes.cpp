@@ -1,6 +1,7 @@
 #include <array>
 #include <cstddef>
 
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -13,7 +14,8 @@ namespace {
 // The text for the user and the byte count for the checks keep different margins.
 constexpr double TextMargin = 3000;
 constexpr double CountMargin = 2000;
-constexpr double Kilo = 1024;
+
+constexpr double MegabytesInGigabyte = BytesInGigabyte / BytesInMegabyte;
 
 bool IsDrivePath(std::string_view path) {
     return Mid(path, 2, 1) == ":";
@@ -88,9 +90,9 @@ std::string Files::GetUnitFreeSpace(std::string_view path) {
         return {};
     }
     const DiskFreeSpaceEx space = volumes_.GetDiskFreeSpaceEx(RootOf(path));
-    const double megabytes = (static_cast<double>(space.totalFree) - TextMargin) / Kilo / Kilo;
-    if (megabytes > Kilo) {
-        return StandardText(megabytes / Kilo, separators_) + " GB";
+    const double megabytes = (static_cast<double>(space.totalFree) - TextMargin) / BytesInMegabyte;
+    if (megabytes > MegabytesInGigabyte) {
+        return StandardText(megabytes / MegabytesInGigabyte, separators_) + " GB";
     }
     if (megabytes > 0) {
         return StandardText(megabytes, separators_) + " MB";
@@ -123,10 +125,10 @@ std::string Files::GetUnitCapacity(std::string_view path) {
     const DiskFreeSpaceEx space = volumes_.GetDiskFreeSpaceEx(Left(path, 3));
     const double bytes = static_cast<double>(space.total) - TextMargin;
     if (bytes > LargestInMegabytes) {
-        return NumberText(RoundHalfEven(bytes / Kilo / Kilo / Kilo, 2), separators_) + " GB";
+        return NumberText(RoundHalfEven(bytes / BytesInGigabyte, 2), separators_) + " GB";
     }
     if (bytes > 0) {
-        return NumberText(RoundHalfEven(bytes / Kilo / Kilo, 2), separators_) + " MB";
+        return NumberText(RoundHalfEven(bytes / BytesInMegabyte, 2), separators_) + " MB";
     }
     return "N/A";
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -13,8 +14,6 @@ namespace zarn {
 
 namespace {
 
-constexpr double Megabyte = 1048576;
-constexpr double Gigabyte = 1073741824;
 constexpr double FloppyMegabytes = 1.44;  // what the disk is called; it holds a little less
 constexpr double FloppyBytes = 1457275;
 constexpr double LeastParts = 2;
@@ -82,10 +81,10 @@ double BytesOf(double number, double unit) {
 
 double PartSizeOf(std::string_view value) {
     if (Right(value, 2) == "GB") {
-        return BytesOf(NumberPrefix(Replace(value, "GB", "")), Gigabyte);
+        return BytesOf(NumberPrefix(Replace(value, "GB", "")), BytesInGigabyte);
     }
     const double number = NumberPrefix(Replace(value, "MB", ""));
-    return number == FloppyMegabytes ? FloppyBytes : BytesOf(number, Megabyte);
+    return number == FloppyMegabytes ? FloppyBytes : BytesOf(number, BytesInMegabyte);
 }
 
 void TakeFlag(const std::string& key, CommandLineJob& job) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 

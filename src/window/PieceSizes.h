@@ -14,9 +14,6 @@ namespace zarn {
 /// What a typed piece size counts in.
 enum class SizeUnit { Megabytes, Gigabytes };
 
-inline constexpr double BytesInMegabyte = 1048576.0;
-inline constexpr double BytesInGigabyte = 1073741824.0;
-
 /// Rows of the list of piece sizes whose bytes follow from their text alone.
 inline constexpr std::string_view TypeCustomSize = "Type Custom Size ...";
 inline constexpr std::string_view DisketteSize = "1.44 MB - Diskette";

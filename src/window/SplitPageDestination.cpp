@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "controls/QtText.h"
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "settings/FolderRules.h"

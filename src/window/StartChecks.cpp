@@ -1,5 +1,6 @@
 #include "window/StartChecks.h"
 
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "window/PieceSizes.h"
@@ -12,7 +13,6 @@ using Kind = StartDecision::Kind;
 
 constexpr double LeastSize = 0.01;
 constexpr double ExemptMegabytes = 1.44;
-constexpr double Kilo = 1024;
 
 constexpr std::string_view NoFolder = "Please select a valid Destination Folder.           ";
 constexpr std::string_view BadCount =
@@ -73,7 +73,7 @@ class SizeChecks {
         if (source <= typed_ && isHeld) {
             return Stop(LargerThanSource);
         }
-        if (IsRemovable() && Capacity(Kilo * Kilo) < RoundHalfEven(typed_, 2) && isHeld) {
+        if (IsRemovable() && Capacity(BytesInMegabyte) < RoundHalfEven(typed_, 2) && isHeld) {
             return Stop(LargerThanDevice);
         }
         return GoOn();
@@ -88,7 +88,7 @@ class SizeChecks {
         if (source == size) {
             return Stop({});
         }
-        if (IsRemovable() && Capacity(Kilo * Kilo * Kilo) < size) {
+        if (IsRemovable() && Capacity(BytesInGigabyte) < size) {
             return Stop(LargerThanDevice);
         }
         return GoOn();
