@@ -6,11 +6,13 @@
 #include <QWidget>
 #include <memory>
 
+#include "controls/UpDown.h"
+
 namespace zarn {
 
 namespace {
 
-/// Reads any control that has the three properties.
+/// Reads any control that has the three properties; moves an arrow pair as its user does.
 class AccessibleRange : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
     AccessibleRange(QWidget* control, QAccessible::Role role) : QAccessibleWidget(control, role) {}
@@ -26,7 +28,12 @@ class AccessibleRange : public QAccessibleWidget, public QAccessibleValueInterfa
     }
 
     [[nodiscard]] QVariant currentValue() const override { return widget()->property("Value"); }
-    void setCurrentValue(const QVariant& /*value*/) override {}
+    void setCurrentValue(const QVariant& value) override {
+        auto* arrows = qobject_cast<UpDown*>(widget());
+        if (arrows != nullptr && arrows->isEnabled() && value.toInt() != arrows->Value()) {
+            arrows->Step(value.toInt() - arrows->Value());
+        }
+    }
     [[nodiscard]] QVariant maximumValue() const override { return widget()->property("Max"); }
     [[nodiscard]] QVariant minimumValue() const override { return widget()->property("Min"); }
     [[nodiscard]] QVariant minimumStepSize() const override { return 1; }

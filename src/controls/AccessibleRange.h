@@ -4,8 +4,8 @@ class QWidget;
 
 namespace zarn {
 
-/// Lets screen readers read a progress bar's or an arrow pair's `Value`, `Min` and `Max`. May be
-/// called any number of times.
+/// Lets screen readers read a progress bar's or an arrow pair's `Value`, `Min` and `Max`, and move
+/// an arrow pair. May be called any number of times.
 void OfferAccessibleRanges();
 
 /// Tells them that the control's `Value` is another one.

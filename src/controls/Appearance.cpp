@@ -2,13 +2,37 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QIcon>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QToolTip>
+#include <memory>
 
 namespace zarn {
 
 namespace {
+
+/// Shows boxes with pictures of its own, which are sharp at every scale.
+class ProgramStyle : public QProxyStyle {
+  public:
+    ProgramStyle() : QProxyStyle("Fusion") {}
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        switch (icon) {
+            case SP_MessageBoxCritical:
+                return QIcon(":/boxes/stop.svg");
+            case SP_MessageBoxQuestion:
+                return QIcon(":/boxes/question.svg");
+            case SP_MessageBoxWarning:
+                return QIcon(":/boxes/exclamation.svg");
+            case SP_MessageBoxInformation:
+                return QIcon(":/boxes/information.svg");
+            default:
+                return QProxyStyle::standardIcon(icon, option, widget);
+        }
+    }
+};
 
 QFont ProgramFont() {
     QFont font;
@@ -50,7 +74,7 @@ QPalette ProgramPalette() {
 }  // namespace
 
 void ApplyAppearance(QApplication& application) {
-    application.setStyle(QStyleFactory::create("Fusion"));
+    application.setStyle(std::make_unique<ProgramStyle>().release());
     const QPalette palette = ProgramPalette();
     QApplication::setPalette(palette);
     QApplication::setFont(ProgramFont());

@@ -26,6 +26,10 @@ class UpDown : public QWidget {
     [[nodiscard]] int Value() const { return value_; }
     void Value(int value);
 
+    /// Moves the value, as one press of the upper arrow for a number above 0, else of the lower
+    /// one.
+    void Step(int by);
+
     [[nodiscard]] QSize sizeHint() const override;
 
   signals:
@@ -43,7 +47,6 @@ class UpDown : public QWidget {
     void hideEvent(QHideEvent* event) override;
 
   private:
-    void Step(int by);
     void LetGo();
 
     /// 1 for the upper arrow, -1 for the lower one, 0 beside both.

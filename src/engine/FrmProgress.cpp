@@ -3,6 +3,7 @@
 
 #include "engine/FrmProgress.h"
 
+#include <QIcon>
 #include <chrono>
 
 #include "controls/QtText.h"
@@ -22,11 +23,6 @@ constexpr std::chrono::seconds CountdownStep(1);
 constexpr std::int16_t SecondsAfterCancel = 6;
 constexpr std::int16_t SecondsAfterRound = 5;
 
-void ShowText(QLabel& label, const std::string& text) {
-    label.setText(ToQt(text));
-    label.setAccessibleDescription(label.text());
-}
-
 }  // namespace
 
 FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress, QWidget* owner)
@@ -38,6 +34,7 @@ FrmProgress::FrmProgress(SharedObjects& shared, SharedProgress& defaultProgress,
       timer2_(this) {
     ui_->setupUi(this);
     setFixedSize(size());
+    ui_->Image1->setPixmap(QIcon(":/engine/splitting.svg").pixmap(ui_->Image1->size()));
     for (QLabel* line : {ui_->txtCurrentFile, ui_->sElapsed, ui_->sTime}) {
         SetTextColour(*line, Black);
     }
@@ -111,12 +108,12 @@ void FrmProgress::Pump() {
 }
 
 void FrmProgress::ShowHeadline(const char* text, ColourValue colour) {
-    ShowText(*ui_->lblLabel, text);
+    ui_->lblLabel->setText(text);
     SetTextColour(*ui_->lblLabel, colour);
 }
 
 void FrmProgress::ShowStatus(const std::string& text) {
-    ShowText(*ui_->txtCurrentFile, text);
+    ui_->txtCurrentFile->setText(ToQt(text));
 }
 
 void FrmProgress::ShowStatus(const std::string& text, ColourValue colour) {
@@ -126,8 +123,8 @@ void FrmProgress::ShowStatus(const std::string& text, ColourValue colour) {
 
 void FrmProgress::ShowTimes(double startTime, std::int32_t percent) {
     const double elapsed = shared_.Platform().clock->Timer() - startTime;
-    ShowText(*ui_->sElapsed, ElapsedText(elapsed));
-    ShowText(*ui_->sTime, TimeLeftText(elapsed, percent));
+    ui_->sElapsed->setText(ToQt(ElapsedText(elapsed)));
+    ui_->sTime->setText(ToQt(TimeLeftText(elapsed, percent)));
     ui_->sElapsed->setVisible(true);
     ui_->sTime->setVisible(true);
 }

@@ -1,5 +1,6 @@
 #include "engine/FrmRemovables.h"
 
+#include <QIcon>
 #include <QKeyEvent>
 
 #include "controls/GuardedApplication.h"
@@ -17,6 +18,7 @@ FrmRemovables::FrmRemovables(SharedObjects& shared, SharedProgress& defaultProgr
       defaultProgress_(defaultProgress),
       ui_(std::make_unique<Ui::FrmRemovables>()) {
     ui_->setupUi(this);
+    ui_->Image1->setPixmap(QIcon(":/engine/media.svg").pixmap(ui_->Image1->minimumSize()));
     connect(ui_->CmdOK, &chameleonButton::clicked, this, &FrmRemovables::CmdOK_Click);
     connect(ui_->CmdCancel, &chameleonButton::clicked, this, &FrmRemovables::CmdCancel_Click);
 }

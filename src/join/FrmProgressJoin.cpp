@@ -1,5 +1,6 @@
 #include "join/FrmProgressJoin.h"
 
+#include <QIcon>
 #include <QScopedValueRollback>
 #include <chrono>
 
@@ -25,11 +26,6 @@ constexpr std::chrono::milliseconds BetweenLooks(20);  // at the script, short f
 
 constexpr const char* JoinCancelled = "Job Cancelled by user ...";
 
-void ShowLine(QLabel& label, const char* text) {
-    label.setText(text);
-    label.setAccessibleDescription(label.text());
-}
-
 void PrepareTimer(QTimer& timer, const char* name, std::chrono::milliseconds interval) {
     timer.setObjectName(name);
     timer.setInterval(interval);
@@ -46,6 +42,7 @@ FrmProgressJoin::FrmProgressJoin(SharedObjects& shared, QWidget* owner)
       timer4_(this) {
     ui_->setupUi(this);
     setFixedSize(size());
+    ui_->Image1->setPixmap(QIcon(":/join/joining.svg").pixmap(ui_->Image1->size()));
     for (QLabel* line : {ui_->lblLabel, ui_->txtCurrentFile}) {
         SetTextColour(*line, Black);
     }
@@ -93,7 +90,7 @@ void FrmProgressJoin::ShowStart() {
     ui_->CmdCancel->Caption("&Cancel");
     ui_->CmdCancel->setEnabled(true);
     StopTimers();
-    ShowLine(*ui_->lblLabel, "Please wait while the file is being processed");
+    ui_->lblLabel->setText("Please wait while the file is being processed");
     ShowBar(LastBarStep, RunsToAndFro);
     setCursor(Qt::WaitCursor);
     BarStep = 0;
@@ -112,7 +109,7 @@ void FrmProgressJoin::AwaitScript(JoinRun& run) {
 void FrmProgressJoin::ShowChecksumStage() {
     ShowBar(WholeChecksum, 0);
     Pump();
-    ShowLine(*ui_->txtCurrentFile, "Starting file CRC32 Process");
+    ui_->txtCurrentFile->setText("Starting file CRC32 Process");
 }
 
 void FrmProgressJoin::Finish(JoinRun& run) {
@@ -165,7 +162,7 @@ void FrmProgressJoin::Timer4_Timer() {
     ShowTexts(JoinCancelled, "Cancelled");
     ui_->CmdCancel->Caption("&Canceling");
     SetTextColour(*ui_->txtCurrentFile, DarkRed);
-    ShowLine(*ui_->txtCurrentFile, "Canceled");
+    ui_->txtCurrentFile->setText("Canceled");
     StepBar();
     Pump();
 }
@@ -203,8 +200,8 @@ void FrmProgressJoin::ShowBar(int end, int scrolling) {
 }
 
 void FrmProgressJoin::ShowTexts(const char* headline, const char* status) {
-    ShowLine(*ui_->lblLabel, headline);
-    ShowLine(*ui_->txtCurrentFile, status);
+    ui_->lblLabel->setText(headline);
+    ui_->txtCurrentFile->setText(status);
 }
 
 }  // namespace zarn

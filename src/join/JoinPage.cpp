@@ -1,5 +1,6 @@
 #include "join/JoinPage.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QSignalBlocker>
 #include <utility>
@@ -52,6 +53,9 @@ JoinPage::JoinPage(SharedObjects& shared, FileDialogs& dialogs, DrivePanel& driv
             &JoinPage::CmdSourceFileJoin_Click);
     connect(ui_->CmdResetJoin, &QAbstractButton::clicked, this, &JoinPage::CmdResetJoin_Click);
     connect(ui_->ListView1, &QAbstractItemView::doubleClicked, this, &JoinPage::ListView1_DblClick);
+    connect(&rows_, &QAbstractItemModel::modelReset, this, &JoinPage::AdmitKeyboard);
+    AdmitKeyboard();
+    ui_->ListView1->installEventFilter(this);
     ConnectDestination();
     fileDrop_ = std::make_unique<FileDrop>(
         *ui_->txtFileToJoin, *shared_.Platform().fileSystem,
@@ -59,6 +63,20 @@ JoinPage::JoinPage(SharedObjects& shared, FileDialogs& dialogs, DrivePanel& driv
 }
 
 JoinPage::~JoinPage() = default;
+
+/// The Enter key is the keyboard's double click.
+bool JoinPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->ListView1 && event->type() == QEvent::KeyPress && IsEnter(*event)) {
+        ListView1_DblClick();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+/// An empty list has nothing to show where the keyboard is.
+void JoinPage::AdmitKeyboard() {
+    ui_->ListView1->setFocusPolicy(rows_.rowCount() > 0 ? Qt::StrongFocus : Qt::NoFocus);
+}
 
 std::string JoinPage::JoinFile() const {
     return FromQt(ui_->txtFileToJoin->text());

@@ -38,6 +38,9 @@ class JoinPage : public QWidget {
     /// Puts the page into its empty state.
     void JoinPageReset();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     // The join file and its report: JoinPage.cpp
     void CmdSourceFileJoin_Click();
@@ -45,6 +48,7 @@ class JoinPage : public QWidget {
     void txtFileToJoin_OLEDragDrop(const std::vector<std::string>& files);
     void CmdResetJoin_Click();
     void ListView1_DblClick();
+    void AdmitKeyboard();
     void FunctionJoinAnalyze(const std::string& fileName);
     void JoinPagePrepare();
     void ShowReport();

@@ -50,7 +50,7 @@ void PreferencesPage::ChkSecurity_Click() {
     const bool ticked = ui_->ChkSecurity->isChecked();
     EnablePasswords(ticked);
     if (!ticked) {
-        ui_->lblPasswordMatch->clear();
+        ui_->lblPasswordMatch->setText({});
     }
     emit SecurityChanged(ticked);
     RefreshPreferencesState();

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "controls/QtText.h"
+#include "window/AccessibleTitle.h"
 
 namespace zarn {
 
@@ -60,6 +61,8 @@ BarTitle::BarTitle(QWidget* parent, std::string_view name, std::string_view capt
     : BarButton(parent, name, caption), colours_(colours) {
     setCheckable(true);
     setChecked(true);
+    OfferAccessibleTitles();
+    connect(this, &QAbstractButton::toggled, this, [this] { TellBarOpened(*this); });
 }
 
 QSize BarTitle::sizeHint() const {

@@ -71,7 +71,8 @@ void SideBar::AddItem(std::string_view key, std::string_view caption, std::strin
 
 void SideBar::AddControl(QWidget& control) {
     bars_.back()->rows.addWidget(&control);
-    setTabOrder(&bars_.back()->title, &control);
+    QWidget* reached = control.focusProxy() != nullptr ? control.focusProxy() : &control;
+    setTabOrder(&bars_.back()->title, reached);
     control.show();
 }
 

@@ -1,3 +1,6 @@
+#include <QAbstractItemView>
+#include <QLineEdit>
+
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -20,6 +23,9 @@ void KeepCursor(QLineEdit& field, const Write& write) {
 }  // namespace
 
 void SplitPage::ConnectSizeFields() {
+    const QString size = ui_->CmbPartSize->accessibleName();
+    ui_->CmbPartSize->lineEdit()->setAccessibleName(size);
+    ui_->CmbPartSize->view()->setAccessibleName(size);
     const auto onSelect = [this](QRadioButton* button, void (SplitPage::*handler)()) {
         connect(button, &QRadioButton::toggled, this, [this, handler](bool selected) {
             if (selected) {
