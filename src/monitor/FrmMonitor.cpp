@@ -26,7 +26,6 @@ void ShowFigure(QLabel& label, std::string_view text) {
 FrmMonitor::FrmMonitor(SharedObjects& shared, QWidget* parent)
     : QFrame(parent), shared_(shared), ui_(std::make_unique<Ui::FrmMonitor>()), timer1_(this) {
     ui_->setupUi(this);
-    setFocusProxy(ui_->PriorityProcessor);
     QPalette colours = palette();
     colours.setColor(QPalette::Window, PaintColour(PanelBack));
     setPalette(colours);

@@ -24,15 +24,17 @@ constexpr QRgb Ink = 0xff0a246a;
 
 }  // namespace
 
-BarButton::BarButton(QWidget* parent, std::string_view name, std::string_view caption) {
+BarButton::BarButton(QWidget* parent, std::string_view name) {
     setParent(parent);
     setObjectName(ToQt(name));
-    setText(ToQt(caption));
-    const QString read = text().trimmed().replace(QRegularExpression("&(.)"), "\\1");
-    setAccessibleName(read);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
+}
+
+void BarButton::Caption(std::string_view caption) {
+    setText(ToQt(caption));
+    setAccessibleName(text().trimmed().replace(QRegularExpression("&(.)"), "\\1"));
 }
 
 void BarButton::keyPressEvent(QKeyEvent* event) {
@@ -58,10 +60,11 @@ void BarButton::DrawFocus(QPainter& painter, const QColor& colour) const {
 
 BarTitle::BarTitle(QWidget* parent, std::string_view name, std::string_view caption,
                    SideBar::BarColours colours)
-    : BarButton(parent, name, caption), colours_(colours) {
+    : BarButton(parent, name), colours_(colours) {
+    OfferAccessibleTitles();
+    Caption(caption);
     setCheckable(true);
     setChecked(true);
-    OfferAccessibleTitles();
     connect(this, &QAbstractButton::toggled, this, [this] { TellBarOpened(*this); });
 }
 
@@ -98,7 +101,8 @@ void BarTitle::DrawArrow(QPainter& painter, const QColor& colour) const {
 
 BarItem::BarItem(QWidget* parent, std::string_view key, std::string_view caption,
                  std::string_view icon)
-    : BarButton(parent, "Item_" + std::string(key), caption) {
+    : BarButton(parent, "Item_" + std::string(key)) {
+    Caption(caption);
     if (!icon.empty()) {
         setIcon(QIcon(ToQt(icon)));
     }

@@ -12,9 +12,13 @@ inline constexpr int BarMargin = 8;  ///< pixels beside the contents of a bar
 /// A button that Enter clicks as well as the space bar, and that shows where the keyboard is.
 class BarButton : public QAbstractButton {
   public:
-    BarButton(QWidget* parent, std::string_view name, std::string_view caption);
+    BarButton(QWidget* parent, std::string_view name);
 
   protected:
+    /// For the constructors of the kinds of button: a screen reader that is told of a caption asks
+    /// at once what kind it is.
+    void Caption(std::string_view caption);
+
     void keyPressEvent(QKeyEvent* event) override;
     void DrawText(QPainter& painter, const QRect& box, const QColor& colour) const;
     void DrawFocus(QPainter& painter, const QColor& colour) const;

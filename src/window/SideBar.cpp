@@ -71,8 +71,13 @@ void SideBar::AddItem(std::string_view key, std::string_view caption, std::strin
 
 void SideBar::AddControl(QWidget& control) {
     bars_.back()->rows.addWidget(&control);
-    QWidget* reached = control.focusProxy() != nullptr ? control.focusProxy() : &control;
-    setTabOrder(&bars_.back()->title, reached);
+    QWidget* before = &bars_.back()->title;
+    for (auto* part : control.findChildren<QWidget*>()) {
+        if ((part->focusPolicy() & Qt::TabFocus) != 0) {
+            setTabOrder(before, part);
+            before = part;
+        }
+    }
     control.show();
 }
 
