@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QToolTip>
 #include <memory>
 
@@ -12,10 +14,21 @@ namespace zarn {
 
 namespace {
 
-/// Shows boxes with pictures of its own, which are sharp at every scale.
+/// Frames the list or the text that has the keyboard, and shows boxes with pictures of its own,
+/// which are sharp at every scale.
 class ProgramStyle : public QProxyStyle {
   public:
     ProgramStyle() : QProxyStyle("Fusion") {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_Frame && option->state.testFlag(State_HasFocus)) {
+            painter->setPen(option->palette.color(QPalette::Highlight));
+            painter->setBrush(Qt::NoBrush);
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        }
+    }
 
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                        const QWidget* widget) const override {

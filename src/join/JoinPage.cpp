@@ -53,8 +53,6 @@ JoinPage::JoinPage(SharedObjects& shared, FileDialogs& dialogs, DrivePanel& driv
             &JoinPage::CmdSourceFileJoin_Click);
     connect(ui_->CmdResetJoin, &QAbstractButton::clicked, this, &JoinPage::CmdResetJoin_Click);
     connect(ui_->ListView1, &QAbstractItemView::doubleClicked, this, &JoinPage::ListView1_DblClick);
-    connect(&rows_, &QAbstractItemModel::modelReset, this, &JoinPage::AdmitKeyboard);
-    AdmitKeyboard();
     ui_->ListView1->installEventFilter(this);
     ConnectDestination();
     fileDrop_ = std::make_unique<FileDrop>(
@@ -71,11 +69,6 @@ bool JoinPage::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return QWidget::eventFilter(watched, event);
-}
-
-/// An empty list has nothing to show where the keyboard is.
-void JoinPage::AdmitKeyboard() {
-    ui_->ListView1->setFocusPolicy(rows_.rowCount() > 0 ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 std::string JoinPage::JoinFile() const {

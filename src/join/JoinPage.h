@@ -48,7 +48,6 @@ class JoinPage : public QWidget {
     void txtFileToJoin_OLEDragDrop(const std::vector<std::string>& files);
     void CmdResetJoin_Click();
     void ListView1_DblClick();
-    void AdmitKeyboard();
     void FunctionJoinAnalyze(const std::string& fileName);
     void JoinPagePrepare();
     void ShowReport();

@@ -330,5 +330,23 @@ TEST_F(JoinPageTest, EveryTextFitsHasANameAndAKeyOfItsOwn) {
     }
 }
 
+TEST_F(JoinPageTest, TheEnterKeyOpensTheLogOfARow) {
+    Browse(MakeSet());
+    List().setFocus();
+    List().setCurrentIndex(Rows().index(1, 0));  // its part is not there
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        std::string opened;
+        QTimer::singleShot(0, [&opened] {
+            QWidget* form = QApplication::activeModalWidget();
+            if (form != nullptr) {
+                opened = FromQt(form->windowTitle());
+                form->close();
+            }
+        });
+        QTest::keyClick(&List(), key);
+        EXPECT_EQ(opened, " Error Log");
+    }
+}
+
 }  // namespace
 }  // namespace zarn::testing
