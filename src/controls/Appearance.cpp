@@ -2,50 +2,14 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QIcon>
-#include <QPainter>
 #include <QPalette>
-#include <QProxyStyle>
-#include <QStyleOption>
 #include <QToolTip>
-#include <memory>
+
+#include "controls/ProgramStyle.h"
 
 namespace zarn {
 
 namespace {
-
-/// Frames the list or the text that has the keyboard, and shows boxes with pictures of its own,
-/// which are sharp at every scale.
-class ProgramStyle : public QProxyStyle {
-  public:
-    ProgramStyle() : QProxyStyle("Fusion") {}
-
-    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                       const QWidget* widget) const override {
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (element == PE_Frame && option->state.testFlag(State_HasFocus)) {
-            painter->setPen(option->palette.color(QPalette::Highlight));
-            painter->setBrush(Qt::NoBrush);
-            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-        }
-    }
-
-    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
-                       const QWidget* widget) const override {
-        switch (icon) {
-            case SP_MessageBoxCritical:
-                return QIcon(":/boxes/stop.svg");
-            case SP_MessageBoxQuestion:
-                return QIcon(":/boxes/question.svg");
-            case SP_MessageBoxWarning:
-                return QIcon(":/boxes/exclamation.svg");
-            case SP_MessageBoxInformation:
-                return QIcon(":/boxes/information.svg");
-            default:
-                return QProxyStyle::standardIcon(icon, option, widget);
-        }
-    }
-};
 
 QFont ProgramFont() {
     QFont font;
@@ -87,7 +51,7 @@ QPalette ProgramPalette() {
 }  // namespace
 
 void ApplyAppearance(QApplication& application) {
-    application.setStyle(std::make_unique<ProgramStyle>().release());
+    application.setStyle(MakeProgramStyle().release());
     const QPalette palette = ProgramPalette();
     QApplication::setPalette(palette);
     QApplication::setFont(ProgramFont());

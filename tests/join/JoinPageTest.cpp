@@ -338,13 +338,15 @@ TEST_F(JoinPageTest, TheEnterKeyOpensTheLogOfARow) {
     List().setCurrentIndex(Rows().index(1, 0));
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         std::string opened;
-        QTimer::singleShot(0, [&opened] {
-            QWidget* form = QApplication::activeModalWidget();
-            if (form != nullptr) {
+        QTimer look;
+        look.setSingleShot(true);
+        QObject::connect(&look, &QTimer::timeout, [&opened] {
+            if (QWidget* form = QApplication::activeModalWidget()) {
                 opened = FromQt(form->windowTitle());
                 form->close();
             }
         });
+        look.start(0);
         QTest::keyClick(&List(), key);
         EXPECT_EQ(opened, " Error Log");
     }
