@@ -1,13 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <string>
-#include <tuple>
-
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
 
 namespace zarn {
-
 namespace {
 
 using Parts = std::vector<std::string>;
@@ -18,17 +14,15 @@ TEST(Text, DecodesOnlyValidUtf8) {
         std::string text;
         AppendCharacter(text, code);
         const DecodedCharacter character = DecodeCharacter(text + "\x80");
-        EXPECT_TRUE(character.valid) << static_cast<std::uint32_t>(code);
+        EXPECT_TRUE(character.valid && IsUtf8(text)) << static_cast<std::uint32_t>(code);
         EXPECT_EQ(character.code, code);
         EXPECT_EQ(character.bytes, text.size());
-        EXPECT_TRUE(IsUtf8(text));
     }
     for (const std::string_view text :
          {"\x80", "\xBF", "\xC1\xBF", "\xC3", "\xC3x", "\xE0\x9F\xBF", "\xE2\x82", "\xE2\x82x",
           "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
         const DecodedCharacter character = DecodeCharacter(text);
-        EXPECT_FALSE(character.valid) << text;
-        EXPECT_EQ(character.bytes, 1U) << text;
+        EXPECT_TRUE(!character.valid && character.bytes == 1) << text;
         EXPECT_FALSE(IsUtf8("ok" + std::string(text))) << text;
     }
 }
@@ -37,16 +31,12 @@ TEST(Text, CountsCharactersAndPassesBadBytesThrough) {
     // Six characters: two of ASCII, one each of two, three and four bytes, one stray byte.
     const std::string text = "a\u00E9\u20AC\U0001F600\xFFz";
     EXPECT_EQ(Length(text), 6U);
-    using Case = std::tuple<std::size_t, std::string_view, std::string_view, std::string_view>;
-    const std::vector<Case> cases = {
-        {0, "", "", "a\u00E9"},
-        {2, "a\u00E9", "\xFFz", "\u20AC\U0001F600"},
-        {3, "a\u00E9\u20AC", "\U0001F600\xFFz", "\U0001F600\xFF"},
-        {5, "a\u00E9\u20AC\U0001F600\xFF", "\u00E9\u20AC\U0001F600\xFFz", "z"},
-        {6, text, text, ""},
-        {9, text, text, ""},
-    };
-    for (const auto& [count, left, right, middle] : cases) {
+    using Case = std::tuple<std::size_t, std::string, std::string, std::string>;
+    for (const auto& [count, left, right, middle] :
+         {Case{0, "", "", "a\u00E9"}, Case{2, "a\u00E9", "\xFFz", "\u20AC\U0001F600"},
+          Case{3, "a\u00E9\u20AC", "\U0001F600\xFFz", "\U0001F600\xFF"},
+          Case{5, "a\u00E9\u20AC\U0001F600\xFF", "\u00E9\u20AC\U0001F600\xFFz", "z"},
+          Case{6, text, text, ""}, Case{9, text, text, ""}}) {
         EXPECT_EQ(Left(text, count), left) << count;
         EXPECT_EQ(Right(text, count), right) << count;
         EXPECT_EQ(Mid(text, count + 1, 2), middle) << count;
@@ -60,20 +50,12 @@ TEST(Text, CutsAndReplaces) {
     EXPECT_EQ(Trim("  a b  "), "a b");
     EXPECT_EQ(Trim("\ta\r\n "), "\ta\r\n");
     EXPECT_EQ(Trim("   "), "");
-
     EXPECT_EQ(Split("", "/"), Parts());
-    EXPECT_EQ(Split("abc", "/"), Parts({"abc"}));
     EXPECT_EQ(Split("/a//b/", "/"), Parts({"", "a", "", "b", ""}));
     EXPECT_EQ(Split("a\r\nb\nc\r\n", "\r\n"), Parts({"a", "b\nc", ""}));
     EXPECT_EQ(Split("aaa", "aa"), Parts({"", "a"}));
-
     EXPECT_EQ(Replace("aaaa.", "aa", "a"), "aa.");
     EXPECT_EQ(Replace("a.txt.txt", ".txt", ""), "a");
-    EXPECT_EQ(Replace("Abc", "a", "x"), "Abc");
-
-    EXPECT_TRUE(Contains("Removable", "mov"));
-    EXPECT_FALSE(Contains("Removable", "MOV"));
-
     EXPECT_EQ(FunctionLastPathItem("C:\\dir\\a/b.txt"), "a/b.txt");
     EXPECT_EQ(FunctionLastPathItem("C:\\dir\\"), "");
     EXPECT_EQ(FunctionLastPathItem("a.txt"), "a.txt");
@@ -85,11 +67,9 @@ TEST(CodePage, EveryCodeComesBack) {
         EXPECT_EQ(CodeOfCharacter(CharacterOfCode(byte)), byte);
     }
     using Case = std::pair<std::uint8_t, char32_t>;
-    const std::vector<Case> cases = {
-        {0x7F, 0x7F},   {0x80, 0x20AC}, {0x81, 0x81}, {0x8A, 0x160}, {0x92, 0x2019},
-        {0x99, 0x2122}, {0x9F, 0x178},  {0xA0, 0xA0}, {0xFF, 0xFF},
-    };
-    for (const auto& [code, character] : cases) {
+    for (const auto& [code, character] : {Case(0x7F, 0x7F), Case(0x80, 0x20AC), Case(0x81, 0x81),
+                                          Case(0x8A, 0x160), Case(0x92, 0x2019), Case(0x99, 0x2122),
+                                          Case(0x9F, 0x178), Case(0xA0, 0xA0), Case(0xFF, 0xFF)}) {
         EXPECT_EQ(CharacterOfCode(code), character);
     }
     for (const char32_t character : {0x80U, 0x9FU, 0x100U, 0x3C9U, 0x1F600U}) {
@@ -98,17 +78,12 @@ TEST(CodePage, EveryCodeComesBack) {
 }
 
 TEST(CodePage, WritesOneByteACharacterUnlessANameWouldBeLost) {
-    using Case = std::pair<std::string_view, std::string_view>;
-    const std::vector<Case> cases = {
-        {"", ""},
-        {"plain\r\n", "plain\r\n"},
-        {"caf\u00E9 \u20AC", "caf\xE9 \x80"},
-        {"\u00E9\u03C9", "\u00E9\u03C9"},
-        // These two characters' codes, C3 and A9, are the UTF-8 form of another one.
-        {"\u00C3\u00A9", "\u00C3\u00A9"},
-        {"\u00C3\u00A9\u00E9", "\xC3\xA9\xE9"},
-    };
-    for (const auto& [text, bytes] : cases) {
+    using Case = std::pair<std::string, std::string>;
+    // The characters C3 and A9 are, as codes, the UTF-8 form of another one.
+    for (const auto& [text, bytes] :
+         {Case("", ""), Case("plain\r\n", "plain\r\n"), Case("caf\u00E9 \u20AC", "caf\xE9 \x80"),
+          Case("\u00E9\u03C9", "\u00E9\u03C9"), Case("\u00C3\u00A9", "\u00C3\u00A9"),
+          Case("\u00C3\u00A9\u00E9", "\xC3\xA9\xE9")}) {
         EXPECT_EQ(EncodeText(text), bytes);
         EXPECT_EQ(DecodeText(bytes), text);
     }
@@ -117,5 +92,4 @@ TEST(CodePage, WritesOneByteACharacterUnlessANameWouldBeLost) {
 }
 
 }  // namespace
-
 }  // namespace zarn
