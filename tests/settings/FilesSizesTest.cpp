@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <tuple>
-
-#include "settings/Files.h"
-#include "support/ErrorOf.h"
-#include "support/TestPlatform.h"
+#include "settings/FilesFixture.h"
 
 namespace zarn::testing {
-
 namespace {
 
 constexpr std::uint64_t Mega = 1048576;
@@ -27,14 +19,7 @@ struct RecordingFields : public PieceSizeFields {
     std::string calls;
 };
 
-struct FilesSizes : public ::testing::Test {
-    TestPlatform test;
-    TestFolder folder;
-    LocaleSeparators separators;
-    Messages messages{*test.boxes};
-    Files files{*test.platform.fileSystem, *test.platform.volumes, messages, separators};
-    std::string none = folder.Drive("none");
-
+struct FilesSizes : public FilesFixture {
     /// A file with a hole of that size.
     [[nodiscard]] std::string Sized(std::uint64_t size) const {
         folder.Write("file", "");
@@ -43,21 +28,17 @@ struct FilesSizes : public ::testing::Test {
     }
 };
 
-}  // namespace
-
 TEST_F(FilesSizes, TextsOfFiles) {
-    using Case = std::tuple<std::uint64_t, const char*, const char*>;
-    const std::vector<Case> cases = {
-        {0, "", "0 Bytes"},
-        {512, "size : 512.00 Bytes", "512 Bytes"},
-        {1000, "size : 1,000.00 Bytes", "2 KB"},
-        {1001, "size : 0.98 KB (1,001 Bytes)", "2 KB"},
-        {1000000, "size : 976.56 KB (1,000,000 Bytes)", "978 KB"},
-        {1000001, "size : 0.95 MB (1,000,001 Bytes)", "978 KB"},
-        {1000000000, "size : 953.67 MB (1,000,000,000 Bytes)", "976,563 KB"},
-        {1000000001, "size : 0.93 GB (1,000,000,001 Bytes)", "976,564 KB"},
-        {5 * Giga, "size : 5.00 GB (5,368,709,120 Bytes)", "5,242,880 KB"}};
-    for (const auto& [size, text, grid] : cases) {
+    using Case = std::tuple<std::uint64_t, std::string, std::string>;
+    for (const auto& [size, text, grid] :
+         {Case(0, "", "0 Bytes"), Case(512, "size : 512.00 Bytes", "512 Bytes"),
+          Case(1000, "size : 1,000.00 Bytes", "2 KB"),
+          Case(1001, "size : 0.98 KB (1,001 Bytes)", "2 KB"),
+          Case(1000000, "size : 976.56 KB (1,000,000 Bytes)", "978 KB"),
+          Case(1000001, "size : 0.95 MB (1,000,001 Bytes)", "978 KB"),
+          Case(1000000000, "size : 953.67 MB (1,000,000,000 Bytes)", "976,563 KB"),
+          Case(1000000001, "size : 0.93 GB (1,000,000,001 Bytes)", "976,564 KB"),
+          Case(5 * Giga, "size : 5.00 GB (5,368,709,120 Bytes)", "5,242,880 KB")}) {
         const std::string path = Sized(size);
         EXPECT_EQ(files.FileSizeText(path), text);
         EXPECT_EQ(files.FunctionFileSizeGrid(path), grid) << size;
@@ -71,21 +52,15 @@ TEST_F(FilesSizes, TextsOfFiles) {
 }
 
 TEST_F(FilesSizes, TextsOfNumbersAndWhatIsLeftInTheVariable) {
-    using Case = std::tuple<double, const char*, double, const char*>;
-    const std::vector<Case> cases = {
-        {0.9, "0 Bytes", 0.9, "0.90 Bytes"},
-        {999.9, "999 Bytes", 999.9, "999.90 Bytes"},
-        {1000, "2 KB", 2, "1,000.00 Bytes"},
-        {1023.999995, "2 KB", 2, "1.00 KB"},
-        {1024, "1 KB", 1, "1.00 KB"},
-        {1.2 * 1024, "2 KB", 2, "1.20 KB"},
-        {1536, "3 KB", 3, "1.50 KB"},
-        {1.7 * 1024, "3 KB", 3, "1.70 KB"},
-        {2560, "3 KB", 3, "2.50 KB"},
-        {Mega - 1.0, "1,025 KB", 1025, "1,024.00 KB"},
-        {Mega - 0.005, "1,025 KB", 1025, "1.00 MB"},
-        {2048.0 * Giga, "2,147,483,648 KB", 2147483648, "2,048.00 GB"}};
-    for (const auto& [size, text, left, converted] : cases) {
+    using Case = std::tuple<double, std::string, double, std::string>;
+    for (const auto& [size, text, left, converted] :
+         {Case(0.9, "0 Bytes", 0.9, "0.90 Bytes"), Case(999.9, "999 Bytes", 999.9, "999.90 Bytes"),
+          Case(1000, "2 KB", 2, "1,000.00 Bytes"), Case(1023.999995, "2 KB", 2, "1.00 KB"),
+          Case(1024, "1 KB", 1, "1.00 KB"), Case(1.2 * 1024, "2 KB", 2, "1.20 KB"),
+          Case(1536, "3 KB", 3, "1.50 KB"), Case(1.7 * 1024, "3 KB", 3, "1.70 KB"),
+          Case(2560, "3 KB", 3, "2.50 KB"), Case(Mega - 1.0, "1,025 KB", 1025, "1,024.00 KB"),
+          Case(Mega - 0.005, "1,025 KB", 1025, "1.00 MB"),
+          Case(2048.0 * Giga, "2,147,483,648 KB", 2147483648, "2,048.00 GB")}) {
         double variable = size;
         EXPECT_EQ(files.FunctionFileJoinConvertSize(variable), converted) << size;
         EXPECT_EQ(files.FunctionFileSizeFormated(variable), text) << size;
@@ -109,17 +84,13 @@ TEST_F(FilesSizes, MegabytesAndTheLeastSizeToSplit) {
 TEST_F(FilesSizes, GigabytesTurnToMegabytesForASmallFile) {
     RecordingFields fields;
     files.UsePieceSizeFields(&fields);
-    using Case = std::tuple<std::uint64_t, LocaleSeparators, const char*, double, bool>;
-    const std::vector<Case> cases = {{10737419, english, "4", 0.01, false},
-                                     {10737418, english, "", 10.24, true},
-                                     {Giga / 2, english, "4x", 0.5, false},
-                                     {10 * Mega, english, "4", 2.5, true},
-                                     {3 * Giga / 2, german, "4", 1.5, false},
-                                     {10 * Mega, english, "0", 10, true},
-                                     {10 * Mega, english, "x4", 10, true},
-                                     {Giga / 2, german, "2,5", 204.8, true},
-                                     {1000, english, "4", 0, true}};
-    for (const auto& [size, locale, parts, result, isSmall] : cases) {
+    using Case = std::tuple<std::uint64_t, LocaleSeparators, std::string, double, bool>;
+    for (const auto& [size, locale, parts, result, isSmall] :
+         {Case(10737419, english, "4", 0.01, false), Case(10737418, english, "", 10.24, true),
+          Case(Giga / 2, english, "4x", 0.5, false), Case(10 * Mega, english, "4", 2.5, true),
+          Case(3 * Giga / 2, german, "4", 1.5, false), Case(10 * Mega, english, "0", 10, true),
+          Case(10 * Mega, english, "x4", 10, true), Case(Giga / 2, german, "2,5", 204.8, true),
+          Case(1000, english, "4", 0, true)}) {
         separators = locale;
         fields.parts = parts;
         fields.calls.clear();
@@ -138,4 +109,5 @@ TEST_F(FilesSizes, GigabytesTurnToMegabytesForASmallFile) {
     EXPECT_EQ(test.boxes->shown.size(), 3U);
 }
 
+}  // namespace
 }  // namespace zarn::testing
