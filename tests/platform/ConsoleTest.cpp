@@ -1,99 +1,66 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <termios.h>
-#include <unistd.h>
 
-#include <array>
 #include <cstdlib>
-#include <tuple>
 
 #include "platform/linux/ConsoleMessageBoxes.h"
 #include "platform/linux/FileDescriptor.h"
-#include "runtime/Text.h"
+#include "support/TestFolder.h"
 
 namespace zarn::testing {
-
 namespace {
 
-struct Pipe {
-    FileDescriptor readEnd;
-    FileDescriptor writeEnd;
+using enum BoxAnswer;
 
-    Pipe() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
-        readEnd = FileDescriptor(ends[0]);
-        writeEnd = FileDescriptor(ends[1]);
+struct ConsoleTest : public ::testing::Test {
+    ConsoleTest() { folder.Write("out", ""); }
+
+    BoxAnswer Show(const BoxMessage& message, const FileDescriptor& input) {
+        const FileDescriptor output = OpenFile(folder.System("out"), O_WRONLY | O_TRUNC);
+        return ConsoleMessageBoxes(input.Number(), output.Number()).Show(message);
     }
 
-    /// Everything in the pipe, which can take no more after this.
-    [[nodiscard]] std::string Rest() {
-        writeEnd.Close();
-        return ReadToEnd(readEnd, 1000);
-    }
+    TestFolder folder;
 };
 
-struct Shown {
-    BoxAnswer answer;
-    std::string output;
-    std::string notRead;
-};
-
-Shown ShowWithInput(const BoxMessage& message, std::string_view input) {
-    Pipe in;
-    Pipe out;
-    WriteAll(in.writeEnd, std::as_bytes(std::span(input)));
-    in.writeEnd.Close();
-    const BoxAnswer answer =
-        ConsoleMessageBoxes(in.readEnd.Number(), out.writeEnd.Number()).Show(message);
-    return {answer, out.Rest(), in.Rest()};
-}
-
-}  // namespace
-
-TEST(ConsoleTest, ABoxIsItsTitleAndItsText) {
-    const Shown box = ShowWithInput({"Error", "One\r\rTwo   ", BoxIcon::Stop, BoxButtons::Ok}, "x");
-    EXPECT_EQ(box.answer, BoxAnswer::Ok);
-    EXPECT_EQ(box.output, "Error\nOne\n\nTwo   \n");
-    EXPECT_EQ(box.notRead, "x");
-    EXPECT_EQ(ShowWithInput({"", "Done", BoxIcon::Stop, BoxButtons::Ok}, "").output, "Done\n");
-}
-
-TEST(ConsoleTest, AQuestionIsAnsweredByALine) {
-    using Case = std::tuple<std::string_view, BoxAnswer, std::size_t, std::string_view>;
-    for (const auto& [input, answer, prompts, notRead] :
-         {Case{"y\nrest\n", BoxAnswer::Yes, 1, "rest\n"}, Case{" YES \n", BoxAnswer::Yes, 1, ""},
-          Case{"y", BoxAnswer::Yes, 1, ""}, Case{"no\ny\n", BoxAnswer::No, 1, "y\n"},
-          Case{"N\n", BoxAnswer::No, 1, ""}, Case{"", BoxAnswer::No, 1, ""},
-          Case{"yy\n\ny\n", BoxAnswer::Yes, 3, ""}, Case{"what", BoxAnswer::No, 2, ""}}) {
-        const Shown box = ShowWithInput({"", "Sure?", BoxIcon::Question, BoxButtons::YesNo}, input);
-        EXPECT_EQ(box.answer, answer) << input;
-        EXPECT_EQ(box.output, "Sure?\n" + Replace(std::string(prompts, '.'), ".", "[y/n] "))
-            << input;
-        EXPECT_EQ(box.notRead, notRead) << input;
+TEST_F(ConsoleTest, ABoxIsItsTitleAndItsTextAndAQuestionIsAnsweredByALine) {
+    const BoxMessage box = {"Error", "One\r\rTwo   ", BoxIcon::Stop, BoxButtons::Ok};
+    const BoxMessage untitled = {"", "Done", BoxIcon::Stop, BoxButtons::Ok};
+    const BoxMessage question = {"", "Sure?", BoxIcon::Question, BoxButtons::YesNo};
+    const std::string asked = "Sure?\n[y/n] ";
+    using Case = std::tuple<BoxMessage, std::string, BoxAnswer, std::string, std::string>;
+    for (const auto& [message, input, answer, output, notRead] :
+         {Case(box, "x", Ok, "Error\nOne\n\nTwo   \n", "x"), Case(untitled, "", Ok, "Done\n", ""),
+          Case(question, "y\nrest\n", Yes, asked, "rest\n"),
+          Case(question, " YES \n", Yes, asked, ""), Case(question, "y", Yes, asked, ""),
+          Case(question, "no\ny\n", No, asked, "y\n"), Case(question, "N\n", No, asked, ""),
+          Case(question, "", No, asked, ""),
+          Case(question, "yy\n\ny\n", Yes, asked + "[y/n] [y/n] ", ""),
+          Case(question, "what", No, asked + "[y/n] ", "")}) {
+        folder.Write("in", input);
+        const FileDescriptor in = OpenFile(folder.System("in"), O_RDONLY);
+        EXPECT_EQ(Show(message, in), answer) << input;
+        EXPECT_EQ(folder.Read("out"), output) << input;
+        EXPECT_EQ(ReadToEnd(in, 1000), notRead) << input;
     }
-    // A standard input that is closed is at its end.
-    EXPECT_EQ(ConsoleMessageBoxes(-1, -1).Show({"", "", BoxIcon::Question, BoxButtons::YesNo}),
-              BoxAnswer::No);
+    EXPECT_EQ(Show(question, FileDescriptor()), No) << "a closed standard input is at its end";
 }
 
-TEST(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
+TEST_F(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
     const FileDescriptor keyboard(posix_openpt(O_RDWR | O_NOCTTY));
-    ASSERT_EQ(grantpt(keyboard.Number()), 0);
-    ASSERT_EQ(unlockpt(keyboard.Number()), 0);
+    ASSERT_EQ(grantpt(keyboard.Number()) + unlockpt(keyboard.Number()), 0);
     const FileDescriptor terminal = OpenFile(ptsname(keyboard.Number()), O_RDWR | O_NOCTTY);
-    ASSERT_TRUE(terminal.IsOpen());
     termios before{};
     ASSERT_EQ(tcgetattr(terminal.Number(), &before), 0);
-    WriteAll(keyboard, std::as_bytes(std::span(std::string_view("x"))));
-    Pipe out;
-    ConsoleMessageBoxes boxes(terminal.Number(), out.writeEnd.Number());
-    EXPECT_EQ(boxes.Show({"", "Done", BoxIcon::Information, BoxButtons::Ok}), BoxAnswer::Ok);
-    EXPECT_EQ(out.Rest(), "Done\nPress any key to continue . . . \n");
+    WriteAll(keyboard, std::as_bytes(std::span("x", 1)));
+    EXPECT_EQ(Show({"", "Done", BoxIcon::Information, BoxButtons::Ok}, terminal), Ok);
+    EXPECT_EQ(folder.Read("out"), "Done\nPress any key to continue . . . \n");
     termios after{};
     ASSERT_EQ(tcgetattr(terminal.Number(), &after), 0);
     EXPECT_EQ(after.c_lflag, before.c_lflag);
     EXPECT_EQ(after.c_cc[VMIN], before.c_cc[VMIN]);
 }
 
+}  // namespace
 }  // namespace zarn::testing

@@ -1,21 +1,15 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
-#include <optional>
 #include <thread>
-#include <tuple>
 
 #include "platform/linux/PathResolver.h"
 #include "runtime/Text.h"
 #include "support/ErrorOf.h"
 #include "support/TestFolder.h"
 
-namespace zarn {
+namespace zarn::testing {
 namespace {
-
-using testing::TestFolder;
 
 // A drive Q: in a folder of its own, and the current directory in it or elsewhere.
 class Paths : public ::testing::Test {
@@ -51,22 +45,21 @@ TEST(MountInfo, IsReadWithItsEscapesTagsAndCovers) {
 }
 
 TEST(Drives, GetTheTypeOfTheirMount) {
-    const std::vector<std::pair<std::optional<DriveType>, std::vector<const char*>>> cases = {
-        {DriveType::Fixed,
+    using enum DriveType;
+    using Case = std::pair<std::optional<DriveType>, std::vector<const char*>>;
+    const std::vector<Case> cases = {
+        {Fixed,
          {"/home ext4 /dev/none", "/data btrfs /dev/none", "/tank zfs tank/data",
           "/mnt/x fuseblk /dev/none", "/mediation ext4 /dev/none"}},
-        {DriveType::Removable,
-         {"/media/u/stick vfat /dev/none", "/run/media/u/stick exfat /dev/none"}},
-        {DriveType::CdRom, {"/media/u/cd iso9660 /dev/none", "/mnt/dvd udf /dev/none"}},
-        {DriveType::Remote,
-         {"/mnt/n nfs4 srv:/data", "/mnt/s cifs //srv/data", "/mnt/h fuse.sshfs u@h:"}},
-        {DriveType::RamDisk, {"/tmp tmpfs tmpfs"}},
+        {Removable, {"/media/u/stick vfat /dev/none", "/run/media/u/stick exfat /dev/none"}},
+        {CdRom, {"/media/u/cd iso9660 /dev/none", "/mnt/dvd udf /dev/none"}},
+        {Remote, {"/mnt/n nfs4 srv:/data", "/mnt/s cifs //srv/data", "/mnt/h fuse.sshfs u@h:"}},
+        {RamDisk, {"/tmp tmpfs tmpfs"}},
         {std::nullopt,
          {"/ ext4 /dev/none", "/dev/shm tmpfs tmpfs", "/run/user/1000 tmpfs tmpfs",
           "/boot/efi vfat /dev/none", "/snap/core/1 squashfs /dev/loop1",
           "/opt/image squashfs /dev/loop1", "/var/lib/docker/merged overlay overlay",
-          "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"}},
-    };
+          "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"}}};
     for (const auto& [type, mounts] : cases) {
         for (const char* mount : mounts) {
             const auto words = Split(mount, " ");
@@ -76,19 +69,17 @@ TEST(Drives, GetTheTypeOfTheirMount) {
 }
 
 TEST(Drives, AreFixedByTheFileDrives) {
-    const auto drives = ParseDrives(
-        "# my drives\n\nA: removable /mnt/floppy disk/\r\n"
-        "  e:\tOPTICAL   /mnt/cd  \n"
-        "C: fixed /mnt/c\nF: floppy /mnt/f\nG: fixed mnt/g\nH: fixed\nI: fixed /\n4: fixed /mnt/4\n"
-        "A: fixed /mnt/again\n"
-        "J: fixed /mnt/cd\n"
-        "K: RamDisk /k\n");
-    ASSERT_EQ(drives.size(), 3U);
-    EXPECT_EQ(std::tuple(drives[0].letter, drives[0].type, drives[0].folder),
-              std::tuple('A', DriveType::Removable, "/mnt/floppy disk"));
-    EXPECT_EQ(std::tuple(drives[1].letter, drives[1].type, drives[1].folder),
-              std::tuple('E', DriveType::CdRom, "/mnt/cd"));
-    EXPECT_EQ(std::tuple(drives[2].letter, drives[2].type), std::tuple('K', DriveType::RamDisk));
+    std::string found;
+    for (const Drive& drive : ParseDrives("# my drives\n\nA: removable /mnt/floppy disk/\r\n"
+                                          "  e:\tOPTICAL   /mnt/cd  \n"
+                                          "C: fixed /mnt/c\nF: floppy /mnt/f\nG: fixed mnt/g\nH: "
+                                          "fixed\nI: fixed /\n4: fixed /mnt/4\n"
+                                          "A: fixed /mnt/again\n"
+                                          "J: fixed /mnt/cd\n"
+                                          "K: RamDisk /k\n")) {
+        found += drive.letter + std::to_string(static_cast<int>(drive.type)) + drive.folder + "|";
+    }
+    EXPECT_EQ(found, "A2/mnt/floppy disk|E5/mnt/cd|K6/k|");
 }
 
 TEST(Shares, AreFoundByServerAndShare) {
@@ -98,44 +89,36 @@ TEST(Shares, AreFoundByServerAndShare) {
         {"/mnt/g", "nfs", "srv:/b/twin"},      {"/mnt/h", "tmpfs", "//srv/fake"},
         {"/mnt/i", "smb3", "//10.0.0.1/pub"},
     };
-    const std::vector<std::tuple<const char*, const char*, std::optional<std::string>>> cases = {
-        {"10.0.0.1", "PUB", "/mnt/i"},    {"SRV", "big", "/mnt/e"},
-        {"srv", "/export/big", "/mnt/e"}, {"srv", "/B/twin", "/mnt/g"},
-        {"srv", "twin", std::nullopt},    {"srv", "data", "/mnt/c"},
-        {"srv", "fake", std::nullopt},    {"rv", "big", std::nullopt},
-    };
-    for (const auto& [server, share, folder] : cases) {
+    using Case = std::tuple<const char*, const char*, std::optional<std::string>>;
+    for (const auto& [server, share, folder] :
+         {Case("10.0.0.1", "PUB", "/mnt/i"), Case("SRV", "big", "/mnt/e"),
+          Case("srv", "/export/big", "/mnt/e"), Case("srv", "/B/twin", "/mnt/g"),
+          Case("srv", "twin", {}), Case("srv", "data", "/mnt/c"), Case("srv", "fake", {}),
+          Case("rv", "big", {})}) {
         EXPECT_EQ(FindShare(mounts, server, share), folder) << server << " " << share;
     }
 }
 
 TEST_F(Paths, StartAtTheDriveOrTheCurrentFolder) {
-    const auto expect = [this](const std::string& from, const std::string& path,
-                               const std::string& system) {
+    const std::string deep = Under("Deep");
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [from, path, system] :
+         {Case("/", R"(Q:\Deep\er\new)", deep + "/er/new"),
+          Case("/", R"(q:\\Deep\\er\)", deep + "/er"), Case("/", "q:", folder.System("disk")),
+          Case("/", "C:\\tmp", "/tmp"), Case("/", "Q:Deep\\new", deep + "/new"),
+          Case(deep, "Q:new", deep + "/new"), Case(deep, "new", deep + "/new"),
+          Case(deep, R"(..\Deep\.\new)", deep + "/../Deep/./new"),
+          Case(deep, "\\Deep\\new", deep + "/new"), Case(deep, "C:tmp", "/tmp"),
+          Case(folder.System("config"), "\\tmp", "/tmp")}) {
         std::filesystem::current_path(from);
         EXPECT_EQ(paths.SystemPath(path), system) << path << " from " << from;
-    };
-    const std::string disk = Under("Deep");
-    expect("/", R"(Q:\Deep\er\new)", disk + "/er/new");
-    expect("/", R"(q:\\Deep\\er\)", disk + "/er");
-    expect("/", "q:", Under("").substr(0, Under("").size() - 1));
-    expect("/", "C:" + std::string("\\tmp"), "/tmp");
-    expect("/", "Q:Deep\\new", disk + "/new");
-    expect(disk, "Q:new", disk + "/new");
-    expect(disk, "new", disk + "/new");
-    expect(disk, R"(..\Deep\.\new)", disk + "/../Deep/./new");
-    expect(disk, "\\Deep\\new", disk + "/new");
-    expect(disk, "C:tmp", "/tmp");
-    expect(folder.System("config"), "\\tmp", "/tmp");
+    }
 }
 
 TEST_F(Paths, OnNoDriveOrWithAnImpossibleNameAreBad) {
-    for (const std::string_view path :
-         {std::string_view("B:\\x"), std::string_view("1:\\x"),
-          std::string_view(R"(\\server\share\x)"), std::string_view("\\\\"), std::string_view(""),
-          std::string_view("C:\\a/b"), std::string_view("C:\\a\0b", 6)}) {
-        EXPECT_EQ(testing::ErrorOf([&] { return paths.SystemPath(path); }),
-                  ErrorNumber::BadFileNameOrNumber)
+    for (const std::string& path : std::vector<std::string>{
+             "B:\\x", "1:\\x", R"(\\server\share\x)", "\\\\", "", "C:\\a/b", {"C:\\a\0b", 6}}) {
+        EXPECT_EQ(ErrorOf([&] { return paths.SystemPath(path); }), ErrorNumber::BadFileNameOrNumber)
             << path;
     }
 }
@@ -146,19 +129,18 @@ TEST_F(Paths, AreLookedUpExactlyThenWithoutRegardToCase) {
     folder.Write("disk/Deep/two.txt", "");
     folder.Write("disk/Deep/TWO.txt", "");
     std::filesystem::create_symlink("/no/such", Under("Deep/Link"));
-    using Case = std::tuple<std::string, PathState, std::string>;
-    const std::vector<Case> cases = {
-        {"Q:\\Deep\\One.txt", PathState::Exists, "Deep/One.txt"},
-        {"Q:\\DEEP\\ONE.TXT", PathState::Exists, "Deep/One.txt"},
-        {"Q:\\deep\\\u00FCBER", PathState::Exists, "Deep/\u00DCber"},
-        {"Q:\\deep\\TWO.txt", PathState::Exists, "Deep/TWO.txt"},
-        {"Q:\\Deep\\Two.txt", PathState::Missing, "Deep/Two.txt"},
-        {"Q:\\DEEP\\lInK", PathState::Exists, "Deep/Link"},
-        {"Q:\\DEEP\\New.txt", PathState::Missing, "Deep/New.txt"},
-        {R"(Q:\DEEP\Nowhere\New.txt)", PathState::FolderMissing, "DEEP/Nowhere/New.txt"},
-        {R"(Q:\Deep\One.txt\x)", PathState::FolderMissing, "Deep/One.txt/x"},
-    };
-    for (const auto& [path, state, system] : cases) {
+    using enum PathState;
+    using Case = std::tuple<const char*, PathState, const char*>;
+    for (const auto& [path, state, system] :
+         {Case("Q:\\Deep\\One.txt", Exists, "Deep/One.txt"),
+          Case("Q:\\DEEP\\ONE.TXT", Exists, "Deep/One.txt"),
+          Case("Q:\\deep\\\u00FCBER", Exists, "Deep/\u00DCber"),
+          Case("Q:\\deep\\TWO.txt", Exists, "Deep/TWO.txt"),
+          Case("Q:\\Deep\\Two.txt", Missing, "Deep/Two.txt"),
+          Case("Q:\\DEEP\\lInK", Exists, "Deep/Link"),
+          Case("Q:\\DEEP\\New.txt", Missing, "Deep/New.txt"),
+          Case(R"(Q:\DEEP\Nowhere\New.txt)", FolderMissing, "DEEP/Nowhere/New.txt"),
+          Case(R"(Q:\Deep\One.txt\x)", FolderMissing, "Deep/One.txt/x")}) {
         const ResolvedPath resolved = paths.Resolve(path);
         EXPECT_EQ(resolved.state, state) << path;
         EXPECT_EQ(resolved.path, Under(system)) << path;
@@ -190,21 +172,16 @@ TEST_F(Paths, SeeChangesOfFolders) {
 }
 
 TEST_F(Paths, ComeBackAsDrivePaths) {
-    const std::vector<std::pair<std::string, std::optional<std::string>>> cases = {
-        {"/", "C:\\"},
-        {"/no/such//file", R"(C:\no\such\file)"},
-        {Under("a/b.txt"), "Q:\\a\\b.txt"},
-        {folder.System("disk"), "Q:\\"},
-        {folder.System("disk") + "//", "Q:\\"},
-        {folder.System("disky"), folder.Drive("disky")},
-        {Under("a\\b"), std::nullopt},
-        {"relative/file", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const auto& [system, drive] : cases) {
+    using Case = std::pair<std::string, std::optional<std::string>>;
+    for (const auto& [system, drive] :
+         {Case("/", "C:\\"), Case("/no/such//file", R"(C:\no\such\file)"),
+          Case(Under("a/b.txt"), "Q:\\a\\b.txt"), Case(folder.System("disk"), "Q:\\"),
+          Case(folder.System("disk") + "//", "Q:\\"),
+          Case(folder.System("disky"), folder.Drive("disky")), Case(Under("a\\b"), {}),
+          Case("relative/file", {}), Case("", {})}) {
         EXPECT_EQ(paths.DrivePath(system), drive) << system;
     }
 }
 
 }  // namespace
-}  // namespace zarn
+}  // namespace zarn::testing

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
-#include <tuple>
 
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxProcesses.h"
@@ -13,7 +11,6 @@
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
-
 namespace {
 
 struct ProcessesTest : public ::testing::Test {
@@ -40,8 +37,6 @@ std::int32_t CodeAtEnd(LinuxProcesses& processes, ProcessId process) {
     }
     return code;
 }
-
-}  // namespace
 
 TEST_F(ProcessesTest, OnlyTheFirstInstanceIsTheFirst) {
     LinuxProcesses second = Make();
@@ -82,10 +77,11 @@ TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {
     EXPECT_EQ(CodeAtEnd(processes, process), 128 + SIGKILL);
     EXPECT_EQ(processes.ExitCode(getpid()), -1);
     LinuxProcesses without = Make(home.System("nothing"));
-    EXPECT_EQ(ErrorOf([&] { return processes.StartHidden(home.Drive("no\\such.bat"), {}); }),
-              ErrorNumber::FileNotFound);
-    EXPECT_EQ(ErrorOf([&] { return without.StartHidden(home.Drive("interpreter"), {}); }),
-              ErrorNumber::FileNotFound);
+    const auto start = [](LinuxProcesses& with, const std::string& script) {
+        return ErrorOf([&] { return with.StartHidden(script, {}); });
+    };
+    EXPECT_EQ(start(processes, home.Drive("no\\such.bat")), ErrorNumber::FileNotFound);
+    EXPECT_EQ(start(without, home.Drive("interpreter")), ErrorNumber::FileNotFound);
 }
 
 TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
@@ -105,20 +101,24 @@ TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    unsetenv("XDG_CACHE_HOME");
-    setenv("HOME", "/home/me/", 1);
-    for (const auto& [variable, configuration, temporary] :
-         {std::tuple("/x/y//", "/x/y/ZarnFileSplitter", "/x/y"),
-          {"", "/home/me/.config/ZarnFileSplitter", ""},
-          {"x/y", "/home/me/.config/ZarnFileSplitter", ""}}) {
+    const auto compare = [](const char* variable, const char* config, const char* temporary) {
+        unsetenv("XDG_CACHE_HOME");
+        setenv("HOME", "/home/me/", 1);
         setenv("XDG_CONFIG_HOME", variable, 1);
         setenv("TMPDIR", variable, 1);
-        const UserFolders folders = UserFoldersFromEnvironment();
-        EXPECT_EQ(folders.configuration, configuration);
-        EXPECT_EQ(folders.cache, "/home/me/.cache/ZarnFileSplitter");
-        EXPECT_EQ(folders.temporary, temporary);
+        const UserFolders found = UserFoldersFromEnvironment();
+        _exit(found.configuration == config && found.temporary == temporary &&
+                      found.cache == "/home/me/.cache/ZarnFileSplitter"
+                  ? 0
+                  : 1);
+    };
+    const char* standard = "/home/me/.config/ZarnFileSplitter";
+    using Case = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [variable, config, temporary] :
+         {Case("/x/y//", "/x/y/ZarnFileSplitter", "/x/y"), Case("", standard, ""),
+          Case("x/y", standard, "")}) {
+        EXPECT_EXIT(compare(variable, config, temporary), ::testing::ExitedWithCode(0), "");
     }
-    unsetenv("TMPDIR");
 }
 
 TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
@@ -132,4 +132,5 @@ TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
     EXPECT_TRUE((late >= 0 && late < 2) || timer < 2) << late;
 }
 
+}  // namespace
 }  // namespace zarn::testing

@@ -14,8 +14,9 @@
 #include "support/TestFolder.h"
 
 namespace zarn::testing {
-
 namespace {
+
+using enum RegistryStatus;
 
 constexpr RegistryHive User = RegistryHive::CurrentUser;
 constexpr std::string_view Key = R"(Software\Zarn)";
@@ -38,8 +39,6 @@ struct RegistryTest : public ::testing::Test {
     RegistryFile store{home.System()};
 };
 
-}  // namespace
-
 TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
     RegistryFile deep(home.System("a/config"));
     constexpr std::string_view General = R"(Software\Zarn\General)";
@@ -57,13 +56,9 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
     };
     for (const auto& [name, value] : values) {
         deep.SetValue(User, General, name, Number(1));
-        EXPECT_EQ(deep.SetValue(User, UpperCase(General), UpperCase(name), value),
-                  RegistryStatus::Success);
-    }
-    for (const auto& [name, value] : values) {
+        EXPECT_EQ(deep.SetValue(User, UpperCase(General), UpperCase(name), value), Success);
         const RegistryValue back = deep.QueryValue(User, General, UpperCase(name)).value();
-        EXPECT_EQ(back.text, value.text) << name;
-        EXPECT_EQ(back.number, value.number) << name;
+        EXPECT_TRUE(back.text == value.text && back.number == value.number) << name;
     }
     EXPECT_EQ(home.Read("a/config/settings.reg"),
               "; Zarn File Splitter settings\n"
@@ -84,10 +79,10 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
                   "\"\u00C9T\u00C9\"=dword:80000000\n");
     chmod(home.System("a/config/settings.reg").c_str(), 0644);
     EXPECT_TRUE(RegistryFile(home.System("a/config")).KeyExists(User, Key));
-    for (const auto& [name, mode] : {std::pair("a", 0700U),
-                                     {"a/config", 0700U},
-                                     {"a/config/settings.reg", 0600U},
-                                     {"a/config/settings.lock", 0600U}}) {
+    using Case = std::pair<const char*, mode_t>;
+    for (const auto& [name, mode] :
+         {Case("a", 0700), Case("a/config", 0700), Case("a/config/settings.reg", 0600),
+          Case("a/config/settings.lock", 0600)}) {
         struct stat status {};
         EXPECT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
         EXPECT_EQ(status.st_mode & 0777U, mode) << name;
@@ -95,23 +90,24 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
 }
 
 TEST_F(RegistryTest, KeysComeAndGo) {
+    const std::string below = std::string(Key) + R"(\Below)";
     EXPECT_FALSE(store.KeyExists(User, Key));
-    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::NotFound);
-    EXPECT_EQ(store.DeleteValue(User, Key, "a"), RegistryStatus::NotFound);
-    EXPECT_EQ(store.CreateKey(User, R"(Software\Zarn\Below)"), RegistryStatus::Success);
-    EXPECT_EQ(store.CreateKey(User, R"(Software\Zarn Other)"), RegistryStatus::Success);
+    EXPECT_EQ(store.DeleteKey(User, Key), NotFound);
+    EXPECT_EQ(store.DeleteValue(User, Key, "a"), NotFound);
+    EXPECT_EQ(store.CreateKey(User, below), Success);
+    EXPECT_EQ(store.CreateKey(User, R"(Software\Zarn Other)"), Success);
     EXPECT_TRUE(store.KeyExists(User, R"(software\ZARN)"));
-    EXPECT_EQ(store.SetValue(User, Key, "a", Number(1)), RegistryStatus::Success);
-    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::Failed);
-    EXPECT_EQ(store.DeleteKey(User, R"(Software\Zarn\Below)"), RegistryStatus::Success);
-    EXPECT_EQ(store.DeleteValue(User, Key, "A"), RegistryStatus::Success);
+    EXPECT_EQ(store.SetValue(User, Key, "a", Number(1)), Success);
+    EXPECT_EQ(store.DeleteKey(User, Key), Failed);
+    EXPECT_EQ(store.DeleteKey(User, below), Success);
+    EXPECT_EQ(store.DeleteValue(User, Key, "A"), Success);
     EXPECT_FALSE(store.QueryValue(User, Key, "a"));
-    EXPECT_EQ(store.DeleteKey(User, Key), RegistryStatus::Success);
+    EXPECT_EQ(store.DeleteKey(User, Key), Success);
     EXPECT_TRUE(store.KeyExists(User, "Software"));
     for (const std::string_view path : {"", "\\", "a\\", "\\a", "a\\\\b", "a\nb"}) {
-        EXPECT_EQ(store.CreateKey(User, path), RegistryStatus::Failed) << path;
+        EXPECT_EQ(store.CreateKey(User, path), Failed) << path;
     }
-    EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), RegistryStatus::Failed);
+    EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), Failed);
 }
 
 TEST_F(RegistryTest, AFileWrittenByHandIsTakenAndOtherTypesStay) {
@@ -142,25 +138,25 @@ TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
           R"([HKEY_CURRENT_USER\A\\B])"}) {
         damaged.push_back(good + line + "\n");
     }
-    std::string number;
-    for (const std::string& text : damaged) {
+    for (std::size_t count = 1; count <= damaged.size(); ++count) {
+        const std::string& text = damaged[count - 1];
         home.Write("settings.reg", text);
         EXPECT_EQ(TextOf(store, "a"), "(missing)") << text;
         EXPECT_EQ(home.Read("settings.reg"), text) << "a read changes nothing";
-        EXPECT_EQ(store.SetValue(User, Key, "new", Text("x")), RegistryStatus::Success);
+        EXPECT_EQ(store.SetValue(User, Key, "new", Text("x")), Success);
         EXPECT_EQ(TextOf(store, "new"), "x");
+        const std::string number = count == 1 ? "" : "-" + std::to_string(count);
         EXPECT_EQ(home.Read("settings.reg.damaged" + number), text);
-        number = number.empty() ? "-2" : "-" + std::to_string(std::stoi(number.substr(1)) + 1);
     }
 }
 
 TEST_F(RegistryTest, AStoreThatCannotBeReachedFailsAndStays) {
     home.Write("file", "x");
     RegistryFile below(home.System("file/config"));
-    EXPECT_EQ(below.SetValue(User, Key, "a", Text("b")), RegistryStatus::Failed);
+    EXPECT_EQ(below.SetValue(User, Key, "a", Text("b")), Failed);
     EXPECT_FALSE(below.QueryValue(User, Key, "a"));
     home.MakeFolder("settings.reg");
-    EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), RegistryStatus::Failed);
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed);
     EXPECT_FALSE(store.QueryValue(User, Key, "a"));
     EXPECT_EQ(home.Names(), (std::vector<std::string>{"file", "settings.lock", "settings.reg"}));
 }
@@ -216,4 +212,5 @@ TEST_F(RegistryTest, ProcessesThatWriteAtOnceLoseNothing) {
     }
 }
 
+}  // namespace
 }  // namespace zarn::testing

@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <thread>
-
 #include "platform/linux/LinuxSystemFigures.h"
 #include "support/TestFolder.h"
 
@@ -20,27 +17,23 @@ TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
     EXPECT_FALSE(figures.Times());
     const std::string two = "\ncpu0 1 1\ncpu1 1 1\nintr 9\n";
     const std::int64_t tick = 10'000'000 / sysconf(_SC_CLK_TCK);
-    struct Row {
-        std::string stat;
-        const char* times;
-    };
-    for (const Row& row : {
-             Row{"cpu  10 20 30 100 40 1 2 3 500 600" + two, "140 103 2"},
-             Row{"cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"},
-             Row{"cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"},  // waits taken back
-             Row{"cpu  50 20 30 110 30 1 2 3\ncpu0 7\ncpu2 7\ncpu5 7\ncpu6 7\n", "160 123 4"},
-             Row{"cpu  51 20 30 130 30 1 2 3 0 0\n", "180 144 1"},
-             Row{"cpu0  10 20 30 110 30 1 2 3 900 900\n", ""},
-             Row{"cpu  10 20 30 110 30 1 2", ""},
+    using Row = std::pair<std::string, std::string>;
+    for (const auto& [stat, expected] : {
+             Row("cpu  10 20 30 100 40 1 2 3 500 600" + two, "140 103 2"),
+             Row("cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"),
+             Row("cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"),  // waits taken back
+             Row("cpu  50 20 30 110 30 1 2 3\ncpu0 7\ncpu2 7\ncpu5 7\ncpu6 7\n", "160 123 4"),
+             Row("cpu  51 20 30 130 30 1 2 3 0 0\n", "180 144 1"),
+             Row("cpu0  10 20 30 110 30 1 2 3 900 900\n", ""),
+             Row("cpu  10 20 30 110 30 1 2", ""),
          }) {
-        kernel.Write("stat", row.stat);
-        const auto times = figures.Times();
-        EXPECT_EQ(times ? std::to_string(times->idle / tick) + " " +
-                              std::to_string(times->system / tick) + " " +
-                              std::to_string(times->processors)
-                        : "",
-                  row.times)
-            << row.stat;
+        kernel.Write("stat", stat);
+        std::string found;
+        if (const auto times = figures.Times()) {
+            found = std::to_string(times->idle / tick) + " " +
+                    std::to_string(times->system / tick) + " " + std::to_string(times->processors);
+        }
+        EXPECT_EQ(found, expected) << stat;
     }
 }
 
@@ -58,17 +51,12 @@ TEST_F(SystemFiguresTest, CollectsAPercentage) {
     EXPECT_FALSE(figures.CollectedLoad());
 }
 
-// A busy system's idle time may stand still.
 TEST(SystemFigures, TheRunningSystemTellsPlausibleFigures) {
     LinuxSystemFigures figures;
-    const ProcessorTimes first = figures.Times().value_or(ProcessorTimes());
-    std::this_thread::sleep_for(std::chrono::milliseconds(600));
-    const ProcessorTimes later = figures.Times().value_or(ProcessorTimes());
-    EXPECT_EQ(later.processors, sysconf(_SC_NPROCESSORS_ONLN));
-    const std::int64_t passed = later.system - first.system;
-    EXPECT_GT(passed, 3'000'000);
-    EXPECT_GE(later.idle, first.idle);
-    EXPECT_LE(later.idle - first.idle, (passed + 1) * later.processors);
+    const ProcessorTimes times = figures.Times().value_or(ProcessorTimes());
+    EXPECT_EQ(times.processors, sysconf(_SC_NPROCESSORS_ONLN));
+    EXPECT_GT(times.system, 0);
+    EXPECT_LE(times.idle, (times.system + 1) * times.processors);
     const MemoryFigures memory = figures.Memory();
     EXPECT_GT(memory.available, 0);
     EXPECT_GT(memory.total, memory.available);

@@ -20,16 +20,14 @@ class VolumesOfLinux : public ::testing::Test {
 };
 
 TEST_F(VolumesOfLinux, HaveTypes) {
-    const std::vector<std::pair<DriveType, std::vector<const char*>>> cases = {
-        {DriveType::Fixed, {"C:\\", "c:"}},
-        {DriveType::RamDisk, {"R:\\"}},
-        {DriveType::Removable, {"a:\\"}},
-        {DriveType::NoRoot, {"B:\\", "1:\\", "\\\\s", R"(\\server\share\)", "C:\\x", "x", ""}},
-    };
-    for (const auto& [type, roots] : cases) {
-        for (const char* root : roots) {
-            EXPECT_EQ(volumes.GetDriveType(root), type) << root;
-        }
+    using enum DriveType;
+    using Case = std::pair<const char*, DriveType>;
+    for (const auto& [root, type] :
+         {Case("C:\\", Fixed), Case("c:", Fixed), Case("R:\\", RamDisk), Case("a:\\", Removable),
+          Case("B:\\", NoRoot), Case("1:\\", NoRoot), Case("\\\\s", NoRoot),
+          Case(R"(\\server\share\)", NoRoot), Case("C:\\x", NoRoot), Case("x", NoRoot),
+          Case("", NoRoot)}) {
+        EXPECT_EQ(volumes.GetDriveType(root), type) << root;
     }
 }
 
@@ -39,8 +37,7 @@ TEST_F(VolumesOfLinux, AnswerWhereThereIsAMedium) {
         EXPECT_NE(volumes.GetVolumeInformation(root).value().fileSystemName, "");
         const auto [perCluster, perSector, freeClusters, clusters] = volumes.GetDiskFreeSpace(root);
         const DiskFreeSpaceEx bytes = volumes.GetDiskFreeSpaceEx(root);
-        EXPECT_GE(bytes.total, bytes.totalFree);
-        EXPECT_GE(bytes.totalFree, bytes.freeToCaller);
+        EXPECT_TRUE(bytes.total >= bytes.totalFree && bytes.totalFree >= bytes.freeToCaller);
         EXPECT_GT(clusters, 0);
         EXPECT_TRUE(clusters == INT32_MAX || std::uint64_t(perCluster) * std::uint64_t(perSector) *
                                                      std::uint64_t(clusters) ==

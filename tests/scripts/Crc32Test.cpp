@@ -2,8 +2,8 @@
 
 #include "scripts/Crc32.h"
 #include "scripts/FileChecksum.h"
-#include "scripts/ScriptsFixture.h"
 #include "scripts/clsCRC32.h"
+#include "support/TestPlatform.h"
 
 namespace zarn::testing {
 namespace {
@@ -61,17 +61,10 @@ INSTANTIATE_TEST_SUITE_P(Methods, Crc32Test,
                          ::testing::Values(Crc32::Method::SlicedTable, Crc32::Method::Folding128,
                                            Crc32::Method::Folding256));
 
-TEST(FormatCRCHexTest, NoZerosAheadAndTheValueIsUsedUp) {
-    for (const auto& [number, text] :
-         {std::pair(0.0, "0"), std::pair(15.0, "F"), std::pair(16.0, "10"),
-          std::pair(11259375.0, "ABCDEF"), std::pair(4294967295.0, "FFFFFFFF")}) {
-        double value = number;
-        EXPECT_EQ(FormatCRCHex(value), text);
-        EXPECT_EQ(value, 0);
-    }
-}
-
-class FileChecksumTest : public ScriptsFixture {};
+struct FileChecksumTest : public ::testing::Test {
+    TestPlatform test;
+    TestFolder folder;
+};
 
 TEST_F(FileChecksumTest, OfAFileOrTheReasonThatThereIsNone) {
     folder.Write("empty", "");
@@ -80,32 +73,30 @@ TEST_F(FileChecksumTest, OfAFileOrTheReasonThatThereIsNone) {
     folder.Write("large", TestBytes(600001));
     folder.MakeFolder("folder");
     double large = ~BitByBit(Bytes(TestBytes(600001)), Crc32::InitialValue);
-    FileChecksum checksum(*shared->Platform().fileSystem);
-    for (const auto& [name, text] : {std::pair<const char*, std::string>("empty", "0"),
-                                     {"digits", "CBF43926"},
-                                     {"zeros ahead", "ABCDEF"},
-                                     {"large", FormatCRCHex(large)},
-                                     {"missing", "53 ERROR "},
-                                     {"missing\\file", "76 ERROR "},
-                                     {"folder", "75 ERROR "}}) {
+    const std::string largeText = FormatCRCHex(large);
+    EXPECT_EQ(large, 0) << "the value is used up";
+    FileChecksum checksum(*test.platform.fileSystem);
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [name, text] :
+         {Case("missing", "53 ERROR "), Case("missing\\file", "76 ERROR "),
+          Case("folder", "75 ERROR "), Case("empty", "0"), Case("digits", "CBF43926"),
+          Case("zeros ahead", "ABCDEF"), Case("large", largeText)}) {
         EXPECT_EQ(checksum.CalcCRC32(folder.Drive(name)), text) << name;
     }
 }
 
 TEST_F(FileChecksumTest, TheEngineForgetsAnErrorWithTheNextFile) {
     folder.Write("digits", "123456789");
-    clsCRC32 engine(*shared->Platform().fileSystem);
-    for (const auto& [name, expected, error] :
-         {std::tuple("missing", 0.0, 53), std::tuple("digits", 3421780262.0, 0)}) {
-        double crc = 1;
-        std::int16_t success = 1;
-        std::int32_t code = 1;
-        engine.FileCRC(folder.Drive(name), crc, success);
-        engine.LastError(code);
-        EXPECT_EQ(crc, expected);
-        EXPECT_EQ(success, error == 0 ? -1 : 0);
-        EXPECT_EQ(code, error);
-    }
+    clsCRC32 engine(*test.platform.fileSystem);
+    double crc = 1;
+    std::int16_t success = 1;
+    std::int32_t code = 1;
+    engine.FileCRC(folder.Drive("missing"), crc, success);
+    engine.LastError(code);
+    EXPECT_EQ(std::tuple(crc, success, code), std::tuple(0, 0, 53));
+    engine.FileCRC(folder.Drive("digits"), crc, success);
+    engine.LastError(code);
+    EXPECT_EQ(std::tuple(crc, success, code), std::tuple(0xCBF43926, -1, 0));
 }
 
 }  // namespace
