@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "runtime/Text.h"
 #include "shell/ShellFixture.h"
 
 namespace zarn::testing {
@@ -19,7 +20,7 @@ TEST_F(Shell, ShowsHelp) {
          {"\n/CL=\n", "\n/?  or  /H\n", "Syntax :   /PN:500\n", "only for test pourpouses.\n",
           "\"Delete Parts after join\" Clause will be included in the joint program. (Optional)\n",
           "if ommited will be assumed as destination path the same as Source File and finally"}) {
-        EXPECT_NE(help.find(text), std::string::npos) << text;
+        EXPECT_TRUE(Contains(help, text)) << text;
     }
     for (const char* line : {"/H", "/h", "/F=a/home=1", "/PN=2 what?", "C:\\really?"}) {
         EXPECT_EQ(Start({line}).output, help) << line;

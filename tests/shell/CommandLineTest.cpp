@@ -1,13 +1,45 @@
 #include <filesystem>
-#include <string_view>
 
 #include "runtime/Text.h"
+#include "shell/CommandLineParser.h"
 #include "shell/ShellFixture.h"
 
 namespace zarn::testing {
 namespace {
 
-constexpr std::string_view Checked = "Information\nScript Checked Successfully !\n";
+constexpr const char* Checked = "Information\nScript Checked Successfully !\n";
+
+TEST(CommandLineParser, NormalisesAndSplits) {
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [line, normalised] :
+         {Case("/f=c:\\a /test", "/F=C:\\A /TEST=0EST=0"),
+          Case("/t /d=x/temp", "/TEST=0 /D=X/TEST=0EMP"), Case("/c /cl=5 /c", "/C=0/CL=5 /C"),
+          Case("/ds=0/dp/crc/sfv", "/DS=0=0/DP=0/CRC=0/SFV=0"),
+          Case("/f=été \xFF", "/F=ÉTÉ \xFF")}) {
+        EXPECT_EQ(NormaliseCommandLine(line), normalised);
+    }
+    std::string text;
+    for (const CommandLineSwitch& given : SplitCommandLine(" / F = a b =c// /X/ d=/=y/ps=2MB ")) {
+        text += "[" + given.key + "|" + given.value + "]";
+    }
+    EXPECT_EQ(text, "[F|a b][D|][|y][PS|2MB]");
+}
+
+TEST(CommandLineParser, TakesValues) {
+    using Case = std::tuple<const char*, double, std::string, std::int32_t>;
+    for (const auto& [line, partSize, criterion, count] :
+         {Case("/PS=1.44MB", 1457275, "Size", 0), Case("/PS=1.440MB", 1457275, "Size", 0),
+          Case("/PS=1.45MB", 1520435.2, "Size", 0), Case("/PS=0.0000005MB", 0.52, "Size", 0),
+          Case("/PS=1.44GB", 1546188226.56, "Size", 0), Case("/PS=10XMB", 10485760, "Size", 0),
+          Case("/PN=2.5", 0, "Parts", 2), Case("/PN=3/PS=1MB", 1048576, "Size", 3),
+          Case("/PS=1MB/PN=3/PN=4", 1048576, "Parts", 4)}) {
+        const CommandLineJob job = TakeValues(SplitCommandLine(line));
+        EXPECT_DOUBLE_EQ(job.partSize, partSize) << line;
+        EXPECT_EQ(job.criterion, criterion) << line;
+        EXPECT_EQ(job.count, count) << line;
+    }
+    EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
+}
 
 TEST_F(Shell, RefusesFaultyLines) {
     const std::string f = Source();
@@ -20,30 +52,24 @@ TEST_F(Shell, RefusesFaultyLines) {
     const auto absent = [](const std::string& path) {
         return "Source File : " + UpperCase(path) + "\nNot exist, verify file name and Path ";
     };
-    const std::vector<std::pair<std::vector<std::string>, std::string>> table = {
-        {{"/PS=10MB"}, source},
-        {{"c:/a/b.dat"}, source},
-        {{f}, sizeOrNumber},
-        {{f, "/PN:500"}, sizeOrNumber},
-        {{f, "/PS=10"}, unit},
-        {{f, "/PS="}, unit},
-        {{f, "/PN=1.9"}, pieces},
-        {{f, "/PN=999.1"}, pieces},
-        {{"/PN=x"}, pieces},
-        {{f, "/PS=1MB", "/CL=99"}, level},
-        {{f, "/PN=1", "/CL=9.5"}, pieces},
-        {{f, "/CL=9.5", "/PN=1"}, level},
-        {{f, "/PN=2", "/C", "/DS"}, "Parameter /CL=(Compression Level Required) ..."},
-        {{Source("absent"), "/PN=2"}, absent(folder.Drive("absent"))},
-        {{Source("da=ta.bin"), "/PN=2"}, absent(folder.Drive("da"))},
-        {{"/F=" + folder.Drive() + "/data.bin", "/PN=2"}, absent(folder.Drive())},
-        {{f, "/D=c:\\a*b", "/PN=2", "/TEST"},
-         "Destination Folder : C:\\A*B\nContains invalid characters ... "},
-        {{"/D=c:\\a|b", "/F=absent", "/PN=2"},
-         "Destination Folder : C:\\A|B\nContains invalid characters ... "},
-        {{"/F=absent", "/D=c:\\a|b", "/PN=2"}, absent("absent")},
+    const auto invalid = [](const std::string& path) {
+        return "Destination Folder : " + path + "\nContains invalid characters ... ";
     };
-    for (const auto& [arguments, text] : table) {
+    using Words = std::vector<std::string>;
+    using Case = std::pair<Words, std::string>;
+    for (const auto& [arguments, text] :
+         {Case({"/PS=10MB"}, source), Case({"c:/a/b.dat"}, source), Case({f}, sizeOrNumber),
+          Case({f, "/PN:500"}, sizeOrNumber), Case({f, "/PS=10"}, unit), Case({f, "/PS="}, unit),
+          Case({f, "/PN=1.9"}, pieces), Case({f, "/PN=999.1"}, pieces), Case({"/PN=x"}, pieces),
+          Case({f, "/PS=1MB", "/CL=99"}, level), Case({f, "/PN=1", "/CL=9.5"}, pieces),
+          Case({f, "/CL=9.5", "/PN=1"}, level),
+          Case({f, "/PN=2", "/C", "/DS"}, "Parameter /CL=(Compression Level Required) ..."),
+          Case({Source("absent"), "/PN=2"}, absent(folder.Drive("absent"))),
+          Case({Source("da=ta.bin"), "/PN=2"}, absent(folder.Drive("da"))),
+          Case({"/F=" + folder.Drive() + "/data.bin", "/PN=2"}, absent(folder.Drive())),
+          Case({f, "/D=c:\\a*b", "/PN=2", "/TEST"}, invalid("C:\\A*B")),
+          Case({"/D=c:\\a|b", "/F=absent", "/PN=2"}, invalid("C:\\A|B")),
+          Case({"/F=absent", "/D=c:\\a|b", "/PN=2"}, absent("absent"))}) {
         EXPECT_EQ(Start(arguments).error, "Error\n" + text + "\n") << arguments.back();
     }
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"data.bin"});
@@ -65,46 +91,39 @@ TEST_F(Shell, RefusesARemovableDestination) {
 }
 
 TEST_F(Shell, Splits) {
-    struct Case {
-        std::string name;
-        std::size_t size;
-        std::vector<std::string> arguments;
-        std::string stem;
-        std::vector<std::size_t> sizes;
-    };
-    const std::vector<std::size_t> elevenParts = {314572, 314572, 314572, 314572, 314572, 314572,
-                                                  314572, 314572, 314572, 314572, 8};
-    const std::vector<Case> table = {
-        {"seven.bin", 100, {"/PN=7"}, "SEVEN.BIN_Part", {15, 15, 15, 15, 15, 15, 10}},
-        {"f.bin", 3000000, {"/PS=1.44mb"}, "F.BIN_Part", {1457275, 1457275, 85450}},
-        {"g.bin", 3145728, {"/PS=0.3MB"}, "G.BIN_Part", elevenParts},
-        {"both", 9, {"/PN=2", "/PS=1GB"}, "BOTH_Part", {4, 4, 1}},
-        {"my own file.bin", 9, {"/PN=2"}, "MY OWN FILE.BIN_Part", {5, 4}},
-        {"été.bin", 9, {"/PN=2"}, "ÉTÉ.BIN_Part", {5, 4}},
-        {"αβγ.bin", 9, {"/PN=2"}, "ΑΒΓ.BIN_Part", {5, 4}},
-        {"late", 9, {"/PN=2", "/CL=5", "/C"}, "LATE_Part", {5, 4}},
-    };
-    for (const Case& expected : table) {
+    using Sizes = std::vector<std::size_t>;
+    Sizes elevenParts(11, 314572);
+    elevenParts.back() = 8;
+    using Case = std::tuple<const char*, std::size_t, std::vector<std::string>, const char*, Sizes>;
+    for (const auto& [name, size, switches, stem, sizes] :
+         {Case("seven.bin", 100, {"/PN=7"}, "SEVEN.BIN_Part", {15, 15, 15, 15, 15, 15, 10}),
+          Case("f.bin", 3000000, {"/PS=1.44mb"}, "F.BIN_Part", {1457275, 1457275, 85450}),
+          Case("g.bin", 3145728, {"/PS=0.3MB"}, "G.BIN_Part", elevenParts),
+          Case("both", 9, {"/PN=2", "/PS=1GB"}, "BOTH_Part", {4, 4, 1}),
+          Case("my own file.bin", 9, {"/PN=2"}, "MY OWN FILE.BIN_Part", {5, 4}),
+          Case("été.bin", 9, {"/PN=2"}, "ÉTÉ.BIN_Part", {5, 4}),
+          Case("αβγ.bin", 9, {"/PN=2"}, "ΑΒΓ.BIN_Part", {5, 4}),
+          Case("late", 9, {"/PN=2", "/CL=5", "/C"}, "LATE_Part", {5, 4})}) {
+        SCOPED_TRACE(name);
         const TestFolder out;
-        const std::string bytes = TestBytes(expected.size);
-        folder.Write(expected.name, bytes);
-        std::vector<std::string> arguments = expected.arguments;
-        arguments.insert(arguments.begin(), {Source(expected.name), "/D=" + out.Drive()});
+        const std::string bytes = TestBytes(size);
+        folder.Write(name, bytes);
+        std::vector<std::string> arguments = {Source(name), "/D=" + out.Drive()};
+        arguments.insert(arguments.end(), switches.begin(), switches.end());
         const ProgramResult result = Start(arguments);
-        EXPECT_EQ(result.error + result.output, "") << expected.name;
-
-        const std::vector<std::string> names = out.Names();
-        ASSERT_EQ(names.size(), expected.sizes.size() + 1) << expected.name;
-        EXPECT_TRUE(names[0].starts_with(expected.stem + "0") && names[0].ends_with("0.bat"));
+        EXPECT_EQ(result.error + result.output, "");
         std::string joined;
-        for (std::size_t index = 1; index < names.size(); ++index) {
-            EXPECT_TRUE(names[index].starts_with(expected.stem)) << names[index];
-            const std::string part = out.Read(names[index]);
-            EXPECT_EQ(part.size(), expected.sizes[index - 1]) << names[index];
-            joined += part;
+        Sizes found;
+        for (const std::string& made : out.Names()) {
+            EXPECT_TRUE(made.starts_with(stem)) << made;
+            if (!made.ends_with("0.bat")) {
+                found.push_back(out.Read(made).size());
+                joined += out.Read(made);
+            }
         }
-        EXPECT_TRUE(joined == bytes) << expected.name;
-        EXPECT_TRUE(folder.Has(expected.name));
+        EXPECT_EQ(found, sizes);
+        EXPECT_EQ(out.Names().size(), sizes.size() + 1);
+        EXPECT_TRUE(joined == bytes && folder.Has(name));
     }
 }
 
@@ -139,17 +158,14 @@ TEST_F(Shell, DeletesTheSource) {
 
 TEST_F(Shell, AsksTheScriptToDeleteThePartsForOneRun) {
     SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
-    const auto set = [&](std::int32_t number) {
-        StoredValue value = number;
-        shared.Parameters().DeleteSplitParts(value);
-    };
     const auto scriptDeletes = [&] {
         return Contains(folder.Read("DATA.BIN_Part0.bat"), "Del \"DATA.BIN_Part*\"");
     };
     Start({Source(), "/PN=2", "/DP"});
     EXPECT_TRUE(scriptDeletes());
     EXPECT_EQ(shared.Parameters().DeleteSplitParts(), 0);
-    set(1);
+    StoredValue on = 1;
+    shared.Parameters().DeleteSplitParts(on);
     Start({Source(), "/PN=2"});
     EXPECT_FALSE(scriptDeletes());
     EXPECT_EQ(shared.Parameters().DeleteSplitParts(), 1);
