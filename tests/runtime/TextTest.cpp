@@ -47,18 +47,12 @@ TEST(Text, CountsCharactersAndPassesBadBytesThrough) {
 }
 
 TEST(Text, CutsAndReplaces) {
-    EXPECT_EQ(Trim("  a b  "), "a b");
-    EXPECT_EQ(Trim("\ta\r\n "), "\ta\r\n");
+    EXPECT_EQ(Trim("  \ta\r\n "), "\ta\r\n");
     EXPECT_EQ(Trim("   "), "");
     EXPECT_EQ(Split("", "/"), Parts());
     EXPECT_EQ(Split("/a//b/", "/"), Parts({"", "a", "", "b", ""}));
-    EXPECT_EQ(Split("a\r\nb\nc\r\n", "\r\n"), Parts({"a", "b\nc", ""}));
     EXPECT_EQ(Split("aaa", "aa"), Parts({"", "a"}));
     EXPECT_EQ(Replace("aaaa.", "aa", "a"), "aa.");
-    EXPECT_EQ(Replace("a.txt.txt", ".txt", ""), "a");
-    EXPECT_EQ(FunctionLastPathItem("C:\\dir\\a/b.txt"), "a/b.txt");
-    EXPECT_EQ(FunctionLastPathItem("C:\\dir\\"), "");
-    EXPECT_EQ(FunctionLastPathItem("a.txt"), "a.txt");
 }
 
 TEST(CodePage, EveryCodeComesBack) {

@@ -18,20 +18,20 @@ class StubbornFileSystem : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    void CreateFolder(std::string_view path) override {
+    void CreateFolder(Path path) override {
         asked.emplace_back(path);
         ForwardingFileSystem::CreateFolder(path);
     }
-    std::optional<std::uint32_t> Attributes(std::string_view path) override {
+    std::optional<std::uint32_t> Attributes(Path path) override {
         return attributes ? attributes : ForwardingFileSystem::Attributes(path);
     }
-    void SetNormalAttributes(std::string_view path) override {
+    void SetNormalAttributes(Path path) override {
         keepsAttributes ? throw refusal : ForwardingFileSystem::SetNormalAttributes(path);
     }
-    std::optional<std::string> FindFile(std::string_view path) override {
+    std::optional<std::string> FindFile(Path path) override {
         return ++questions > 1000 ? throw refusal : ForwardingFileSystem::FindFile(path);
     }
-    bool DeleteFile(std::string_view path) override {
+    bool DeleteFile(Path path) override {
         return !keepsFiles && ForwardingFileSystem::DeleteFile(path);
     }
 

@@ -24,12 +24,10 @@ namespace {
         _exit(126);
     }
     constexpr mode_t OwnerOnly = 0600;
-    const int in = open(streams.System("in").c_str(), O_RDONLY);
-    const int out = open(streams.System("out").c_str(), O_WRONLY | O_CREAT | O_APPEND, OwnerOnly);
-    const int err = open(streams.System("err").c_str(), O_WRONLY | O_CREAT | O_APPEND, OwnerOnly);
-    dup2(in, STDIN_FILENO);
-    dup2(out, STDOUT_FILENO);
-    dup2(err, STDERR_FILENO);
+    constexpr int Append = O_WRONLY | O_CREAT | O_APPEND;
+    dup2(open(streams.System("in").c_str(), O_RDONLY), STDIN_FILENO);
+    dup2(open(streams.System("out").c_str(), Append, OwnerOnly), STDOUT_FILENO);
+    dup2(open(streams.System("err").c_str(), Append, OwnerOnly), STDERR_FILENO);
     std::vector<char*> words;
     arguments.insert(arguments.begin(), program);
     words.reserve(arguments.size() + 1);

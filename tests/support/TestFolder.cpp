@@ -13,22 +13,11 @@ namespace zarn::testing {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-std::string MakeUnique(const std::string& parent) {
-    std::string path = parent + "/zarn-test-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) {
-        ADD_FAILURE() << "cannot make a folder in " << parent;
-    }
-    return path;
+TestFolder::TestFolder() : TestFolder(fs::temp_directory_path().string()) {
 }
 
-}  // namespace
-
-TestFolder::TestFolder() : path_(MakeUnique(fs::temp_directory_path().string())) {
-}
-
-TestFolder::TestFolder(const std::string& parent) : path_(MakeUnique(parent)) {
+TestFolder::TestFolder(const std::string& parent) : path_(parent + "/zarn-test-XXXXXX") {
+    EXPECT_NE(mkdtemp(path_.data()), nullptr) << "cannot make a folder in " << parent;
 }
 
 TestFolder::~TestFolder() {
