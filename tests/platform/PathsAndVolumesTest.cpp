@@ -17,7 +17,8 @@ class Paths : public ::testing::Test {
     Paths() {
         folder.MakeFolder("config");
         folder.MakeFolder("disk/Deep/er");
-        folder.Write("config/drives", "q: Fixed " + folder.System("disk") + "\n");
+        folder.Write("config/drives", "q: RamDisk " + folder.System("disk") + "\nA: removable " +
+                                          folder.System("none") + "\n");
     }
     void TearDown() override { std::filesystem::current_path(before); }
 
@@ -25,7 +26,10 @@ class Paths : public ::testing::Test {
 
     TestFolder folder;
     std::filesystem::path before = std::filesystem::current_path();
-    PathResolver paths{folder.System("config")};
+    std::shared_ptr<PathResolver> resolver =
+        std::make_shared<PathResolver>(folder.System("config"));
+    PathResolver& paths = *resolver;
+    LinuxVolumes volumes{resolver};
 };
 
 TEST(MountInfo, IsReadWithItsEscapesTagsAndCovers) {
@@ -183,24 +187,11 @@ TEST_F(Paths, ComeBackAsDrivePaths) {
     }
 }
 
-class VolumesOfLinux : public ::testing::Test {
-  protected:
-    VolumesOfLinux() {
-        folder.MakeFolder("config");
-        folder.MakeFolder("disk");
-        folder.Write("config/drives", "A: removable " + folder.System("none") + "\nR: ramdisk " +
-                                          folder.System("disk") + "\n");
-    }
-
-    TestFolder folder;
-    LinuxVolumes volumes{std::make_shared<PathResolver>(folder.System("config"))};
-};
-
-TEST_F(VolumesOfLinux, HaveTypes) {
+TEST_F(Paths, OfRootsAreVolumesWithTypes) {
     using enum DriveType;
     using Case = std::pair<const char*, DriveType>;
     for (const auto& [root, type] :
-         {Case("C:\\", Fixed), Case("c:", Fixed), Case("R:\\", RamDisk), Case("a:\\", Removable),
+         {Case("C:\\", Fixed), Case("c:", Fixed), Case("Q:\\", RamDisk), Case("a:\\", Removable),
           Case("B:\\", NoRoot), Case("1:\\", NoRoot), Case("\\\\s", NoRoot),
           Case(R"(\\server\share\)", NoRoot), Case("C:\\x", NoRoot), Case("x", NoRoot),
           Case("", NoRoot)}) {
@@ -208,8 +199,8 @@ TEST_F(VolumesOfLinux, HaveTypes) {
     }
 }
 
-TEST_F(VolumesOfLinux, AnswerWhereThereIsAMedium) {
-    for (const char* root : {"C:\\", "R:\\", "\\"}) {
+TEST_F(Paths, OfVolumesAnswerWhereThereIsAMedium) {
+    for (const char* root : {"C:\\", "Q:\\", "\\"}) {
         SCOPED_TRACE(root);
         EXPECT_NE(volumes.GetVolumeInformation(root).value().fileSystemName, "");
         const auto [perCluster, perSector, freeClusters, clusters] = volumes.GetDiskFreeSpace(root);

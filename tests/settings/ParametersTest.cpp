@@ -205,6 +205,7 @@ TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
 TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
     SettingsStore store(Store(), shared.Separators());
     store.SaveRegistryValue(User, R"(A\B)", "x", "text");
+    EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
     store.DeleteRegistryValue(User, R"(A\B)", "x");
     EXPECT_EQ(store.ReadRegistryValue(User, R"(A\B)", "x"), StoredValue(std::string()));
     EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);
