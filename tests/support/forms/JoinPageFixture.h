@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QDropEvent>
-#include <QMimeData>
 #include <string>
 #include <vector>
 
-#include "controls/PanelText.h"
 #include "join/JoinPage.h"
 #include "support/forms/PageFixture.h"
 
@@ -28,27 +25,13 @@ class JoinPageFixture : public PageFixture<JoinPage> {
     }
     void BringUp(JoinPage& page) override { page.JoinPageReset(); }
 
-    bool UsesJoinFolder() { return Button("ChkJoinDestination").isChecked(); }
+    bool UsesJoinFolder() { return IsChecked("ChkJoinDestination"); }
 
     void Browse(const std::string& path) {
         Dialogs().answers = {path};
         Click("CmdSourceFileJoin");
     }
-    /// Drops files of the operating system on the join file's field, as a file manager does.
-    void Drop(const std::vector<std::string>& paths) {
-        QMimeData data;
-        QList<QUrl> urls;
-        for (const std::string& path : paths) {
-            urls.append(QUrl::fromLocalFile(ToQt(path)));
-        }
-        data.setUrls(urls);
-        QWidget& field = Widget("txtFileToJoin");
-        QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&field, &enter);
-        QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&field, &drop);
-        QCoreApplication::processEvents();
-    }
+    void Drop(const std::vector<std::string>& paths) { DropOn("txtFileToJoin", paths); }
 
     /// The script of a set that is to give a file of that name.
     static std::string Script(const std::string& count, const std::string& name = "Movie.avi") {
@@ -65,17 +48,6 @@ class JoinPageFixture : public PageFixture<JoinPage> {
         Folder().Write("Movie.avi_Part2", "end");
         Folder().Write("Movie.avi_Part0.bat", Script("2"));
         return Folder().Drive("Movie.avi_Part0.bat");
-    }
-    std::string Here() { return Folder().Drive() + "\\"; }
-
-    /// The texts of the boxes since the last call.
-    std::vector<std::string> Said() {
-        std::vector<std::string> texts;
-        for (const BoxMessage& box : Boxes().shown) {
-            texts.push_back(box.text);
-        }
-        Boxes().shown.clear();
-        return texts;
     }
     RecordingPanel& Panel() { return panel_; }
 

@@ -4,14 +4,17 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "controls/Colours.h"
 #include "controls/QtMessageQueue.h"
@@ -68,16 +71,42 @@ class PageFixture : public ::testing::Test {
     QLineEdit& Field(const char* name) { return Find<QLineEdit>(name); }
     QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(name); }
     bool IsEnabled(const char* name) { return Widget(name).isEnabled(); }
+    bool IsChecked(const char* name) { return Button(name).isChecked(); }
     std::string Text(const char* name) { return FromQt(Field(name).text()); }
     std::string LabelText(const char* name) { return FromQt(Find<QLabel>(name).text()); }
     ColourValue Colour(const char* name) { return TextColour(Widget(name)); }
 
     void Write(const char* name, const std::string& text) { Field(name).setText(ToQt(text)); }
     void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
+    /// Drops files of the operating system on a field, as a file manager does.
+    void DropOn(const char* name, const std::vector<std::string>& paths) {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const std::string& path : paths) {
+            urls.append(QUrl::fromLocalFile(ToQt(path)));
+        }
+        data.setUrls(urls);
+        QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&Widget(name), &enter);
+        QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&Widget(name), &drop);
+        EXPECT_TRUE(enter.isAccepted() && drop.isAccepted());
+        QCoreApplication::processEvents();
+    }
 
     RecordingBoxes& Boxes() { return *platform_.boxes; }
+    /// The texts of the boxes since the last call.
+    std::vector<std::string> Said() {
+        std::vector<std::string> texts;
+        for (const BoxMessage& box : Boxes().shown) {
+            texts.push_back(box.text);
+        }
+        Boxes().shown.clear();
+        return texts;
+    }
     AnsweringDialogs& Dialogs() { return dialogs_; }
     TestFolder& Folder() { return files_; }
+    std::string Here() { return files_.Drive() + "\\"; }
 
     static constexpr int PageWidth = 384;
     static constexpr int PageHeight = 304;

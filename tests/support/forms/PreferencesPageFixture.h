@@ -46,10 +46,9 @@ class PreferencesPageFixture : public PageFixture<PreferencesPage> {
     }
     /// The text of the one box that was shown since the last call; empty if there was none.
     std::string Message() {
-        EXPECT_LE(Boxes().shown.size(), 1U);
-        std::string text = Boxes().shown.empty() ? "" : Boxes().shown.back().text;
-        Boxes().shown.clear();
-        return text;
+        const std::vector<std::string> texts = Said();
+        EXPECT_LE(texts.size(), 1U);
+        return texts.empty() ? "" : texts.back();
     }
 
     RecordingPreferencesFrame& Frame() { return frame_; }

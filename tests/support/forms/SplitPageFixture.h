@@ -47,13 +47,17 @@ class SplitPageFixture : public PageFixture<SplitPage> {
     }
     void Type(const char* name, const std::string& text) { Type(Widget(name), text); }
 
-    /// A source file of a size, taken as a start with a file does. Its bytes are a hole.
-    std::string OpenSource(double bytes, const std::string& name = "film.mkv") {
+    /// A file of a size, whose bytes are a hole; the second takes it as a start with a file does.
+    std::string Hole(const std::string& name, double bytes) {
         Folder().Write(name, "");
         const auto size = static_cast<std::uintmax_t>(bytes);
         std::filesystem::resize_file(Folder().System(name), size);
-        Page().OpenSource(Folder().Drive(name));
         return Folder().Drive(name);
+    }
+    std::string OpenSource(double bytes, const std::string& name = "film.mkv") {
+        const std::string path = Hole(name, bytes);
+        Page().OpenSource(path);
+        return path;
     }
 
     bool CanStart() {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "platform/linux/LinuxProcesses.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+
+/// Keeps the priorities that are asked for, and leaves the test's own alone.
+class QuietProcesses : public LinuxProcesses {
+  public:
+    explicit QuietProcesses(const TestFolder& home) : LinuxProcesses(nullptr, FoldersIn(home)) {}
+    void SetPriorityClass(PriorityClass priority) override {
+        calls += "class " + std::to_string(static_cast<int>(priority)) + " ";
+    }
+    void SetThreadPriority(int priority) override {
+        calls += "thread " + std::to_string(priority) + " ";
+    }
+
+    std::string calls;
+};
+
+}  // namespace zarn::testing
