@@ -38,13 +38,21 @@ class QtFileDialogsTest : public ::testing::Test {
             act(*dialog);
         });
     }
-
     /// A user who names a path of the operating system.
-    static void Type(const std::string& path) {
-        Next([path](QFileDialog& dialog) {
+    void Type(const std::string& name) {
+        Next([path = folder.System(name)](QFileDialog& dialog) {
             dialog.selectFile(QString::fromStdString(path));
             QMetaObject::invokeMethod(&dialog, "accept");
         });
+    }
+    std::optional<std::string> Open(std::string_view start = "") {
+        return dialogs.OpenFile(nullptr, "Title", AllFiles, start);
+    }
+    std::optional<std::string> Save(std::string_view start = "") {
+        return dialogs.SaveFile(nullptr, "Title", BatchFiles, start);
+    }
+    std::optional<std::string> Pick(std::string_view start = "") {
+        return dialogs.PickFolder(nullptr, "Title", start);
     }
 
     TestPlatform test;
@@ -53,22 +61,27 @@ class QtFileDialogsTest : public ::testing::Test {
 };
 
 TEST_F(QtFileDialogsTest, GiveThePathInTheProgramsForm) {
-    Type(folder.System("deep/Read me"));
-    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, ""), folder.Drive("deep\\Read me"));
-    Type(folder.System("deep"));
-    EXPECT_EQ(dialogs.PickFolder(nullptr, "Title", folder.Drive()), folder.Drive("deep"));
+    Type("deep/Read me");
+    EXPECT_EQ(Open(), folder.Drive("deep\\Read me"));
+    Type("deep");
+    EXPECT_EQ(Pick(folder.Drive()), folder.Drive("deep"));
     Next([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, ""), std::nullopt);
-    Type(folder.System("deep/new"));
-    EXPECT_EQ(dialogs.SaveFile(nullptr, "Title", BatchFiles, ""), folder.Drive("deep\\new"));
+    EXPECT_EQ(Open(), std::nullopt);
+    Type("deep/new");
+    EXPECT_EQ(Save(), folder.Drive("deep\\new"));
     EXPECT_FALSE(folder.Has("deep/new"));
     EXPECT_TRUE(test.boxes->shown.empty());
+    Type("back\\slash");
+    EXPECT_EQ(Open(folder.Drive()), std::nullopt);
+    ASSERT_EQ(test.boxes->shown.size(), 1U);
+    EXPECT_EQ(test.boxes->shown[0].title, "Error");
+    EXPECT_EQ(test.boxes->shown[0].text, "A name with a backslash in it cannot be used here:\r" +
+                                             folder.System("back\\slash"));
 }
 
 TEST_F(QtFileDialogsTest, AskBeforeAFileIsReplaced) {
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
         Next([&](QFileDialog& dialog) {
-            EXPECT_EQ(dialog.directory().path().toStdString(), folder.System("deep"));
             EXPECT_EQ(dialog.nameFilters().value(0), "Batch files (*.bat) (*.bat)");
             dialog.selectFile(QString::fromStdString(folder.System("deep/Read me")));
             QTimer::singleShot(0, [&] {
@@ -82,56 +95,40 @@ TEST_F(QtFileDialogsTest, AskBeforeAFileIsReplaced) {
                 dialog.reject();
             }
         });
-        const auto picked = dialogs.SaveFile(nullptr, "Title", BatchFiles, folder.Drive("DEEP\\"));
-        EXPECT_EQ(picked.has_value(), answer == QMessageBox::Yes);
+        EXPECT_EQ(Save(folder.Drive("DEEP\\")).has_value(), answer == QMessageBox::Yes);
     }
-}
-
-TEST_F(QtFileDialogsTest, RefuseANameWithABackslash) {
-    Type(folder.System("back\\slash"));
-    EXPECT_EQ(dialogs.OpenFile(nullptr, "Title", AllFiles, folder.Drive()), std::nullopt);
-    ASSERT_EQ(test.boxes->shown.size(), 1U);
-    EXPECT_EQ(test.boxes->shown[0].title, "Error");
-    EXPECT_EQ(test.boxes->shown[0].text, "A name with a backslash in it cannot be used here:\r" +
-                                             folder.System("back\\slash"));
 }
 
 TEST_F(QtFileDialogsTest, BeginWhereTheyAreTold) {
     const std::string anywhere;  // the dialog's own choice
     const std::string deep = folder.System("deep");
     for (const auto& [start, begin, selected] :
-         {std::tuple(folder.Drive("DEEP\\"), deep, std::string()),
+         {std::tuple(folder.Drive("DEEP\\"), deep, anywhere),
           {folder.Drive("deep\\read ME"), deep, deep + "/Read me"},
-          {folder.Drive("absent\\file"), anywhere, std::string()},
-          {"what?", anywhere, std::string()},
-          {"", anywhere, std::string()}}) {
-        Next([&, begin = begin, selected = selected](QFileDialog& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), "Title");
-            if (!begin.empty()) {
-                EXPECT_EQ(dialog.directory().path().toStdString(), begin);
-            }
-            if (!selected.empty()) {
-                EXPECT_EQ(dialog.selectedFiles().value(0).toStdString(), selected);
-            }
-            EXPECT_EQ(dialog.nameFilters().value(0), "All Files (*.*) (*)");
-            dialog.reject();
-        });
-        static_cast<void>(dialogs.OpenFile(nullptr, "Title", AllFiles, start));
-        Next([begin = begin](QFileDialog& dialog) {
-            EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
-            if (!begin.empty()) {
-                EXPECT_EQ(dialog.directory().path().toStdString(), begin);
-            }
-            dialog.reject();
-        });
-        static_cast<void>(dialogs.PickFolder(nullptr, "Title", start));
+          {folder.Drive("absent\\file"), anywhere, anywhere},
+          {"what?", anywhere, anywhere},
+          {"", anywhere, anywhere}}) {
+        for (const bool isFile : {true, false}) {
+            Next([&, begin = begin, selected = selected](QFileDialog& dialog) {
+                EXPECT_EQ(dialog.windowTitle(), "Title");
+                EXPECT_TRUE(begin.empty() || dialog.directory().path().toStdString() == begin);
+                EXPECT_EQ(dialog.fileMode() == QFileDialog::Directory, !isFile);
+                if (isFile) {
+                    EXPECT_EQ(dialog.nameFilters().value(0), "All Files (*.*) (*)");
+                    const auto file = dialog.selectedFiles().value(0).toStdString();
+                    EXPECT_TRUE(selected.empty() || file == selected) << file;
+                }
+                dialog.reject();
+            });
+            EXPECT_EQ(isFile ? Open(start) : Pick(start), std::nullopt);
+        }
     }
 }
 
 TEST_F(QtFileDialogsTest, RaiseWhatAHandlerRaised) {
     QTimer::singleShot(0, [this] {
         Next([](QFileDialog& /*dialog*/) { throw RuntimeError(ErrorNumber::Overflow); });
-        static_cast<void>(dialogs.PickFolder(nullptr, "Title", ""));
+        static_cast<void>(Pick());
         ADD_FAILURE() << "the error is lost";
     });
     QCoreApplication::exec();

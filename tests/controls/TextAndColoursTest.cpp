@@ -17,16 +17,16 @@ namespace zarn {
 namespace {
 
 /// As the accessibility guidelines for the web define it.
-double Contrast(const QColor& one, const QColor& other) {
-    const auto luminance = [](const QColor& colour) {
-        const auto linear = [](double part) {
-            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-               0.0722 * linear(colour.blueF()) + 0.05;
+double Luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
     };
-    const auto [less, more] = std::minmax({luminance(one), luminance(other)});
-    return more / less;
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF()) + 0.05;
+}
+double Contrast(const QColor& one, const QColor& other) {
+    const double ratio = Luminance(one) / Luminance(other);
+    return std::max(ratio, 1 / ratio);
 }
 
 TEST(QtText, EveryByteComesBack) {
@@ -35,13 +35,8 @@ TEST(QtText, EveryByteComesBack) {
         allBytes.push_back(static_cast<char>(byte));
     }
     for (const std::string& text :
-         {std::string(), std::string("plain\0zero", 10),
-          std::string("C:\\Gr\xC3\xB6\xC3\x9F"
-                      "e"),
-          std::string("\xF0\x9F\x98\x80"),
-          std::string("Gr\xF6\xDF"
-                      "e"),
-          allBytes,
+         {std::string(), std::string("plain\0zero", 10), std::string("C:\\Gr\xC3\xB6\xC3\x9F"),
+          std::string("\xF0\x9F\x98\x80"), std::string("Gr\xF6\xDF"), allBytes,
           // surrogates and more than Unicode in the form of UTF-8, and torn characters
           std::string("\xED\xB2\x80"), std::string("\xED\xA0\xBD\xED\xB8\x80"),
           std::string("\xF4\x90\x80\x80"), std::string("\xF0\x9F\x98"),
@@ -54,17 +49,15 @@ TEST(QtText, EveryByteComesBack) {
 
 TEST(Colours, StoredValuesAndSystemColours) {
     const QPalette palette = QApplication::palette();
-    struct Row {
-        ColourValue value;
-        QColor colour;
-    };
-    for (const Row& row :
-         {Row{Red, {255, 0, 0}}, Row{Blue, {0, 0, 255}}, Row{DarkRed, {128, 0, 0}},
-          Row{Green, {0, 192, 0}}, Row{Silver, {192, 192, 192}}, Row{0x030201, {1, 2, 3}},
-          Row{Highlight, palette.color(QPalette::Highlight)},
-          Row{WindowText, palette.color(QPalette::WindowText)},
-          Row{static_cast<ColourValue>(0x800000F0), palette.color(QPalette::WindowText)}}) {
-        EXPECT_EQ(PaintColour(row.value), row.colour) << row.value;
+    const QColor windowText = palette.color(QPalette::WindowText);
+    for (const auto& [value, colour] :
+         {std::pair(Red, QColor(255, 0, 0)), std::pair(Blue, QColor(0, 0, 255)),
+          std::pair(DarkRed, QColor(128, 0, 0)), std::pair(Green, QColor(0, 192, 0)),
+          std::pair(Silver, QColor(192, 192, 192)), std::pair(0x030201, QColor(1, 2, 3)),
+          std::pair(Highlight, palette.color(QPalette::Highlight)),
+          std::pair(WindowText, windowText),
+          std::pair(static_cast<ColourValue>(0x800000F0), windowText)}) {
+        EXPECT_EQ(PaintColour(value), colour) << value;
     }
     EXPECT_EQ(Pixels(9015), 601);
 }
