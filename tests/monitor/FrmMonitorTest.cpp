@@ -1,29 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QLabel>
 #include <QTest>
 
 #include "controls/HSlider.h"
-#include "controls/QtText.h"
 #include "controls/XP_ProgressBar.h"
 #include "monitor/FrmMonitor.h"
-#include "platform/linux/LinuxProcesses.h"
 #include "support/FakeFigures.h"
-#include "support/TestPlatform.h"
+#include "support/forms/Fitting.h"
+#include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {
 namespace {
-
-class ClassRecorder : public LinuxProcesses {
-  public:
-    using LinuxProcesses::LinuxProcesses;
-    void SetPriorityClass(PriorityClass priority) override {
-        classes += std::to_string(static_cast<int>(priority)) + " ";
-    }
-
-    std::string classes;
-};
 
 class FrmMonitorTest : public ::testing::Test {
   protected:
@@ -31,9 +18,9 @@ class FrmMonitorTest : public ::testing::Test {
         auto fake = std::make_unique<FakeFigures>();
         figures = fake.get();
         test.platform.systemFigures = std::move(fake);
-        auto recorder = std::make_unique<ClassRecorder>(nullptr, FoldersIn(test.home));
-        processes = recorder.get();
-        test.platform.processes = std::move(recorder);
+        auto quiet = std::make_unique<QuietProcesses>(test.home);
+        processes = quiet.get();
+        test.platform.processes = std::move(quiet);
         return SharedObjects(std::move(test.platform));
     }
 
@@ -58,20 +45,19 @@ class FrmMonitorTest : public ::testing::Test {
                std::to_string(Bar().Color()) + "|" + TextOf("txtTotalMemory") + "|" +
                TextOf("txtMemoryAvailable");
     }
-    /// Value, caption and, as a new start would read it, what is stored; the classes since the last
-    /// call.
+    /// Value, caption, the classes since the last call and, as a new start would read it, what is
+    /// stored.
     std::string Priority() {
-        const std::string classes = std::exchange(processes->classes, {});
-        const QString value = QString::number(Slider().Value());
+        const std::string classes = std::exchange(processes->calls, {});
         const auto stored = static_cast<int>(shared.Parameters().PriorityProcessor());
-        processes->classes.clear();
-        return FromQt(value) + "|" + TextOf("txtPriorityDesc") + "|" + std::to_string(stored) +
-               "|" + classes;
+        processes->calls.clear();
+        return FromQt(QString::number(Slider().Value())) + "|" + TextOf("txtPriorityDesc") + "|" +
+               classes + std::to_string(stored);
     }
 
     TestPlatform test;
     FakeFigures* figures = nullptr;
-    ClassRecorder* processes = nullptr;
+    QuietProcesses* processes = nullptr;
     SharedObjects shared = MakeShared();
     FrmMonitor panel{shared, nullptr};
 };
@@ -102,49 +88,42 @@ TEST_F(FrmMonitorTest, ShowsLoadAndMemoryUntilAQueryFails) {
 }
 
 TEST_F(FrmMonitorTest, ThePriorityActsAtOnce) {
+    const std::string highest = "3.9|Level 4 (Realtime)|class 256 class 256 4";
     panel.LoadPriority();
-    EXPECT_EQ(Priority(), "1.9|Level 2 (Normal)|2|32 32 ");
-    struct Row {
-        Qt::Key key;
-        const char* priority;
-    };
-    for (const Row& row : {Row{Qt::Key_Right, "3|Level 3 (High)|3|128 128 "},
-                           Row{Qt::Key_Right, "3.9|Level 4 (Realtime)|4|256 256 "},
-                           Row{Qt::Key_Right, "3.9|Level 4 (Realtime)|4|256 "},
-                           Row{Qt::Key_Home, "1|Level 1 (Low)|1|64 64 "},
-                           Row{Qt::Key_End, "3.9|Level 4 (Realtime)|4|256 256 "}}) {
-        QTest::keyClick(&Slider(), row.key);
-        EXPECT_EQ(Priority(), row.priority);
+    EXPECT_EQ(Priority(), "1.9|Level 2 (Normal)|class 32 class 32 2");
+    for (const auto& [key, priority] :
+         {std::pair(Qt::Key_Right, std::string("3|Level 3 (High)|class 128 class 128 3")),
+          {Qt::Key_Right, highest},
+          {Qt::Key_Right, "3.9|Level 4 (Realtime)|class 256 4"},
+          {Qt::Key_Home, "1|Level 1 (Low)|class 64 class 64 1"},
+          {Qt::Key_End, highest}}) {
+        QTest::keyClick(&Slider(), key);
+        EXPECT_EQ(Priority(), priority);
     }
     panel.LoadPriority();  // of the stored 4
-    EXPECT_EQ(Priority(), "3.9|Level 4 (Realtime)|4|256 256 ");
+    EXPECT_EQ(Priority(), highest);
     for (const double value : {3.0, 2.5}) {
         Slider().Value(value);
         Find<QLabel>("txtPriorityDesc").clear();
-        processes->classes.clear();
+        processes->calls.clear();
         emit Slider().Scroll();
         EXPECT_EQ(TextOf("txtPriorityDesc"), value == 3 ? "Level 3 (High)" : "");
-        EXPECT_EQ(processes->classes, "128 ");
+        EXPECT_EQ(processes->calls, "class 128 ");
     }
 }
 
 TEST_F(FrmMonitorTest, FitsItsPlaceInEveryFont) {
-    const QFont before = QApplication::font();
     figures->memory = {INT64_MAX, INT64_MAX};
     panel.Start();
-    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
-        QFont font = before;
-        font.setFamilies({family});
-        QApplication::setFont(font);
+    InEveryFont([this] {
         Slider().Value(4);
         Tick(10);
-        EXPECT_LE(panel.minimumSizeHint().width(), 180) << family;
-        EXPECT_LE(panel.minimumSizeHint().height(), 150) << family;
+        EXPECT_LE(panel.minimumSizeHint().width(), 180);
+        EXPECT_LE(panel.minimumSizeHint().height(), 150);
         for (const QLabel* label : panel.findChildren<QLabel*>()) {
             EXPECT_FALSE(label->text().isEmpty() || label->accessibleName().isEmpty());
         }
-    }
-    QApplication::setFont(before);
+    });
 }
 
 }  // namespace
