@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <map>
 #include <memory>
 #include <utility>
@@ -9,47 +8,43 @@
 
 namespace zarn::testing {
 
-inline constexpr std::size_t Megabyte = 1048576;  ///< bytes
+inline constexpr double Megabyte = 1048576;  ///< bytes
+inline constexpr double Gigabyte = 1073741824;
 
-/// The real volumes, of which a test gives some a type and a room of its own, by their letter. One
-/// without any room is not ready.
+/// The real volumes, of which a test gives some a type and a room of its own, by their letter.
 class FakeVolumes : public Volumes {
   public:
     struct Volume {
-        DriveType type = DriveType::Fixed;
-        std::uint64_t free = 0;
-        std::uint64_t total = 0;
+        DriveType type;
+        double free;   ///< bytes
+        double total;  ///< bytes
     };
 
     explicit FakeVolumes(std::unique_ptr<Volumes> real) : real_(std::move(real)) {}
 
     DriveType GetDriveType(std::string_view root) override {
-        const Volume* fake = Find(root);
-        return fake != nullptr ? fake->type : real_->GetDriveType(root);
+        return IsFake(root) ? volumes.at(root.front()).type : real_->GetDriveType(root);
     }
     std::optional<VolumeInformation> GetVolumeInformation(std::string_view root) override {
-        const Volume* fake = Find(root);
-        return fake != nullptr && fake->total == 0 ? std::nullopt
-                                                   : real_->GetVolumeInformation(root);
+        return real_->GetVolumeInformation(root);
     }
     DiskFreeSpace GetDiskFreeSpace(std::string_view root) override {
-        const Volume* fake = Find(root);
-        return fake != nullptr ? DiskFreeSpace{1, 1, static_cast<std::int32_t>(fake->free),
-                                               static_cast<std::int32_t>(fake->total)}
-                               : real_->GetDiskFreeSpace(root);
+        return real_->GetDiskFreeSpace(root);
     }
     DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view root) override {
-        const Volume* fake = Find(root);
-        return fake != nullptr ? DiskFreeSpaceEx{fake->free, fake->total, fake->free}
-                               : real_->GetDiskFreeSpaceEx(root);
+        if (!IsFake(root)) {
+            return real_->GetDiskFreeSpaceEx(root);
+        }
+        const auto& [type, free, total] = volumes.at(root.front());
+        const auto freeBytes = static_cast<std::uint64_t>(free);
+        return {freeBytes, static_cast<std::uint64_t>(total), freeBytes};
     }
 
     std::map<char, Volume> volumes;
 
   private:
-    const Volume* Find(std::string_view root) {
-        const auto found = root.empty() ? volumes.end() : volumes.find(root.front());
-        return found == volumes.end() ? nullptr : &found->second;
+    [[nodiscard]] bool IsFake(std::string_view root) const {
+        return !root.empty() && volumes.contains(root.front());
     }
 
     std::unique_ptr<Volumes> real_;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
@@ -9,6 +8,7 @@
 #include <QTextBrowser>
 #include <set>
 
+#include "support/forms/Fitting.h"
 #include "window/FrmAbout.h"
 #include "window/FrmContents.h"
 #include "window/frmTip.h"
@@ -20,6 +20,10 @@ namespace {
 QString PageText(const QString& name) {
     QFile file(":/help/" + name);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void Click(const QWidget& window, const char* name) {
+    QTest::mouseClick(window.findChild<QWidget*>(name), Qt::LeftButton);
 }
 
 TEST(Help, EveryTopicHasItsPage) {
@@ -37,14 +41,13 @@ TEST(Help, EveryTopicHasItsPage) {
     EXPECT_EQ(titles, QStringList({"Contents|Zarn File Splitter Help", "Split Files|Split Files",
                                    "Join Files|Join Files", "Preferences|Preferences",
                                    "Command line|Command line"}));
-
     page.setSource(QUrl("qrc:/help/split.html#size"));
     EXPECT_EQ(topics.currentRow(), 1);
-    QTest::mouseClick(help.findChild<QWidget*>("CmdBack"), Qt::LeftButton);
+    Click(help, "CmdBack");
     EXPECT_EQ(topics.currentRow(), 4);
     help.ShowContents();
     EXPECT_EQ(topics.currentRow(), 0);
-    QTest::mouseClick(help.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+    Click(help, "CmdClose");
     EXPECT_FALSE(help.isVisible());
 }
 
@@ -57,9 +60,9 @@ TEST(Help, EveryLinkResolves) {
         for (auto found = link.globalMatch(text); found.hasNext(); ++links) {
             const auto match = found.next();
             const QString target = match.captured(1).isEmpty() ? text : PageText(match.captured(1));
-            EXPECT_FALSE(target.isEmpty()) << name << " " << match.captured(0).toStdString();
-            EXPECT_TRUE(match.captured(2).isEmpty() ||
-                        target.contains("<a name=\"" + match.captured(2) + "\">"))
+            const QString place = "<a name=\"" + match.captured(2) + "\">";
+            EXPECT_TRUE(!target.isEmpty() &&
+                        (match.captured(2).isEmpty() || target.contains(place)))
                 << name << " " << match.captured(0).toStdString();
         }
     }
@@ -67,24 +70,19 @@ TEST(Help, EveryLinkResolves) {
 }
 
 TEST(Help, TipsGoRoundAndFitTheirWindow) {
-    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
-        QWidget owner;
-        QFont font = owner.font();
-        font.setFamilies({family});
-        owner.setFont(font);
-        frmTip tips(&owner);
-        tips.setFont(font);
+    InEveryFont([] {
+        frmTip tips(nullptr);
         tips.show();
         const auto& tip = *tips.findChild<QLabel*>("lblTip");
         std::set<QString> seen;
         while (seen.insert(tip.text()).second) {
-            EXPECT_LE(tip.heightForWidth(tip.width()), tip.height()) << tip.text().toStdString();
-            QTest::mouseClick(tips.findChild<QWidget*>("CmdNextTip"), Qt::LeftButton);
+            EXPECT_EQ(CutOff(tips), std::vector<std::string>());
+            Click(tips, "CmdNextTip");
         }
         EXPECT_GE(seen.size(), 12U);
-        QTest::mouseClick(tips.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+        Click(tips, "CmdClose");
         EXPECT_FALSE(tips.isVisible());
-    }
+    });
 }
 
 TEST(Help, AboutNamesProgramVersionAndLicence) {
@@ -96,7 +94,7 @@ TEST(Help, AboutNamesProgramVersionAndLicence) {
     EXPECT_TRUE(about.findChild<QPlainTextEdit*>("txtLicence")
                     ->toPlainText()
                     .contains("to any person obtaining a copy of this software"));
-    QTest::mouseClick(about.findChild<QWidget*>("CmdClose"), Qt::LeftButton);
+    Click(about, "CmdClose");
     EXPECT_FALSE(about.isVisible());
 }
 

@@ -4,18 +4,18 @@
 namespace zarn::testing {
 namespace {
 
-constexpr double Gigabyte = 1073741824;
-constexpr const char* TooLarge = "The Selected file must be smaller than available space.     ";
-constexpr const char* NotReady =
-    "The selected destination unit is not Ready,\rplease select another.";
+using Texts = std::vector<std::string>;
+
+const Texts Nothing;
+const Texts TooLarge{"The Selected file must be smaller than available space.     "};
 
 class SplitPageDestination : public SplitPageFixture {
   protected:
-    // The drive X: is a folder of the test.
+    // The drives A: and X: are folders of the test.
     SplitPageDestination() {
-        drives_.MakeFolder("x");
-        drives_.MakeFolder("a");
-        drives_.MakeFolder("config");
+        for (const char* folder : {"x", "a", "config"}) {
+            drives_.MakeFolder(folder);
+        }
         drives_.Write("config/drives", "X: fixed " + drives_.System("x") + "\nA: removable " +
                                            drives_.System("a") + "\n");
         Platform real = MakeLinuxPlatform(FoldersIn(drives_));
@@ -27,16 +27,20 @@ class SplitPageDestination : public SplitPageFixture {
 
     void Write(const std::string& folder) { Field("txtDestinationFolder").setText(ToQt(folder)); }
     void Enter() { QTest::keyClick(&Widget("txtDestinationFolder"), Qt::Key_Return); }
-    std::string Destination() { return Text("txtDestinationFolder"); }
-    bool UsesSource() { return Button("ChkDestinationFolder").isChecked(); }
-    std::string Here() { return Folder().Drive() + "\\"; }
-    void Activate() {
+    void Leave() { Widget("ChkSFV").setFocus(Qt::TabFocusReason); }
+    void TypeFolder(const std::string& folder) {
         Page().activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&Page()));
+        Type("txtDestinationFolder", folder);
     }
-    void Give(char letter, DriveType type, double free) {
-        (*volumes)[letter] = {type, static_cast<std::uint64_t>(free),
-                              static_cast<std::uint64_t>(2 * free)};
+    std::string Destination() { return Text("txtDestinationFolder"); }
+    void Save(const std::string& folder) {
+        Settings().DestinationFolderUseSource(0);
+        Settings().DestinationFolder(folder);
+    }
+    void Browse(double bytes) {
+        Dialogs().answers = {Hole("film.mkv", bytes)};
+        Click("CmdSourceFile");
     }
 
     std::map<char, FakeVolumes::Volume>* volumes = nullptr;
@@ -48,31 +52,29 @@ class SplitPageDestination : public SplitPageFixture {
 TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
     OpenSource(10000);
     Folder().MakeFolder("other");
-    const std::string bad = "Invalid Characters in destination folder,\rPlease check.";
+    const Texts bad{"Invalid Characters in destination folder,\rPlease check."};
     struct Case {
         std::string text;
         ColourValue colour;
         std::string freeSpace;  ///< "*" for any figure
-        std::string message;
+        Texts said = {};
     };
-    const std::vector<Case> cases = {
-        {"C", Blue, "", ""},
-        {"ab", Red, "kept", ""},
-        {"C:", Red, "kept", ""},
-        {Here() + "other", Black, "*", ""},
-        {Here() + "new", Blue, "*", ""},
-        {Here() + "ne*", Red, "kept", bad},
-        {R"(\\server\share\x)", Blue, "N/A", ""},
-        {R"(Q:\x)", Red, "Media not Ready", ""},
-        {"", Blue, "", ""},
-        {Here(), Black, "*", ""},
-    };
-    for (const Case& row : cases) {
+    for (const Case& row : std::initializer_list<Case>{
+             {"C", Blue, ""},
+             {"ab", Red, "kept"},
+             {"C:", Red, "kept"},
+             {Here() + "other", Black, "*"},
+             {Here() + "new", Blue, "*"},
+             {Here() + "ne*", Red, "kept", bad},
+             {R"(\\server\share\x)", Blue, "N/A"},
+             {R"(Q:\x)", Red, "Media not Ready"},
+             {"", Blue, ""},
+             {Here(), Black, "*"},
+         }) {
         SCOPED_TRACE(row.text);
         Write(Here());
         Enter();
         ASSERT_TRUE(CanStart());
-        Boxes().shown.clear();
         const std::string before = LabelText("txtFreeSpaceDest");
         Write(row.text);
         EXPECT_EQ(Colour("txtDestinationFolder"), row.colour);
@@ -83,11 +85,12 @@ TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
             EXPECT_EQ(free, row.freeSpace == "kept" ? before : row.freeSpace);
         }
         EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
-        EXPECT_EQ(Boxes().shown.empty() ? "" : Boxes().shown.back().text, row.message);
-        EXPECT_EQ(CanStart(), row.message.empty());
-        EXPECT_EQ(UsesSource(), row.text == Here());
-        EXPECT_EQ(Settings().DestinationFolderUseSource(), row.text == Here() ? 1 : 0);
-        EXPECT_EQ(Widget("CmdDestinationFolder").isEnabled(), row.text != Here());
+        EXPECT_EQ(Said(), row.said);
+        EXPECT_EQ(CanStart(), row.said.empty());
+        const bool isSource = row.text == Here();
+        EXPECT_EQ(IsChecked("ChkDestinationFolder"), isSource);
+        EXPECT_EQ(Settings().DestinationFolderUseSource(), isSource ? 1 : 0);
+        EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !isSource);
     }
     Write("");
     EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
@@ -98,93 +101,84 @@ TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
 TEST_F(SplitPageDestination, FollowsTheBoxOfTheSourcesFolder) {
     Settings().DestinationFolder(R"(X:\)");
     OpenSource(10000);
-    EXPECT_EQ(Destination(), Here());
-    Click("ChkDestinationFolder");
-    EXPECT_EQ(Destination(), R"(X:\)");
-    EXPECT_EQ(Settings().DestinationFolderUseSource(), 0);
-    EXPECT_TRUE(Widget("CmdDestinationFolder").isEnabled());
-    Click("ChkDestinationFolder");
-    EXPECT_EQ(Destination(), Here());
-    EXPECT_EQ(Settings().DestinationFolderUseSource(), 1);
+    for (const bool useSource : {true, false, true}) {
+        EXPECT_EQ(Destination(), useSource ? Here() : R"(X:\)");
+        EXPECT_EQ(Settings().DestinationFolderUseSource(), useSource ? 1 : 0);
+        EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !useSource);
+        Click("ChkDestinationFolder");
+    }
     // The text does not change where the saved folder is the source's own.
     Settings().DestinationFolder(Here());
     Click("ChkDestinationFolder");
-    EXPECT_FALSE(UsesSource());
+    Click("ChkDestinationFolder");
+    EXPECT_FALSE(IsChecked("ChkDestinationFolder"));
     Click("ChkDestinationFolder");
     // Unticked by another text, the box leaves that text alone.
     Write(R"(X:\new)");
-    EXPECT_FALSE(UsesSource());
+    EXPECT_FALSE(IsChecked("ChkDestinationFolder"));
     EXPECT_EQ(Destination(), R"(X:\new)");
     EXPECT_EQ(Settings().DestinationFolder(), Here());
 }
 
 TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
-    Settings().DestinationFolderUseSource(0);
-    Settings().DestinationFolder(Here());
-    Open();
-    OpenSource(10000, "film.mkv");
+    Save(Here());
     const std::string made = Here() + R"(new\deep)";
+    const Texts question{"Folder don't exist, create this new folder ?   "};
     struct Case {
         std::string text;
-        std::optional<BoxAnswer> answer;
+        Texts said;
+        BoxAnswer answer;
         std::string textAfter;
-        ColourValue colour;
-        bool canStart;
+        ColourValue colour = Black;
     };
-    const std::vector<Case> cases = {
-        {"", {}, "", Red, false},
-        {"C", {}, "C", Red, false},
-        {"ab", {}, "ab", Red, false},
-        {Here() + "refused", BoxAnswer::No, Here(), Black, true},
-        {R"(Q:\x)", BoxAnswer::Yes, Here(), Black, true},
-        {made, BoxAnswer::Yes, made, Black, true},
-        {R"(X:\)", {}, R"(X:\)", Black, true},
-    };
-    for (const Case& row : cases) {
+    using enum BoxAnswer;
+    for (const Case& row : std::initializer_list<Case>{
+             {"", Nothing, Yes, "", Red},
+             {"C", Nothing, Yes, "C", Red},
+             {"ab", Nothing, Yes, "ab", Red},
+             {Here() + "refused", question, No, Here()},
+             {R"(Q:\x)", question, Yes, Here()},
+             {made, question, Yes, made},
+             {R"(X:\)", Nothing, Yes, R"(X:\)"},
+         }) {
         SCOPED_TRACE(row.text);
         Page().CmdReset_Click();
-        Page().OpenSource(Folder().Drive("film.mkv"));
+        OpenSource(10000);
         Write(row.text);
         Widget("CmdStartSplitt").setEnabled(false);
-        Boxes().shown.clear();
-        Boxes().answers = {row.answer.value_or(BoxAnswer::No)};
+        Boxes().answers = {row.answer};
         Enter();
-        ASSERT_EQ(Boxes().shown.size(), row.answer ? 1U : 0U);
-        if (row.answer) {
-            EXPECT_EQ(Boxes().shown[0].text, "Folder don't exist, create this new folder ?   ");
-        }
+        EXPECT_EQ(Said(), row.said);
         EXPECT_EQ(Destination(), row.textAfter);
         EXPECT_EQ(Colour("txtDestinationFolder"), row.colour);
-        EXPECT_EQ(Widget("CmdStartSplitt").isEnabled(), row.canStart);
-        EXPECT_EQ(Settings().DestinationFolder(),
-                  row.text == made || row.text == R"(X:\)" ? made : Here());
+        EXPECT_EQ(IsEnabled("CmdStartSplitt"), row.colour == Black);
+        EXPECT_EQ(Settings().DestinationFolder(), Folder().Has("new/deep") ? made : Here());
     }
-    EXPECT_TRUE(Folder().Has("new/deep"));
-    EXPECT_FALSE(Folder().Has("refused"));
+    EXPECT_EQ(Folder().Names(), (Texts{"film.mkv", "new"}));
 }
 
 TEST_F(SplitPageDestination, IsSavedOnlyWhenItIsLeftOrPicked) {
     OpenSource(10000);
-    Activate();
-    Type("txtDestinationFolder", R"(X:\)");
+    TypeFolder(R"(X:\)");
     EXPECT_EQ(Settings().DestinationFolder(), "");
-    Widget("ChkSFV").setFocus(Qt::TabFocusReason);
+    Leave();
     EXPECT_EQ(Settings().DestinationFolder(), R"(X:\)");
-    Type("txtDestinationFolder", Here() + "nowhere");
-    Widget("ChkSFV").setFocus(Qt::TabFocusReason);
+    const std::string nowhere = Here() + "nowhere";
+    TypeFolder(nowhere);
+    Leave();
     EXPECT_EQ(Settings().DestinationFolder(), R"(X:\)");
     EXPECT_EQ(Colour("txtDestinationFolder"), Blue);
 
     Widget("txtDestinationFolder").setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(FromQt(Field("txtDestinationFolder").selectedText()), Here() + "nowhere");
+    EXPECT_EQ(FromQt(Field("txtDestinationFolder").selectedText()), nowhere);
     Click("CmdDestinationFolder");
-    EXPECT_EQ(Destination(), Here() + "nowhere");
-    EXPECT_TRUE(Dialogs().asked.back().ends_with("|" + Here() + "nowhere"));
+    EXPECT_EQ(Destination(), nowhere);
+    EXPECT_EQ(Dialogs().asked.back(), "Select Destination Folder|" + nowhere);
     Folder().MakeFolder("picked");
-    for (const std::string& picked : {Folder().Drive("picked"), std::string(R"(X:\)")}) {
+    for (const auto& [picked, folder] :
+         {std::pair(Here() + "picked", Here() + "picked\\"), {R"(X:\)", R"(X:\)"}}) {
         Dialogs().answers = {picked};
         Click("CmdDestinationFolder");
-        const std::string folder = picked.ends_with('\\') ? picked : picked + "\\";
         EXPECT_EQ(Destination(), folder);
         EXPECT_EQ(Settings().DestinationFolder(), folder);
     }
@@ -199,123 +193,102 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
         bool gigabytes;
         bool fits;
     };
-    for (const Case& row :
-         {Case{"twice as large", DriveType::Fixed, 2e6, 1e6, false, false},
-          Case{"the same, removable", DriveType::Removable, 2e6, 1e6, false, true},
-          Case{"a CD counts as fixed", DriveType::CdRom, 2e6, 1e6, false, false},
-          Case{"equal to two places", DriveType::Fixed, 2.004 * Megabyte, 2 * Megabyte + 2000,
-               false, true},
-          Case{"so in GB", DriveType::Fixed, 1.004 * Gigabyte, Gigabyte + 2000, true, true},
-          Case{"but not in MB", DriveType::Fixed, 1.004 * Gigabyte, Gigabyte + 2000, false,
-               false}}) {
+    using enum DriveType;
+    constexpr double TwoMB = 2 * Megabyte + 2000;
+    constexpr double OneGB = Gigabyte + 2000;
+    for (const Case& row : {Case{"twice as large", Fixed, 2e6, 1e6, false, false},
+                            Case{"the same, removable", Removable, 2e6, 1e6, false, true},
+                            Case{"a CD counts as fixed", CdRom, 2e6, 1e6, false, false},
+                            Case{"equal in MB", Fixed, 2.004 * Megabyte, TwoMB, false, true},
+                            Case{"equal in GB", Fixed, 1.004 * Gigabyte, OneGB, true, true},
+                            Case{"but not in MB", Fixed, 1.004 * Gigabyte, OneGB, false, false}}) {
         SCOPED_TRACE(row.what);
         Settings().SizeMB(row.gigabytes ? 0 : 1);
         Settings().SizeGB(row.gigabytes ? 1 : 0);
-        Settings().DestinationFolderUseSource(0);
-        Settings().DestinationFolder(Here());
-        Give('X', row.type, row.free);
+        Save(Here());
+        (*volumes)['X'] = {row.type, row.free, 2 * row.free};
         Open();
         OpenSource(row.size);
-        Activate();
-        Boxes().shown.clear();
-        Type("txtDestinationFolder", R"(X:\)");
-        ASSERT_EQ(Boxes().shown.size(), row.fits ? 0U : 1U);
+        TypeFolder(R"(X:\)");
+        EXPECT_EQ(Said(), row.fits ? Nothing : TooLarge);
         // A refusal returns to the saved folder, which what was typed has not become.
         EXPECT_EQ(Destination(), row.fits ? R"(X:\)" : Here());
         EXPECT_EQ(Colour("txtDestinationFolder"), row.fits ? Black : Red);
+        EXPECT_EQ(Colour("txtSourceFile"), row.fits ? Black : Red);
         EXPECT_EQ(Settings().DestinationFolder(), Here());
-        EXPECT_EQ(Widget("OptSize").isEnabled(), row.fits);
-        EXPECT_TRUE(Widget("CmdReset").isEnabled());
-        if (!row.fits) {
-            EXPECT_EQ(Boxes().shown[0].text, TooLarge);
-            EXPECT_EQ(Colour("txtSourceFile"), Red);
-            EXPECT_FALSE(CanStart());
-        }
+        EXPECT_EQ(IsEnabled("OptSize"), row.fits);
+        EXPECT_EQ(CanStart(), row.fits);
+        EXPECT_TRUE(IsEnabled("CmdReset"));
     }
 }
 
 // Every folder is too small here, the saved one too: the way back to it has to end.
 TEST_F(SplitPageDestination, EmptiesASourceThatFitsNowhere) {
-    Settings().DestinationFolderUseSource(0);
-    Settings().DestinationFolder(R"(X:\)");
-    Give('X', DriveType::Fixed, 1e6);
-    Folder().Write("film.mkv", std::string(2000000, 'x'));
-    Open();
-    Dialogs().answers = {Folder().Drive("film.mkv")};
-    Click("CmdSourceFile");
+    Save(R"(X:\)");
+    (*volumes)['X'] = {DriveType::Fixed, 1e6, 2e6};
+    Browse(2e6);
     ASSERT_FALSE(Boxes().shown.empty());
-    EXPECT_EQ(Boxes().shown.back().text, TooLarge);
+    EXPECT_EQ(Said().back(), TooLarge[0]);
     EXPECT_EQ(Text("txtSourceFile"), "");
-    EXPECT_FALSE(Widget("OptSize").isEnabled());
-    Give('C', DriveType::Fixed, 1e6);
+    EXPECT_FALSE(IsEnabled("OptSize"));
+    (*volumes)['C'] = {DriveType::Fixed, 1e6, 2e6};
     Page().OpenSource(Folder().Drive("film.mkv"));
     Write(Here());
-    EXPECT_EQ(Boxes().shown.back().text, TooLarge);
+    EXPECT_EQ(Said().back(), TooLarge[0]);
     EXPECT_FALSE(CanStart());
 }
 
 TEST_F(SplitPageDestination, WarnsOfAnUnreadyUnitOnceAFileIsBrowsedFor) {
-    Settings().DestinationFolderUseSource(0);
-    Settings().DestinationFolder(R"(Q:\x)");
-    Folder().Write("film.mkv", std::string(10000, 'x'));
-    Open();
-    Dialogs().answers = {Folder().Drive("film.mkv")};
-    Click("CmdSourceFile");
-    ASSERT_EQ(Boxes().shown.size(), 1U);
-    EXPECT_EQ(Boxes().shown[0].text, NotReady);
-    EXPECT_TRUE(Widget("OptSize").isEnabled());
+    Save(R"(Q:\x)");
+    Browse(10000);
+    EXPECT_EQ(Said(), Texts{"The selected destination unit is not Ready,\rplease select another."});
+    EXPECT_TRUE(IsEnabled("OptSize"));
     EXPECT_FALSE(CanStart());
     EXPECT_EQ(Colour("txtDestinationFolder"), Red);
 }
 
 TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     OpenSource(10000);
-    Give('A', DriveType::Removable, Megabyte);
-    Write(R"(A:\)");
-    EXPECT_EQ(PartSize().Text(), "1.44 MB - Diskette");
-    PartSize().WriteText("");
-    for (const char* folder : {R"(a:\)", R"(A:\new)"}) {
+    (*volumes)['A'] = {DriveType::Removable, Megabyte, Megabyte};
+    for (const char* folder : {R"(A:\)", R"(a:\)", R"(A:\new)"}) {
+        PartSize().WriteText("");
         Write(folder);
-        EXPECT_EQ(PartSize().Text(), "") << folder;
+        EXPECT_EQ(PartSize().Text(), folder == std::string(R"(A:\)") ? "1.44 MB - Diskette" : "");
     }
 }
 
 TEST_F(SplitPageDestination, StoresAnOptionAtEveryClick) {
     OpenSource(10000);
-    const std::map<const char*, std::int16_t (Parameters::*)()> options = {
-        {"ChkSFV", &Parameters::SFV},
-        {"ChkDeleteSource", &Parameters::DeleteSource},
-        {"ChkDeleteJoin", &Parameters::DeleteSplitParts},
-        {"ChkCompress", &Parameters::CompressDestination}};
-    for (const auto& [name, stored] : options) {
+    for (const auto& [name, stored] :
+         {std::pair("ChkSFV", static_cast<std::int16_t (Parameters::*)()>(&Parameters::SFV)),
+          {"ChkDeleteSource", &Parameters::DeleteSource},
+          {"ChkDeleteJoin", &Parameters::DeleteSplitParts},
+          {"ChkCompress", &Parameters::CompressDestination}}) {
         for (const int value : {1, 0}) {
             Click(name);
             EXPECT_EQ((Settings().*stored)(), value) << name;
         }
     }
-    EXPECT_TRUE(Boxes().shown.empty());
+    EXPECT_EQ(Said(), Nothing);
 }
 
 TEST_F(SplitPageDestination, AsksForACompressionLevel) {
     OpenSource(10000);
     Settings().CompressLevel(0);
-    for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
-        const bool yes = answer == BoxAnswer::Yes;
-        Boxes().shown.clear();
-        Boxes().answers = {answer};
+    for (const bool yes : {false, true}) {
+        Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Frame().calls.clear();
         Click("ChkCompress");
-        ASSERT_EQ(Boxes().shown.size(), 1U);
-        EXPECT_EQ(Boxes().shown[0].text,
-                  "You Compression Level is not configured, \rdo you want to configure it now ?");
-        EXPECT_EQ(Button("ChkCompress").isChecked(), yes);
+        EXPECT_EQ(Said(), Texts{"You Compression Level is not configured, \r"
+                                "do you want to configure it now ?"});
+        EXPECT_EQ(IsChecked("ChkCompress"), yes);
         EXPECT_EQ(Settings().CompressDestination(), yes ? 1 : 0);
-        EXPECT_EQ(Frame().calls, std::vector<std::string>(yes ? 1 : 0, "compression"));
+        EXPECT_EQ(Frame().calls, Texts(yes ? 1 : 0, "compression"));
     }
     // Neither a stored choice nor a reset asks.
     Page().ResetSplitForm();
-    EXPECT_TRUE(Button("ChkCompress").isChecked());
-    EXPECT_EQ(Boxes().shown.size(), 1U);
+    EXPECT_TRUE(IsChecked("ChkCompress"));
+    EXPECT_EQ(Said(), Nothing);
 }
 
 }  // namespace

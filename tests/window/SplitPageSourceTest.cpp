@@ -1,4 +1,3 @@
-#include <QDropEvent>
 #include <QGroupBox>
 #include <QMimeData>
 
@@ -8,43 +7,14 @@
 namespace zarn::testing {
 namespace {
 
-constexpr const char* LongName = "Selected file has an invalid Name (more than 100 characters)";
-
 class SplitPageSource : public SplitPageFixture {
   protected:
-    // Drops files of the operating system on the source field, as a file manager does.
-    void Drop(const std::vector<std::string>& paths) {
-        QMimeData data;
-        QList<QUrl> urls;
-        for (const std::string& path : paths) {
-            urls.append(QUrl::fromLocalFile(ToQt(path)));
-        }
-        data.setUrls(urls);
-        Drop(data);
-    }
-    void Drop(const QMimeData& data) {
-        QWidget& field = Widget("txtSourceFile");
-        QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&field, &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&field, &drop);
-        EXPECT_TRUE(drop.isAccepted());
-        QCoreApplication::processEvents();
-    }
-
     void Browse(const std::string& path) {
         Dialogs().answers = {path};
         Click("CmdSourceFile");
     }
-
-    void Hole(const std::string& name, std::uintmax_t bytes) {
-        Folder().Write(name, "");
-        std::filesystem::resize_file(Folder().System(name), bytes);
-    }
-
+    void Drop(const std::vector<std::string>& paths) { DropOn("txtSourceFile", paths); }
     std::string Caption() { return FromQt(Find<QGroupBox>("Frame1").title()); }
-    bool IsReady() { return Widget("OptSize").isEnabled(); }
 };
 
 // Only the drop explains a small file; typing explains nothing and stores nothing.
@@ -58,45 +28,41 @@ TEST_F(SplitPageSource, ComesInByThreeWaysThatDiffer) {
     Hole(longest, 6000);
     Hole(tooLong, 6000);
     Folder().MakeFolder("folder");
-    const auto tooSmall = [&](const std::string& name, const std::string& size) {
-        return "Current selected file is too small !!!      \r\rFile : " + Folder().Drive(name) +
+    const std::string longName = "Selected file has an invalid Name (more than 100 characters)";
+    const std::string invalid = "Invalid file selection, please select again     ";
+    const auto tooSmall = [this](const std::string& name, const std::string& size) {
+        return "Current selected file is too small !!!      \r\rFile : " + Here() + name +
                "\rSize : " + size + " Bytes   ";
     };
-    const std::string invalid = "Invalid file selection, please select again     ";
+    const std::string before = R"(C:\before)";
     struct Case {
         Way way;
         std::string name;
         std::string message;
-        ColourValue colour;
-        bool ready;
-        bool canStart;
-        bool stored;
-        bool textStays = true;
+        const char* state;
     };
-    const std::vector<Case> cases = {
-        {Browsed, "least", "", Black, true, true, true},
-        {Typed, "least", "", Black, true, true, false},
-        {Dropped, "least", "", Black, true, true, true},
-        {Browsed, "small", "", Black, true, false, true},
-        {Typed, "small", "", Red, false, false, false},
-        {Dropped, "small", tooSmall("small", "5242"), Red, false, false, false, false},
-        {Browsed, longest, "", Black, true, true, true},
-        {Dropped, longest, "", Black, true, true, true},
-        {Browsed, tooLong, LongName, Red, false, false, false},
-        {Typed, tooLong, "", Black, false, false, false},
-        {Dropped, tooLong, LongName, Red, false, false, false},
-        {Browsed, "folder", invalid, Red, false, false, false, false},
-        {Typed, "folder", "", Red, false, false, false},
-        {Dropped, "folder", "", Red, false, false, false},
-        {Browsed, "missing", invalid, Red, false, false, false, false},
-        {Typed, "missing", "", Red, false, false, false},
-        {Dropped, "missing", tooSmall("missing", "0"), Red, false, false, false, false},
-    };
-    for (const Case& row : cases) {
+    for (const Case& row : std::initializer_list<Case>{
+             {Browsed, "least", "", "black ready start stored"},
+             {Typed, "least", "", "black ready start"},
+             {Dropped, "least", "", "black ready start stored"},
+             {Browsed, "small", "", "black ready stored"},
+             {Typed, "small", "", "red"},
+             {Dropped, "small", tooSmall("small", "5242"), "empty"},
+             {Browsed, longest, "", "black ready start stored"},
+             {Dropped, longest, "", "black ready start stored"},
+             {Browsed, tooLong, longName, "red"},
+             {Typed, tooLong, "", "red"},  // from the text before
+             {Dropped, tooLong, longName, "red"},
+             {Browsed, "folder", invalid, "empty"},
+             {Typed, "folder", "", "red"},
+             {Dropped, "folder", "", "red"},
+             {Browsed, "missing", invalid, "empty"},
+             {Typed, "missing", "", "red"},
+             {Dropped, "missing", tooSmall("missing", "0"), "empty"},
+         }) {
         SCOPED_TRACE(row.name + " by way " + std::to_string(static_cast<int>(row.way)));
-        Settings().LastOpenFileFolder(R"(C:\before)");
+        Settings().LastOpenFileFolder(before);
         Open();
-        Boxes().shown.clear();
         const std::string path = Folder().Drive(row.name);
         if (row.way == Browsed) {
             Browse(path);
@@ -104,90 +70,76 @@ TEST_F(SplitPageSource, ComesInByThreeWaysThatDiffer) {
             Drop({Folder().System(row.name)});
         } else {
             // Over a folder that is known already, so that the page need not fill it in.
-            Field("txtSourceFile").setText(ToQt(Folder().Drive("x")));
-            Field("txtSourceFile").setText(ToQt(path));
+            Write("txtSourceFile", Folder().Drive("x"));
+            Write("txtSourceFile", path);
         }
-        ASSERT_EQ(Boxes().shown.size(), row.message.empty() ? 0U : 1U);
-        EXPECT_EQ(row.message.empty() ? "" : Boxes().shown.front().text, row.message);
-        EXPECT_EQ(Text("txtSourceFile"), row.textStays ? path : "");
-        EXPECT_EQ(IsReady(), row.ready);
-        EXPECT_EQ(CanStart(), row.canStart);
-        EXPECT_EQ(Settings().LastOpenFileFolder(), row.stored ? path : R"(C:\before)");
-        EXPECT_EQ(Caption(), row.ready && row.name == "least"
-                                 ? "Input File size : 5.12 KB (5,243 Bytes)"
-                             : row.ready ? Caption()
-                                         : "Input File");
-        if (row.message != invalid && !(row.way == Typed && row.name == tooLong)) {
-            EXPECT_EQ(Colour("txtSourceFile"), row.colour);
-        }
+        const auto message = std::vector<std::string>(row.message.empty() ? 0 : 1, row.message);
+        EXPECT_EQ(Said(), message);
+        const std::string stored = Settings().LastOpenFileFolder();
+        const std::string text = Text("txtSourceFile");
+        const bool isRed = Colour("txtSourceFile") == Red;
+        std::string state = text.empty() ? "empty" : text == path ? isRed ? "red" : "black" : text;
+        state += IsEnabled("OptSize") ? " ready" : "";
+        state += CanStart() ? " start" : "";
+        state += stored == path ? " stored" : stored == before ? "" : stored;
+        EXPECT_EQ(state, row.state);
+        EXPECT_EQ(Caption() == "Input File", !IsEnabled("OptSize")) << Caption();
     }
 }
 
 TEST_F(SplitPageSource, OpensTheDialogWhereTheLastFileWas) {
     Settings().LastOpenFileFolder(R"(C:\films\last.mkv)");
-    Hole("a", 6000);
-    Browse("  " + Folder().Drive("a") + "  ");
+    const std::string path = Hole("a", 6000);
+    Browse("  " + path + "  ");
     EXPECT_EQ(Text("txtSourceFile"), "");
-    Browse(Folder().Drive("a"));
+    Browse(path);
     EXPECT_EQ(Dialogs().asked.back(),
               R"(Select File to Split|All Files (*.*)|*.*|C:\films\last.mkv)");
     Click("CmdSourceFile");
-    EXPECT_EQ(Text("txtSourceFile"), Folder().Drive("a"));
+    EXPECT_EQ(Text("txtSourceFile"), path);
     EXPECT_TRUE(CanStart());
 }
 
 // The page is reset until the path names a file, and folders that lie on the way are the
 // destination.
 TEST_F(SplitPageSource, IsRedUntilItIsTypedInFull) {
-    Hole("film.mkv", 10000);
-    const std::string path = Folder().Drive("film.mkv");
+    const std::string path = Hole("film.mkv", 10000);
     for (const std::size_t length : {std::size_t{1}, path.size() - 1, path.size()}) {
         Type("txtSourceFile", path.substr(0, length));
         const bool whole = length == path.size();
         EXPECT_EQ(Colour("txtSourceFile"), whole ? Black : Red);
-        EXPECT_EQ(IsReady(), whole);
+        EXPECT_EQ(IsEnabled("OptSize"), whole);
         EXPECT_EQ(CanStart(), whole);
     }
-    EXPECT_EQ(Text("txtDestinationFolder"), Folder().Drive() + "\\");
+    EXPECT_EQ(Text("txtDestinationFolder"), Here());
     Click("CmdReset");
-    EXPECT_EQ(Text("txtSourceFile"), "");
-    EXPECT_EQ(Text("txtDestinationFolder"), "");
-    EXPECT_FALSE(IsReady());
-    EXPECT_TRUE(Boxes().shown.empty());
+    EXPECT_EQ(Text("txtSourceFile") + Text("txtDestinationFolder"), "");
+    EXPECT_FALSE(IsEnabled("OptSize"));
+    EXPECT_EQ(Said(), std::vector<std::string>());
 }
 
 TEST_F(SplitPageSource, TakesTheFirstOfTheDroppedFiles) {
-    Hole("a b%.dat", 6000);
+    const std::string first = Hole("a b%.dat", 6000);
     Hole("second", 6000);
     Drop({Folder().System("a b%.dat"), Folder().System("second")});
-    ASSERT_EQ(Boxes().shown.size(), 1U);
-    EXPECT_EQ(Boxes().shown[0].text,
-              "You have selected more than one file,\ronly the first one will be considered :\r\r" +
-                  Folder().Drive("a b%.dat"));
-    EXPECT_EQ(Boxes().shown[0].icon, BoxIcon::Information);
-    EXPECT_EQ(Text("txtSourceFile"), Folder().Drive("a b%.dat"));
+    EXPECT_EQ(Boxes().shown.at(0).icon, BoxIcon::Information);
+    EXPECT_EQ(Said(), std::vector{"You have selected more than one file,\r"
+                                  "only the first one will be considered :\r\r" +
+                                  first});
+    EXPECT_EQ(Text("txtSourceFile"), first);
     EXPECT_TRUE(CanStart());
     // What has no drive path empties the field, and the chain goes on.
     Drop({Folder().System(R"(a\b)")});
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(CanStart());
-    EXPECT_EQ(Boxes().shown.size(), 1U);
-    Hole("\xFF.dat", 6000);
-    QMimeData data;
-    data.setData("text/uri-list", ("file://" + Folder().System("%FF.dat")).c_str());
-    Drop(data);
-    EXPECT_EQ(Text("txtSourceFile"), Folder().Drive("\xFF.dat"));
-    EXPECT_TRUE(CanStart());
-}
 
-TEST_F(SplitPageSource, ReadsTheListOfADrop) {
     QMimeData data;
     data.setData("text/uri-list",
-                 "# list\r\nfile:///etc/a%20b\r\nfile://localhost/etc/c\r\nfile:/etc/d%25\r\n"
+                 "# list\r\nfile:///etc/a%20b\r\nfile://localhost/etc/c\r\nfile:/etc/d%25%FF\r\n"
                  "file://elsewhere/etc/e\r\nhttp://host/f\r\nfile:///etc/g%5Ch\r\n");
-    const std::vector<std::string> files = {
-        R"(C:\etc\a b)", R"(C:\etc\c)", R"(C:\etc\d%)", "", "", ""};
-    EXPECT_EQ(FilesOf(data, *Shared().Platform().fileSystem), files);
+    EXPECT_EQ(
+        FilesOf(data, *Shared().Platform().fileSystem),
+        (std::vector<std::string>{R"(C:\etc\a b)", R"(C:\etc\c)", "C:\\etc\\d%\xFF", "", "", ""}));
 }
 
 TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
@@ -200,54 +152,51 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
     Settings().SizeMB(0);
     Settings().SizeGB(1);
     Open();
-    const std::map<const char*, bool> checked = {
-        {"ChkSFV", true},        {"ChkCompress", true}, {"ChkDeleteSource", false},
-        {"ChkDeleteJoin", true}, {"OptParts", true},    {"OptSize", false},
-        {"OptGB", true},         {"OptMB", false},      {"ChkDestinationFolder", true}};
-    for (const auto& [name, value] : checked) {
-        EXPECT_EQ(Button(name).isChecked(), value) << name;
+    for (const char* name :
+         {"ChkSFV", "ChkCompress", "ChkDeleteJoin", "OptParts", "OptGB", "ChkDestinationFolder"}) {
+        EXPECT_TRUE(IsChecked(name)) << name;
     }
+    EXPECT_FALSE(IsChecked("ChkDeleteSource"));
     EXPECT_EQ(Frame().calls.back(), "status Ready");
     EXPECT_EQ(Text("txtPartsNumber"), "");
-    EXPECT_TRUE(Boxes().shown.empty());
     OpenSource(3e9);
-    EXPECT_TRUE(Widget("txtPartsNumber").isEnabled() && Spinner().isEnabled());
     Spinner().Value(7);
     Type("txtPartsNumber", "9");
     PartSize().WriteText("1");
     Page().ResetSplitForm();
     EXPECT_EQ(Text("txtPartsNumber") + PartSize().Text(), "");
     EXPECT_EQ(Spinner().Value(), 1);
+    EXPECT_EQ(Said(), std::vector<std::string>());
 }
 
-TEST_F(SplitPageSource, DisablesAllButTheSourceUntilThereIsOne) {
-    const std::vector<const char*> always = {"CmdSourceFile", "txtSourceFile"};
-    const std::vector<const char*> ready = {
-        "txtDestinationFolder", "ChkDestinationFolder", "OptSize", "OptParts",
-        "ChkCompress",          "ChkDeleteSource",      "ChkSFV",  "CmdReset",
-        "ChkDeleteJoin"};
-    const std::vector<const char*> bySize = {"OptMB", "OptGB", "CmbPartSize"};
-    const std::vector<const char*> byCount = {"txtPartsNumber", "VScPartsNumber"};
-    const auto expect = [this](const std::vector<const char*>& names, bool enabled) {
+TEST_F(SplitPageSource, ShowsAndEnablesTheFieldsOfTheModeOnceItIsThere) {
+    const auto expect = [this](bool enabled, bool visible, const std::vector<const char*>& names) {
         for (const char* name : names) {
-            EXPECT_EQ(Widget(name).isEnabled(), enabled) << name;
+            EXPECT_EQ(IsEnabled(name), enabled) << name;
+            EXPECT_EQ(Widget(name).isVisible(), visible) << name;
         }
     };
-    for (const char* criterion : {"Size", "Parts"}) {
-        Settings().SplitCriteria(criterion);
+    const auto expectPage = [&](bool ready, bool bySize) {
+        expect(true, true, {"CmdSourceFile", "txtSourceFile"});
+        expect(ready, true,
+               {"txtDestinationFolder", "ChkDestinationFolder", "OptSize", "OptParts", "CmdReset",
+                "ChkCompress", "ChkDeleteSource", "ChkSFV", "ChkDeleteJoin"});
+        expect(ready && bySize, bySize, {"OptMB", "OptGB", "CmbPartSize"});
+        expect(ready && !bySize, !bySize, {"txtPartsNumber", "VScPartsNumber"});
+    };
+    for (const bool bySize : {true, false}) {
         Open();
-        for (const bool filled : {false, true, false}) {
-            if (filled) {
+        for (const bool ready : {false, true, false, true}) {
+            if (ready) {
                 OpenSource(10000);
             } else {
                 Page().CmdReset_Click();
             }
-            const bool size = std::string(criterion) == "Size";
-            expect(always, true);
-            expect(ready, filled);
-            expect(bySize, filled && size);
-            expect(byCount, filled && !size);
+            expectPage(ready, bySize);
         }
+        Click(bySize ? "OptParts" : "OptSize");
+        expectPage(true, !bySize);
+        EXPECT_EQ(Settings().SplitCriteria(), bySize ? "Parts" : "Size");
     }
 }
 
@@ -258,14 +207,14 @@ TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
     Open();
     EXPECT_EQ(Text("txtDestinationFolder"), saved);
     EXPECT_TRUE(Folder().Has("saved/deep"));
-    EXPECT_FALSE(Widget("CmdDestinationFolder").isEnabled());
-    OpenSource(10000);
+    EXPECT_FALSE(IsEnabled("CmdDestinationFolder"));
+    const std::string source = OpenSource(10000);
     EXPECT_EQ(Text("txtDestinationFolder"), saved);
     EXPECT_TRUE(CanStart());
     Page().ResetSplitForm();
-    EXPECT_TRUE(Widget("CmdDestinationFolder").isEnabled());
+    EXPECT_TRUE(IsEnabled("CmdDestinationFolder"));
     EXPECT_EQ(Caption(), "Input File");
-    EXPECT_EQ(Text("txtSourceFile"), Folder().Drive("film.mkv"));
+    EXPECT_EQ(Text("txtSourceFile"), source);
 
     // The folder of a source that has vanished comes back without a question.
     Folder().MakeFolder("gone");
@@ -275,44 +224,32 @@ TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
     std::filesystem::remove_all(Folder().System("gone"));
     Page().ResetSplitForm();
     EXPECT_TRUE(Folder().Has("gone"));
-    EXPECT_EQ(Text("txtDestinationFolder"), Folder().Drive("gone") + "\\");
+    EXPECT_EQ(Text("txtDestinationFolder"), Here() + "gone\\");
     EXPECT_NE(LabelText("txtFreeSpaceDest"), "");
     Page().CmdReset_Click();
-    EXPECT_EQ(Text("txtDestinationFolder"), "");
-    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtFreeSpaceDest") +
-                  LabelText("txtDriveCapacityDestination"),
+    EXPECT_EQ(Text("txtDestinationFolder") + LabelText("txtFileSystemDest") +
+                  LabelText("txtFreeSpaceDest") + LabelText("txtDriveCapacityDestination"),
               "");
-    EXPECT_TRUE(Boxes().shown.empty());
+    EXPECT_EQ(Said(), std::vector<std::string>());
 }
 
-TEST_F(SplitPageSource, PicksTheDisketteForADisketteDrive) {
-    Settings().DestinationFolderUseSource(0);
-    for (const char* folder : {R"(A:\)", R"(B:\x)"}) {
-        Settings().DestinationFolder(folder);
-        Open();
-        EXPECT_EQ(PartSize().Text(), "1.44 MB - Diskette");
-        PartSize().WriteText("");
-        Page().ResetSplitForm();
-        EXPECT_EQ(PartSize().Text(), "1.44 MB - Diskette");
-        EXPECT_EQ(Colour("txtDestinationFolder"), Red);
-        EXPECT_EQ(LabelText("txtFreeSpaceDest"), "Media not Ready");
-    }
-}
-
-// Writing another destination takes the guard off, so the row's unit is chosen; writing the same
-// one does not.
+// Writing another destination takes the guard off, so the unit of the diskette's row is chosen;
+// writing the same one does not.
 TEST_F(SplitPageSource, LosesItsGuardToTheDestination) {
-    Open();
     Settings().DestinationFolderUseSource(0);
+    Open();
     Settings().DestinationFolder(R"(A:\)");
     for (const char* unit : {"OptMB", "OptGB"}) {
         Settings().SizeMB(0);
         Settings().SizeGB(1);
         Page().ResetSplitForm();
-        EXPECT_TRUE(Button(unit).isChecked()) << unit;
+        EXPECT_TRUE(IsChecked(unit)) << unit;
         EXPECT_EQ(Settings().SizeGB(), std::string(unit) == "OptGB" ? 1 : 0);
+        EXPECT_EQ(PartSize().Text(), "1.44 MB - Diskette");
+        EXPECT_EQ(Colour("txtDestinationFolder"), Red);
+        EXPECT_EQ(LabelText("txtFreeSpaceDest"), "Media not Ready");
         for (const char* name : {"OptMB", "OptGB", "CmbPartSize", "txtPartsNumber"}) {
-            EXPECT_FALSE(Widget(name).isEnabled()) << name;
+            EXPECT_FALSE(IsEnabled(name)) << name;
         }
     }
 }
@@ -320,9 +257,9 @@ TEST_F(SplitPageSource, LosesItsGuardToTheDestination) {
 TEST_F(SplitPageSource, BringsItsFolderWhereNoneIsSaved) {
     Settings().DestinationFolderUseSource(0);
     OpenSource(10000);
-    EXPECT_TRUE(Button("ChkDestinationFolder").isChecked());
+    EXPECT_TRUE(IsChecked("ChkDestinationFolder"));
     EXPECT_EQ(Settings().DestinationFolderUseSource(), 1);
-    EXPECT_EQ(Text("txtDestinationFolder"), Folder().Drive() + "\\");
+    EXPECT_EQ(Text("txtDestinationFolder"), Here());
     EXPECT_TRUE(CanStart());
 }
 
@@ -331,13 +268,13 @@ TEST_F(SplitPageSource, IsLookedAtWhenTheWindowComesToTheFront) {
     EXPECT_EQ(Colour("txtSourceFile"), Red);
     OpenSource(10000);
     EXPECT_EQ(Colour("txtSourceFile"), Black);
-    Hole("film.mkv", 20000);
-    Page().WindowActivated();
-    EXPECT_EQ(Caption(), "Input File size : 19.53 KB (20,000 Bytes)");
-    std::filesystem::remove(Folder().System("film.mkv"));
-    Page().WindowActivated();
-    EXPECT_EQ(Colour("txtSourceFile"), Red);
-    EXPECT_EQ(Caption(), "Input File size : 19.53 KB (20,000 Bytes)");
+    const std::string source = Hole("film.mkv", 20000);
+    for (const bool isThere : {true, false}) {
+        Page().WindowActivated();
+        EXPECT_EQ(Caption(), "Input File size : 19.53 KB (20,000 Bytes)");
+        EXPECT_EQ(Colour("txtSourceFile"), isThere ? Black : Red);
+        std::filesystem::remove(Folder().System("film.mkv"));
+    }
 }
 
 }  // namespace
