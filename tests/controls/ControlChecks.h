@@ -28,6 +28,11 @@ class DistinctPictures {
         }
         pictures_.emplace_back(picture, name);
     }
+    /// The same with a property set first.
+    void Set(QWidget& control, const char* property, const QVariant& value) {
+        control.setProperty(property, value);
+        Add(control, std::string(property) + " " + value.toString().toStdString());
+    }
 
   private:
     std::vector<std::pair<QImage, std::string>> pictures_;

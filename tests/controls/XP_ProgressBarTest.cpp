@@ -46,20 +46,15 @@ TEST(XP_ProgressBar, ModesBrushesAndOrientationsTellApart) {
     bar.Value(55);
     DistinctPictures pictures;
     for (int mode = 0; mode <= 9; ++mode) {
-        bar.Scrolling(mode);
-        pictures.Add(bar, "mode " + std::to_string(mode));
+        pictures.Set(bar, "Scrolling", mode);
     }
     bar.Scrolling(0);
     for (const int brush : {0, 1, 2, 3, 5, 6, 7, 8, 9}) {
-        bar.BrushStyle(brush);
-        pictures.Add(bar, "brush " + std::to_string(brush));
+        pictures.Set(bar, "BrushStyle", brush);
     }
-    bar.Orientation(1);
-    pictures.Add(bar, "upright");
-    bar.ShowText(true);
-    pictures.Add(bar, "text");
-    bar.setEnabled(false);
-    pictures.Add(bar, "disabled");
+    pictures.Set(bar, "Orientation", 1);
+    pictures.Set(bar, "ShowText", true);
+    pictures.Set(bar, "enabled", false);
 }
 
 TEST(XP_ProgressBar, ValueOutsideItsRangeIsKeptAndDrawnAsTheNearestEnd) {

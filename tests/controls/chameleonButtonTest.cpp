@@ -109,21 +109,12 @@ TEST_F(ButtonWindow, AppearanceProperties) {
     EXPECT_EQ(PictureOf(middle_), plain);
     DistinctPictures pictures;
     pictures.Add(middle_, "plain");
-    middle_.SoftBevel(true);
-    pictures.Add(middle_, "soft");
-    for (int effect = 1; effect <= 3; ++effect) {
-        middle_.SpecialEffect(effect);
-        pictures.Add(middle_, "effect " + std::to_string(effect));
+    for (const auto& [property, value] :
+         {std::pair("SoftBevel", 1), std::pair("SpecialEffect", 1), std::pair("SpecialEffect", 2),
+          std::pair("SpecialEffect", 3), std::pair("ColorScheme", 2), std::pair("ColorScheme", 3),
+          std::pair("BackColor", DarkRed), std::pair("ForeColor", Green)}) {
+        pictures.Set(middle_, property, value);
     }
-    middle_.SpecialEffect(0);
-    for (const int scheme : {2, 3}) {
-        middle_.ColorScheme(scheme);
-        pictures.Add(middle_, "scheme " + std::to_string(scheme));
-    }
-    middle_.BackColor(DarkRed);
-    pictures.Add(middle_, "own face");
-    middle_.ForeColor(Green);
-    pictures.Add(middle_, "own text");
     middle_.DisableRefresh();
     EXPECT_FALSE(middle_.updatesEnabled());
     middle_.Refresh();
@@ -138,20 +129,16 @@ TEST_F(ButtonWindow, Pictures) {
     middle_.PicturePosition(4);
     EXPECT_EQ(PictureOf(middle_), none) << "all of the picture is masked";
     DistinctPictures pictures;
-    middle_.UseMaskColor(false);
-    pictures.Add(middle_, "silver");
+    pictures.Set(middle_, "UseMaskColor", false);
     middle_.PictureNormal(Square(Qt::blue));
     for (int position = 0; position <= 4; ++position) {
-        middle_.PicturePosition(position);
-        pictures.Add(middle_, "position " + std::to_string(position));
+        pictures.Set(middle_, "PicturePosition", position);
     }
     EXPECT_EQ(PictureOf(middle_).pixelColor(60, 30 - 5), QColor(Qt::blue));
     middle_.setAttribute(Qt::WA_UnderMouse, true);
     EXPECT_EQ(PictureOf(middle_).pixelColor(60, 30 - 5), QColor(Qt::green));
-    middle_.setEnabled(false);
-    pictures.Add(middle_, "pale");
-    middle_.UseGreyscale(true);
-    pictures.Add(middle_, "grey");
+    pictures.Set(middle_, "Enabled", false);
+    pictures.Set(middle_, "UseGreyscale", true);
 }
 
 TEST_F(ButtonWindow, KeysPressItMoveTheKeyboardAndTurnItsValueOver) {

@@ -59,6 +59,10 @@ TEST_F(SplitPageSize, AUnitIsStoredSuppliesACountAndMarksAMissingSource) {
     Click("OptMB");
     EXPECT_EQ(StoredUnit(), "10");
     EXPECT_EQ(Text("txtPartsNumber"), "7");
+    Click("OptGB");
+    Write("txtPartsNumber", "none");
+    Click("OptMB");
+    EXPECT_EQ(Text("txtPartsNumber"), "2");
 
     Page().RefreshStartButtons();
     EXPECT_TRUE(CanStart());
@@ -150,7 +154,7 @@ TEST_F(SplitPageSize, StartButtonsFollowTheSize) {
     for (const auto& [mode, unit, size, bytes, ready] :
          {std::tuple("OptSize", "OptMB", "", 10 * MB, true),
           std::tuple("OptSize", "OptMB", "9.99", 10 * MB, true),
-          std::tuple("OptSize", "OptMB", "10", 10 * MB, false),
+          std::tuple("OptSize", "OptMB", "10", 10 * MB + 4000, false),
           std::tuple("OptSize", "OptMB", "10.004", 10 * MB, false),
           std::tuple("OptSize", "OptMB", "9.996", 10 * MB, false),
           std::tuple("OptSize", "OptMB", "9.996", 10 * MB + 20000, true),

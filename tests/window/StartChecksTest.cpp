@@ -57,6 +57,7 @@ class StartChecks : public ::testing::Test {
     std::map<char, FakeVolumes::Volume>* volumes = nullptr;
     SharedObjects shared = MakeShared();
     const std::string small = Hole("small", 5 * Megabyte);
+    const std::string odd = Hole("odd", 5 * Megabyte + 2000);
     const std::string one = Hole("one", Megabyte);
     const std::string large = Hole("large", 2 * Gigabyte);
     const std::string huge = Hole("huge", 9 * Gigabyte);
@@ -93,6 +94,7 @@ TEST_F(StartChecks, EndAtTheFirstFailure) {
         {"row without bytes", Row("3 MB", 0), BadSize, "Size"},
         {"row of the source's size", Row("3 MB", 5242880), SameSize, "Size"},
         {"the source's size", Size("5"), SameSize, "Size"},
+        {"equal to two places", Of(odd, "5"), OverSource, "Size"},
         {"a little more", Size("5.001"), OverSource, "Size"},
         {"a little less", Size("4.999"), "", "Size", 5241831, Kind::GoOn},
         {"more, without a source", Of(missing, "6"), "", "Size", 6 * Megabyte, Kind::GoOn},

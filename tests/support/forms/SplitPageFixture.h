@@ -64,6 +64,17 @@ class SplitPageFixture : public PageFixture<SplitPage> {
         EXPECT_EQ(IsEnabled("CmdStartSplitt"), IsEnabled("cmdCreateCommand"));
         return IsEnabled("CmdStartSplitt");
     }
+    /// The colours of source and destination, and what the page is: "ready" with its fields
+    /// enabled, "start" with its buttons too.
+    std::string State() {
+        const auto colour = [this](const char* field) {
+            const ColourValue value = Colour(field);
+            return value == Red ? "red " : value == Blue ? "blue " : "black ";
+        };
+        const std::string colours =
+            colour("txtSourceFile") + std::string(colour("txtDestinationFolder"));
+        return colours + (IsEnabled("OptSize") ? "ready" : "") + (CanStart() ? " start" : "");
+    }
 
     RecordingFrame& Frame() { return frame_; }
 
