@@ -6,8 +6,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-const Texts Nothing;
-const Texts TooLarge{"The Selected file must be smaller than available space.     "};
+const Texts nothing;
+const Texts tooLarge{"The Selected file must be smaller than available space.     "};
 
 class SplitPageDestination : public SplitPageFixture {
   protected:
@@ -132,13 +132,13 @@ TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
     };
     using enum BoxAnswer;
     for (const Case& row : std::initializer_list<Case>{
-             {"", Nothing, Yes, "", "black red ready"},
-             {"C", Nothing, Yes, "C", "black red ready"},
-             {"ab", Nothing, Yes, "ab", "black red ready"},
+             {"", nothing, Yes, "", "black red ready"},
+             {"C", nothing, Yes, "C", "black red ready"},
+             {"ab", nothing, Yes, "ab", "black red ready"},
              {Here() + "refused", question, No, Here()},
              {R"(Q:\x)", question, Yes, Here()},
              {made, question, Yes, made},
-             {R"(X:\)", Nothing, Yes, R"(X:\)"},
+             {R"(X:\)", nothing, Yes, R"(X:\)"},
          }) {
         SCOPED_TRACE(row.text);
         Page().CmdReset_Click();
@@ -209,7 +209,7 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
         Open();
         OpenSource(row.size);
         TypeFolder(R"(X:\)");
-        EXPECT_EQ(Said(), row.fits ? Nothing : TooLarge);
+        EXPECT_EQ(Said(), row.fits ? nothing : tooLarge);
         // A refusal returns to the saved folder, which what was typed has not become.
         EXPECT_EQ(Destination(), row.fits ? R"(X:\)" : Here());
         EXPECT_EQ(State(), row.fits ? "black black ready start" : "red red ");
@@ -224,13 +224,13 @@ TEST_F(SplitPageDestination, EmptiesASourceThatFitsNowhere) {
     (*volumes)['X'] = {DriveType::Fixed, 1e6, 2e6};
     Browse(2e6);
     ASSERT_FALSE(Boxes().shown.empty());
-    EXPECT_EQ(Said().back(), TooLarge[0]);
+    EXPECT_EQ(Said().back(), tooLarge[0]);
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
     (*volumes)['C'] = {DriveType::Fixed, 1e6, 2e6};
     Page().OpenSource(Folder().Drive("film.mkv"));
     Write(Here());
-    EXPECT_EQ(Said().back(), TooLarge[0]);
+    EXPECT_EQ(Said().back(), tooLarge[0]);
     EXPECT_FALSE(CanStart());
 }
 
@@ -263,7 +263,7 @@ TEST_F(SplitPageDestination, StoresAnOptionAtEveryClick) {
             EXPECT_EQ((Settings().*stored)(), value) << name;
         }
     }
-    EXPECT_EQ(Said(), Nothing);
+    EXPECT_EQ(Said(), nothing);
 }
 
 TEST_F(SplitPageDestination, AsksForACompressionLevel) {
@@ -282,7 +282,7 @@ TEST_F(SplitPageDestination, AsksForACompressionLevel) {
     // Neither a stored choice nor a reset asks.
     Page().ResetSplitForm();
     EXPECT_TRUE(IsChecked("ChkCompress"));
-    EXPECT_EQ(Said(), Nothing);
+    EXPECT_EQ(Said(), nothing);
 }
 
 }  // namespace

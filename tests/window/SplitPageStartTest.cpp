@@ -10,8 +10,6 @@
 namespace zarn::testing {
 namespace {
 
-constexpr std::size_t Megabyte = 1048576;
-
 class SplitPageStart : public SplitPageFixture {
   protected:
     void Take(std::size_t bytes) {
@@ -69,7 +67,7 @@ TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
 }
 
 TEST_F(SplitPageStart, StopsAtTheFirstFailedCheck) {
-    Take(2 * Megabyte);
+    Take(2'000'000);
     PartSize().WriteText("Type Custom Size ...");
     Start();
     EXPECT_EQ(PartSize().Text(), "");
@@ -93,7 +91,7 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
                                            std::pair(false, false), std::pair(false, true)}) {
         Settings().DestinationFolder(saved);
         Open();
-        Take(Megabyte / 2);
+        Take(500'000);
         PartSize().WriteText("0.25");
         Write("txtDestinationFolder", made);
         if (!savedExists) {
@@ -122,7 +120,7 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
 TEST_F(SplitPageStart, MakesAllTheLastChecks) {
     Settings().CompressLevel(0);
     Settings().CompressDestination(1);
-    Take(Megabyte);
+    Take(1'000'000);
     std::filesystem::remove(Folder().System("film.mkv"));
     Click("OptParts");
     Write("txtPartsNumber", "2");
@@ -149,7 +147,7 @@ TEST_F(SplitPageStart, MakesAllTheLastChecks) {
 // A preset's own bytes hold only while its row is selected.
 TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     Settings().ComboSize("1 MB|1048576;2 MB|2097152;3 MB|3145728");
-    Take(4 * Megabyte);
+    Take(4'000'000);
     Write("txtPartsNumber", "4");
     constexpr int DisketteRow = 4;
     PartSize().SelectRow(DisketteRow);
@@ -159,7 +157,7 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
           std::tuple("OptSize", "0.5mb", 524288U, "0.5 MB",
                      "0.5 MB|524288;1 MB|1048576;2 MB|2097152"),
           std::tuple("OptSize", "2", 2097152U, "2 MB", "2 MB|2097152;0.5 MB|524288;1 MB|1048576"),
-          std::tuple("OptParts", "0.25", 1048576U, "0.25",
+          std::tuple("OptParts", "0.25", 1000000U, "0.25",
                      "2 MB|2097152;0.5 MB|524288;1 MB|1048576")}) {
         if (*typed != '\0') {
             PartSize().WriteText(typed);
@@ -187,7 +185,7 @@ TEST_F(SplitPageStart, CompressesForAPassword) {
     Settings().TemporaryFolder(Here() + "tmp\\");
     Settings().CompressPasswordProtect(1);
     Settings().CompressPassword("secret");
-    Take(Megabyte);
+    Take(1'000'000);
     Page().SecurityOption(true);
     PartSize().WriteText("0.5");
     Start();
@@ -196,7 +194,7 @@ TEST_F(SplitPageStart, CompressesForAPassword) {
 }
 
 TEST_F(SplitPageStart, SaysThatTheSourceWasDeleted) {
-    Take(Megabyte);
+    Take(1'000'000);
     Click("ChkDeleteSource");
     PartSize().WriteText("0.5");
     Start();

@@ -55,7 +55,7 @@ class SplitPageFixture : public PageFixture<SplitPage> {
         return Folder().Drive(name);
     }
     std::string OpenSource(double bytes, const std::string& name = "film.mkv") {
-        const std::string path = Hole(name, bytes);
+        std::string path = Hole(name, bytes);
         Page().OpenSource(path);
         return path;
     }
