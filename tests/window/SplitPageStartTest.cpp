@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "controls/GuardedApplication.h"
+#include "controls/XP_ProgressBar.h"
 #include "engine/FrmProgress.h"
 #include "support/forms/SplitPageFixture.h"
 
@@ -26,6 +27,8 @@ class SplitPageStart : public SplitPageFixture {
             if (button != nullptr && button->text().startsWith("&Done (")) {
                 ++jobs;
                 button->click();
+            } else if (button != nullptr && cancels) {
+                Cancel(*progress, *button);
             }
         });
         poll.start(0);
@@ -35,6 +38,18 @@ class SplitPageStart : public SplitPageFixture {
     }
 
     int jobs = 0;
+    bool cancels = false;
+
+  private:
+    // In the middle of the job, whose window then counts to its end: it is closed instead.
+    static void Cancel(FrmProgress& progress, QAbstractButton& button) {
+        constexpr int Middle = 30;
+        if (progress.JobEnded && !button.isEnabled()) {
+            progress.close();
+        } else if (progress.findChild<XP_ProgressBar*>("XP_ProgressBar1")->Value() >= Middle) {
+            button.click();
+        }
+    }
 };
 
 TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
@@ -191,6 +206,18 @@ TEST_F(SplitPageStart, CompressesForAPassword) {
     Start();
     constexpr std::size_t MethodOffset = 8;
     EXPECT_EQ(Folder().Read("film.zip_Part1").at(MethodOffset), 99) << "the mark of encryption";
+}
+
+TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
+    cancels = true;
+    Take(8'000'000);
+    PartSize().WriteText("1");
+    Start();
+    EXPECT_EQ(jobs, 0);
+    EXPECT_EQ(Folder().Names(), std::vector<std::string>{"film.mkv"});
+    EXPECT_EQ(Settings().ComboSize(), "1 MB|1048576");
+    EXPECT_EQ(Frame().calls.back(), "title");
+    EXPECT_EQ(State(), "black black ready start");
 }
 
 TEST_F(SplitPageStart, SaysThatTheSourceWasDeleted) {
