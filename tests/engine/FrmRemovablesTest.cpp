@@ -1,16 +1,13 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QLabel>
 #include <QTest>
 #include <QTimer>
 #include <functional>
 
-#include "controls/QtText.h"
-#include "controls/chameleonButton.h"
+#include "engine/EngineFixture.h"
 #include "engine/FrmRemovables.h"
 #include "platform/linux/LinuxVolumes.h"
-#include "support/TestPlatform.h"
+#include "runtime/Text.h"
+#include "support/FormChecks.h"
 
 namespace zarn::testing {
 namespace {
@@ -23,14 +20,6 @@ class FixedFreeSpace : public LinuxVolumes {
     DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
         return {64, 512, 1000, 9000};
     }
-};
-
-class WaitlessQueue : public MessageQueue {
-  public:
-    void Run() override {}
-    void Wait(std::chrono::milliseconds time) override { waited += time; }
-
-    std::chrono::milliseconds waited{0};
 };
 
 class FrmRemovablesTest : public ::testing::Test {
@@ -49,10 +38,7 @@ class FrmRemovablesTest : public ::testing::Test {
     // Shows the prompt for a part of so many bytes and acts in it.
     void Prompt(double bytes, const std::function<void()>& act) {
         prompt.partSize = bytes;
-        QTimer start;
-        start.setSingleShot(true);
-        QObject::connect(&start, &QTimer::timeout, act);
-        start.start(0);
+        QTimer::singleShot(0, act);
         prompt.ShowModal();
         EXPECT_FALSE(prompt.isVisible());
     }
@@ -63,23 +49,16 @@ class FrmRemovablesTest : public ::testing::Test {
     FrmRemovables prompt{shared, progress, nullptr};
 };
 
-TEST_F(FrmRemovablesTest, NamesUnitAndDiskInEveryFont) {
-    const QFont before = QApplication::font();
-    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
-        QFont font = before;
-        font.setFamilies({family});
-        QApplication::setFont(font);
+TEST_F(FrmRemovablesTest, NamesUnitAndDisk) {
+    InEveryFont([&] {
         Prompt(0, [&] {
             EXPECT_EQ(FromQt(prompt.windowTitle()), "  DISK 2 of 3 ...   ");
             const auto* message = prompt.findChild<QLabel*>("lblMessage");
             EXPECT_EQ(FromQt(message->text()), "Please insert a new media on unit [e:]");
-            for (const auto* control : prompt.findChildren<QWidget*>()) {
-                EXPECT_GE(control->width(), control->sizeHint().width());
-            }
+            ExpectTextsToFit(prompt, prompt.size());
             prompt.close();
         });
-    }
-    QApplication::setFont(before);
+    });
     EXPECT_FALSE(progress.CancelPending);
 }
 
@@ -94,6 +73,8 @@ TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
     Prompt(FreeBytes + 1, [&] {
         EXPECT_TRUE(BothEnabled());
         EXPECT_FALSE(progress.CancelPending);
+        QTest::keyClick(&prompt, Qt::Key_Escape);
+        EXPECT_TRUE(prompt.isVisible());
         QTest::keyClick(&prompt, Qt::Key_C, Qt::AltModifier);
     });
     EXPECT_TRUE(progress.CancelPending);
@@ -101,34 +82,30 @@ TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
 }
 
 TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
-    auto waitless = std::make_unique<WaitlessQueue>();
-    const WaitlessQueue& queue = *waitless;
-    shared.Platform().messageQueue = std::move(waitless);
+    auto recording = std::make_unique<RecordingQueue>();
+    const RecordingQueue& queue = *recording;
+    shared.Platform().messageQueue = std::move(recording);
     using enum BoxAnswer;
     test.boxes->answers = {No, Yes, No, Ok, Yes, Yes};
-    test.boxes->whenShown = [&](const BoxMessage& /*message*/) {
+    Names texts;
+    test.boxes->whenShown = [&](const BoxMessage& box) {
         EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
+        texts.push_back(box.text);
     };
-    Prompt(3e9, [&] {
+    Prompt(FreeBytes + 1, [&] {
         for (const std::size_t boxes : {1U, 4U}) {  // not to be erased; not changed
             Press("CmdOK");
-            EXPECT_EQ(test.boxes->shown.size(), boxes);
+            EXPECT_EQ(texts.size(), boxes);
             EXPECT_TRUE(prompt.isVisible() && BothEnabled());
         }
         EXPECT_EQ(queue.waited, std::chrono::seconds(1));
         Press("CmdOK");
     });
-    std::vector<std::string> texts;
-    for (const BoxMessage& box : test.boxes->shown) {
-        texts.push_back(box.text);
-    }
     const std::string notEmpty = "Current media is not Empty,       \rall files will be erased.";
     ASSERT_EQ(texts.size(), 6U);
-    EXPECT_NE(texts[2].find("unit [E:]"), std::string::npos);
-    EXPECT_EQ(texts, (std::vector<std::string>{
-                         notEmpty, notEmpty, texts[2],
-                         "Media Error, or canceled by user      \rplease insert a new media",
-                         notEmpty, texts[2]}));
+    EXPECT_TRUE(Contains(texts[2], "unit [E:]"));
+    const std::string error = "Media Error, or canceled by user      \rplease insert a new media";
+    EXPECT_EQ(texts, (Names{notEmpty, notEmpty, texts[2], error, notEmpty, texts[2]}));
     EXPECT_EQ(test.boxes->shown[3].icon, BoxIcon::Exclamation);
     EXPECT_FALSE(progress.CancelPending);
 }

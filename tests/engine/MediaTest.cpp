@@ -2,54 +2,19 @@
 #include <filesystem>
 
 #include "engine/EngineFixture.h"
-#include "platform/linux/LinuxVolumes.h"
+#include "engine/FolderMedium.h"
 
 namespace zarn::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-// The folder of the parts as a removable medium of `capacity` bytes.
-class MediumVolumes : public LinuxVolumes {
-  public:
-    MediumVolumes(const TestPlatform& test, std::string folder)
-        : LinuxVolumes(std::make_shared<PathResolver>(test.home.System())),
-          folder_(std::move(folder)) {}
-
-    DriveType GetDriveType(std::string_view /*root*/) override { return DriveType::Removable; }
-    DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
-        lowest = std::min(lowest, Free());
-        ++questions;
-        return {1, 1, Free(), capacity};
-    }
-    DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view /*root*/) override {
-        const auto free = static_cast<std::uint64_t>(Free());
-        return {free, static_cast<std::uint64_t>(capacity), free};
-    }
-
-    std::int32_t capacity = 0;
-    std::int32_t lowest = 0;
-    int questions = 0;
-
-  private:
-    [[nodiscard]] std::int32_t Free() const {
-        std::int32_t free = capacity;
-        for (const auto& entry : fs::directory_iterator(folder_)) {
-            free -= static_cast<std::int32_t>(entry.file_size());
-        }
-        return free;
-    }
-
-    std::string folder_;
-};
-
 class MediaTest : public EngineTest {
   protected:
-    MediumVolumes& UseMedium(std::int32_t capacity, std::size_t sourceSize) {
+    FolderMedium& UseMedium(std::int32_t capacity, std::size_t sourceSize) {
         folder.Write("movie.avi", TestBytes(sourceSize));
-        auto medium = std::make_unique<MediumVolumes>(test, out.System());
-        MediumVolumes& volumes = *medium;
-        volumes.capacity = capacity;
+        auto medium = std::make_unique<FolderMedium>(out.System(), capacity);
+        FolderMedium& volumes = *medium;
         test.platform.volumes = std::move(medium);
         return volumes;
     }
@@ -58,7 +23,7 @@ class MediaTest : public EngineTest {
 TEST_F(MediaTest, PartsTakeExactlyWhatTheirMediaHold) {
     constexpr std::int32_t First = 4000000;
     constexpr std::int32_t Second = 3000000;
-    MediumVolumes& volumes = UseMedium(First, First - 2000 + Second + 500000);
+    FolderMedium& volumes = UseMedium(First, First - 2000 + Second + 500000);
     const WatchedFileSystem& watch = Watch();
     const auto flushes = [&] {
         return std::count(watch.log.begin(), watch.log.end(), "flush volume");
@@ -89,7 +54,7 @@ TEST_F(MediaTest, PartsTakeExactlyWhatTheirMediaHold) {
 }
 
 TEST_F(MediaTest, NoRoomBlamesTheMediumAndRoomForAllIsAPlainRun) {
-    MediumVolumes& volumes = UseMedium(0, 50000);
+    FolderMedium& volumes = UseMedium(0, 50000);
     EXPECT_FALSE(Split(30000));
     ASSERT_EQ(test.boxes->shown.size(), 1U);
     EXPECT_EQ(test.boxes->shown.back().text,

@@ -1,0 +1,175 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "controls/Colours.h"
+#include "controls/QtMessageQueue.h"
+#include "controls/QtText.h"
+#include "controls/XP_ProgressBar.h"
+#include "controls/chameleonButton.h"
+#include "support/ErrorOf.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+
+using Names = std::vector<std::string>;
+
+/// The toolkit's queue; a test acts each time that a job lets events run, or waits meanwhile.
+class WatchedQueue : public QtMessageQueue {
+  public:
+    void Run() override {
+        whenRun();
+        QtMessageQueue::Run();
+    }
+    void Wait(std::chrono::milliseconds time) override {
+        waited = time;
+        whenWaiting();
+        Run();
+    }
+
+    std::function<void()> whenRun;
+    std::function<void()> whenWaiting = [] {};
+    std::chrono::milliseconds waited{0};
+};
+
+/// The window of a job over the real platform, and every state that it shows while the job runs.
+/// A test replaces parts of `test.platform` before the first call of `Shared`.
+template <typename Form>
+class JobDialogFixture : public ::testing::Test {
+  protected:
+    JobDialogFixture() {
+        QApplication::setQuitOnLastWindowClosed(false);
+        auto watched = std::make_unique<WatchedQueue>();
+        queue = watched.get();
+        queue->whenRun = [this] { Look(); };
+        test.platform.messageQueue = std::move(watched);
+    }
+
+    SharedObjects& Shared() {
+        return shared_ ? *shared_ : shared_.emplace(std::move(test.platform));
+    }
+
+    /// All that can be seen.
+    virtual std::string State() = 0;
+
+    /// Takes a new window of which nothing was seen yet, and whose timers only a test lets tick.
+    /// Returns how many milliseconds they were set to.
+    std::string Take(std::unique_ptr<Form> window) {
+        form = std::move(window);
+        states.clear();
+        std::string intervals;
+        for (QTimer* timer : Timers()) {
+            intervals += std::to_string(timer->interval()) + " ";
+            timer->setInterval(std::chrono::hours(1));
+        }
+        return intervals;
+    }
+
+    template <typename Control>
+    Control& Find(const char* name) {
+        return *form->template findChild<Control*>(name, Qt::FindDirectChildrenOnly);
+    }
+    XP_ProgressBar& Bar() { return Find<XP_ProgressBar>("XP_ProgressBar1"); }
+    chameleonButton& Button() { return Find<chameleonButton>("CmdCancel"); }
+    void ClickButton() { QTest::mouseClick(&Button(), Qt::LeftButton); }
+    QTimer& Timer(const char* name) { return Find<QTimer>(name); }
+    void Tick(const char* timer) { QMetaObject::invokeMethod(&Timer(timer), "timeout"); }
+    bool IsTiming() {
+        return std::ranges::any_of(Timers(), [](const QTimer* timer) { return timer->isActive(); });
+    }
+    /// Another window comes to the front, and then this one again.
+    void ComeBack() {
+        for (const auto type : {QEvent::WindowDeactivate, QEvent::WindowActivate}) {
+            QEvent event(type);
+            QApplication::sendEvent(form.get(), &event);
+        }
+    }
+
+    /// A line's text and colour; a line that is shown must have room for all of it.
+    std::string TextOf(const char* name) {
+        const auto& label = Find<QLabel>(name);
+        EXPECT_EQ(label.size().expandedTo(label.sizeHint()), label.size()) << FromQt(label.text());
+        return label.isHidden()
+                   ? "-|"
+                   : FromQt(label.text()) + "#" + std::to_string(TextColour(label)) + "|";
+    }
+    std::string ButtonText() {
+        constexpr int Border = 12;
+        const QString caption = Button().Caption();
+        EXPECT_LE(Button().fontMetrics().size(Qt::TextShowMnemonic, caption).width(),
+                  Button().width() - Border);
+        return FromQt(caption) + (Button().isEnabled() ? "" : " off");
+    }
+    std::string Pointer() { return form->cursor().shape() == Qt::WaitCursor ? "wait" : ""; }
+
+    /// Keeps a state that is new.
+    void Look() {
+        const std::string state = State();
+        if (states.empty() || states.back() != state) {
+            states.push_back(state);
+            if (!awaited_.empty() && state.find(awaited_) != std::string::npos) {
+                awaited_.clear();
+                whenAwaited_();
+            }
+        }
+    }
+    /// Acts the first time that a state holds a text.
+    void When(const std::string& text, const std::function<void()>& act) {
+        awaited_ = text;
+        whenAwaited_ = act;
+    }
+
+    /// Runs the job below an event loop, as the program does, and acts whenever that loop is idle
+    /// with the countdown going. Returns what the window raises.
+    std::optional<ErrorNumber> Run() {
+        std::optional<ErrorNumber> error;
+        QTimer idle;
+        QObject::connect(&idle, &QTimer::timeout, [this] {
+            if (Timer("Timer2").isActive()) {
+                Look();
+                whenCounting();
+            }
+        });
+        idle.start(0);
+        QTimer::singleShot(0, [&] {
+            error = ErrorOf([this] { form->ShowModal(); });
+            QCoreApplication::exit();
+        });
+        QCoreApplication::exec();
+        EXPECT_FALSE(form->isVisible() || IsTiming());
+        EXPECT_TRUE(owner.isEnabled());
+        EXPECT_EQ(Pointer(), "");
+        return error;
+    }
+
+    TestFolder folder;
+    TestFolder out;
+    TestPlatform test;
+    WatchedQueue* queue = nullptr;
+    QWidget owner;
+    std::unique_ptr<Form> form;
+    Names states;
+    std::function<void()> whenCounting = [this] { ClickButton(); };
+
+  private:
+    QList<QTimer*> Timers() {
+        return form->template findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    }
+
+    std::optional<SharedObjects> shared_;
+    std::string awaited_;
+    std::function<void()> whenAwaited_;
+};
+
+}  // namespace zarn::testing
