@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QClipboard>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
-#include <set>
 
-#include "controls/QtText.h"
-#include "controls/chameleonButton.h"
 #include "join/FrmCommandLine.h"
 #include "runtime/Text.h"
+#include "support/FormChecks.h"
 #include "support/RunProgram.h"
 #include "support/TestPlatform.h"
 #include "support/forms/AnsweringDialogs.h"
@@ -35,12 +30,17 @@ class FrmCommandLineTest : public ::testing::Test {
     void Press(const char* name) {
         QTest::mouseClick(viewer->findChild<QWidget*>(name), Qt::LeftButton);
     }
+    // The message of the last box since the last call, if any.
+    std::string Message() {
+        const std::string text = test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
+        test.boxes->shown.clear();
+        return text;
+    }
     // Saves a batch file under the name that the dialog gives. Returns the message, if any.
     std::string Save(const std::optional<std::string>& name) {
         dialogs.answers = {name};
-        test.boxes->shown.clear();
         Press("CmdBatchFile");
-        return test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
+        return Message();
     }
 
     TestPlatform test;
@@ -54,7 +54,6 @@ class FrmCommandLineTest : public ::testing::Test {
 
 TEST_F(FrmCommandLineTest, ShowsTheViewInColour) {
     Open();
-    EXPECT_EQ(viewer->windowTitle(), " Command Line Viewer");
     EXPECT_EQ(FromQt(View().toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));
     EXPECT_EQ(View().textCursor().position(), 0);
     QTextCursor cursor(View().document());
@@ -70,31 +69,21 @@ TEST_F(FrmCommandLineTest, ShowsTheViewInColour) {
     }
 }
 
-TEST_F(FrmCommandLineTest, FitsInEveryFont) {
-    const QFont before = QApplication::font();
-    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
-        QFont font = before;
-        font.setFamilies({family});
-        QApplication::setFont(font);
+TEST_F(FrmCommandLineTest, FitsAndHasItsKeys) {
+    InEveryFont([this] {
         Open();
-        EXPECT_EQ(View().font().families(), QStringList({"Verdana", family}));
+        EXPECT_EQ(View().font().families().front(), "Verdana");
         EXPECT_EQ(View().document()->findBlockByNumber(1).layout()->lineCount(), 1);
-        std::set<QString> mnemonics;
-        for (const auto* button : viewer->findChildren<chameleonButton*>()) {
-            EXPECT_GE(button->width(), button->sizeHint().width());
-            mnemonics.insert(button->shortcut().toString());
-        }
-        EXPECT_EQ(mnemonics.size(), 4U);
-    }
-    QApplication::setFont(before);
+        ExpectTextsToFit(*viewer, viewer->size());
+    });
+    ExpectNamesAndKeys(*viewer);
 }
 
 TEST_F(FrmCommandLineTest, CopiesTheCommandAndOpensHelp) {
     Open();
     Press("CmdClipboard");
     EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), CommandLineCommand(settings));
-    ASSERT_EQ(test.boxes->shown.size(), 1U);
-    EXPECT_EQ(test.boxes->shown[0].text, "Clipboard copied        ");
+    EXPECT_EQ(Message(), "Clipboard copied        ");
     Press("CmdHelp");
     EXPECT_EQ(helps, 1);
     Press("CmdClose");
@@ -103,23 +92,21 @@ TEST_F(FrmCommandLineTest, CopiesTheCommandAndOpensHelp) {
 
 TEST_F(FrmCommandLineTest, SavesABatchFile) {
     folder.MakeFolder("other.bat");
-    folder.Write("x.BAT.old", std::string(5000, 'x'));
-    shared.Parameters().SavedBatchFile(folder.Drive("start\\"));
+    folder.Write("run.bat", std::string(5000, 'x'));
+    const std::string start = folder.Drive("start\\");
+    shared.Parameters().SavedBatchFile(start);
     Open();
-    for (const std::string name : {"missing\\a.bat", "other"}) {  // no folder; a folder
-        EXPECT_EQ(Save(folder.Drive(name)), "");
+    // No folder; a folder; nothing picked.
+    for (const std::optional<std::string>& name :
+         {std::optional(folder.Drive("missing\\a.bat")), {folder.Drive("other")}, {}, {""}}) {
+        EXPECT_EQ(Save(name), "");
     }
-    EXPECT_EQ(Save(std::nullopt) + Save(""), "");
-    EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive("start\\"));
-    EXPECT_EQ(
-        dialogs.asked.front(),
-        "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + folder.Drive("start\\"));
-    for (const auto& [name, written] :
-         {std::pair("run", "run.bat"), {"x.BAT.old", "x.BAT.old"}, {"y.txt", "y.txt.bat"}}) {
-        EXPECT_EQ(Save(folder.Drive(name)),
-                  "File : " + folder.Drive(written) + "\r\rwas saved successfully!           ");
-        EXPECT_TRUE(folder.Read(written) == CommandLineBatchFile(settings)) << written;
-    }
+    EXPECT_EQ(shared.Parameters().SavedBatchFile(), start);
+    EXPECT_EQ(dialogs.asked.front(),
+              "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + start);
+    EXPECT_EQ(Save(folder.Drive("run")),
+              "File : " + folder.Drive("run.bat") + "\r\rwas saved successfully!           ");
+    EXPECT_EQ(folder.Read("run.bat"), CommandLineBatchFile(settings));
     EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive() + "\\");
 }
 

@@ -26,14 +26,21 @@ inline const std::string naming =
     "Ren Zarn.TMP \"Movie.avi\"\r\n";
 inline const std::string wholeScript = copies + naming + "Del \"Movie.avi_Part*\"\r\n";
 
-/// A folder with a set of three parts of "Movie.avi", and what runs scripts in it.
+/// A set of three parts of "Movie.avi" with its script, and the names of its files.
+inline void WriteSet(const TestFolder& folder, const std::string& script,
+                     const std::string& at = {}) {
+    folder.Write(at + "Movie.avi_Part0.bat", script);
+    folder.Write(at + "Movie.avi_Part1", "one ");
+    folder.Write(at + "Movie.avi_Part2", "two ");
+    folder.Write(at + "Movie.avi_Part3", "three");
+}
+inline const Names setNames = {"Movie.avi_Part0.bat", "Movie.avi_Part1", "Movie.avi_Part2",
+                               "Movie.avi_Part3"};
+
+/// A folder with such a set, and what runs scripts in it.
 class JoinFixture : public ::testing::Test {
   protected:
-    void SetUp() override {
-        folder.Write("Movie.avi_Part1", "one ");
-        folder.Write("Movie.avi_Part2", "two ");
-        folder.Write("Movie.avi_Part3", "three");
-    }
+    void SetUp() override { WriteSet(folder, ""); }
 
     ScriptOutcome Run(const std::string& script, const std::string& destination = {},
                       const std::string& name = "Movie.avi_Part0.bat") {

@@ -1,4 +1,5 @@
 #include <QTimer>
+#include <deque>
 #include <filesystem>
 
 #include "join/FrmProgressJoin.h"
@@ -7,8 +8,10 @@
 namespace zarn::testing {
 namespace {
 
-constexpr const char* Question = "Destination folder doesn't exist, create this new folder ?   ";
-constexpr const char* BadName = "Invalid Characters in destination folder,\rPlease check.";
+using Texts = std::vector<std::string>;
+
+const Texts question = {"Destination folder doesn't exist, create this new folder ?   "};
+const Texts badName = {"Invalid Characters in destination folder,\rPlease check."};
 
 class JoinPageDestination : public JoinPageFixture {
   protected:
@@ -18,6 +21,12 @@ class JoinPageDestination : public JoinPageFixture {
     ColourValue DestinationColour() { return Colour("txtDestinationFolderJoin"); }
     bool CanJoin() { return IsEnabled("CmdJoin"); }
     void OpenSet() { Write("txtFileToJoin", MakeSet()); }
+    // A new page, on which the stored folder is the destination.
+    void Open(const std::string& stored) {
+        Settings().DestinationFolderMerge(stored);
+        JoinPageFixture::Open();
+        OpenSet();
+    }
 
     // Joins, closes the window when it is done, and keeps what it was given.
     void Join() {
@@ -46,26 +55,23 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
     struct Case {
         std::string text;
         ColourValue colour;
-        bool canJoin;  ///< after a text that can be joined to
-        std::string message;
+        bool canJoin = true;  ///< after a text that can be joined to
+        Texts boxes = {};
     };
     for (const Case& row :
-         {Case{"", Red, true, ""}, Case{"C", Red, true, ""}, Case{" C ", Red, true, ""},
-          Case{"ab", Red, true, ""}, Case{"C:", Red, true, ""}, Case{R"(\x)", Red, true, ""},
-          Case{Here() + "a*", Red, false, BadName}, Case{Here() + "other", Black, true, ""},
-          Case{Here() + R"(new\deep)", Black, true, ""}, Case{R"(Q:\x)", Red, true, ""},
-          Case{Here(), Black, true, ""}}) {
+         {Case{"", Red}, Case{" C ", Red}, Case{"ab", Red},
+          Case{Here() + "a*", Red, false, badName}, Case{Here() + "other", Black},
+          Case{Here() + R"(new\deep)", Black}, Case{R"(Q:\x)", Red}, Case{Here(), Black}}) {
         SCOPED_TRACE(row.text);
         Write(Here());
         Write(Here() + "other");
-        ASSERT_TRUE(CanJoin());
-        ASSERT_FALSE(UsesJoinFolder());
+        ASSERT_TRUE(CanJoin() && !UsesJoinFolder());
         Write(row.text);
         EXPECT_EQ(DestinationColour(), row.colour);
         EXPECT_EQ(CanJoin(), row.canJoin);
         EXPECT_EQ(UsesJoinFolder(), row.text == Here());
         EXPECT_EQ(Settings().DestinationFolderUseMerge(), row.text == Here() ? 1 : 0);
-        EXPECT_EQ(Said(), std::vector<std::string>(row.message.empty() ? 0 : 1, row.message));
+        EXPECT_EQ(Said(), row.boxes);
     }
     // A folder is made while it is typed; what it was called in between stays.
     Write(Here() + "t");
@@ -74,9 +80,7 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
         EXPECT_TRUE(Folder().Has(made)) << made;
     }
     // The box knows the folder by its very spelling.
-    std::string spelled = Here();
-    spelled.front() = 'c';
-    Write(spelled);
+    Write("c" + Here().substr(1));
     EXPECT_FALSE(UsesJoinFolder());
     EXPECT_TRUE(CanJoin());
     EXPECT_EQ(Settings().DestinationFolderMerge(), "");
@@ -84,18 +88,15 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
 
 TEST_F(JoinPageDestination, FollowsTheBox) {
     Folder().MakeFolder("saved");
-    Settings().DestinationFolderMerge(Here() + "saved");
-    Open();
-    OpenSet();
+    Open(Here() + "saved");
     EXPECT_EQ(Destination(), Here());
-    Click("ChkJoinDestination");
-    EXPECT_EQ(Destination(), Here() + "saved");
-    EXPECT_EQ(Settings().DestinationFolderUseMerge(), 0);
-    EXPECT_TRUE(IsEnabled("CmdDestinationFolderJoin") && CanJoin());
-    Click("ChkJoinDestination");
-    EXPECT_EQ(Destination(), Here());
-    EXPECT_EQ(Settings().DestinationFolderUseMerge(), 1);
-    EXPECT_FALSE(IsEnabled("CmdDestinationFolderJoin"));
+    for (const bool ticked : {false, true}) {
+        Click("ChkJoinDestination");
+        EXPECT_EQ(Destination(), ticked ? Here() : Here() + "saved");
+        EXPECT_EQ(Settings().DestinationFolderUseMerge(), ticked ? 1 : 0);
+        EXPECT_EQ(IsEnabled("CmdDestinationFolderJoin"), !ticked);
+        EXPECT_TRUE(CanJoin());
+    }
     // A tick by code stores itself and does no more.
     Write(Here() + "saved");
     EXPECT_FALSE(UsesJoinFolder() || IsEnabled("CmdDestinationFolderJoin"));
@@ -104,32 +105,32 @@ TEST_F(JoinPageDestination, FollowsTheBox) {
     OpenSet();
     EXPECT_EQ(Destination(), Here() + "saved");
     EXPECT_TRUE(IsEnabled("CmdDestinationFolderJoin"));
-    Settings().DestinationFolderMerge("");
-    Open();
-    OpenSet();
-    EXPECT_FALSE(CanJoin());
+}
 
+TEST_F(JoinPageDestination, TakesAFolderThatIsPicked) {
+    Folder().MakeFolder("saved");
+    Settings().DestinationFolderUseMerge(0);
+    Open("");
+    EXPECT_FALSE(CanJoin());
     Dialogs().answers = {std::nullopt, Folder().Drive("saved")};
-    Click("CmdDestinationFolderJoin");
-    EXPECT_EQ(Destination(), "");
-    Click("CmdDestinationFolderJoin");
-    EXPECT_EQ(Destination(), Here() + R"(saved\)");
-    EXPECT_EQ(Dialogs().asked, std::vector<std::string>(2, "Select Destination Folder|"));
+    for (const std::string& picked : {std::string(), Here() + R"(saved\)"}) {
+        Click("CmdDestinationFolderJoin");
+        EXPECT_EQ(Destination(), picked);
+        EXPECT_EQ(CanJoin(), !picked.empty());
+    }
+    EXPECT_EQ(Dialogs().asked, Texts(2, "Select Destination Folder|"));
     EXPECT_EQ(Settings().DestinationFolderMerge(), "");
-    EXPECT_TRUE(CanJoin());
     EXPECT_TRUE(Said().empty());
 }
 
 TEST_F(JoinPageDestination, ResetKeepsTheStoredChoice) {
-    for (const int useMerge : {1, 0}) {
+    for (const std::int16_t useMerge : {std::int16_t{1}, std::int16_t{0}}) {
         for (const std::string& merge : {std::string(), Here() + "saved", Here()}) {
             for (const std::string& typed : {Here() + "typed", Here(), std::string()}) {
-                Settings().DestinationFolderMerge(merge);
                 Settings().DestinationFolderUseMerge(0);
-                Open();
-                OpenSet();
+                Open(merge);
                 Write(typed);
-                Settings().DestinationFolderUseMerge(static_cast<std::int16_t>(useMerge));
+                Settings().DestinationFolderUseMerge(useMerge);
                 Click("CmdResetJoin");
                 EXPECT_EQ(Settings().DestinationFolderUseMerge(), useMerge);
                 EXPECT_EQ(UsesJoinFolder(), useMerge == 1);
@@ -144,91 +145,78 @@ TEST_F(JoinPageDestination, ResetKeepsTheStoredChoice) {
 TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
     Folder().MakeFolder("saved");
     const std::string saved = Here() + "saved";
-    Settings().DestinationFolderMerge(saved);
-    OpenSet();
+    const std::string gone = Here() + R"(gone\deep)";
+    Open(saved);
     struct Case {
         std::string text;
-        std::optional<BoxAnswer> answer;
+        std::deque<BoxAnswer> answers;
         std::string textAfter, stored;
-        std::vector<std::string> panel;
         ColourValue colour;
     };
-    const std::string gone = Here() + R"(gone\deep)";
-    for (const Case& row :
-         {Case{"", {}, "", saved, {"black"}, Red}, Case{"C", {}, "C", saved, {"black"}, Red},
-          Case{"ab", {}, "ab", saved, {"black"}, Red},
-          Case{saved, {}, saved, saved, {"black", "show " + saved}, Black},
-          Case{R"(Q:\x)", BoxAnswer::No, saved, saved, {"black"}, Black},
-          Case{gone, BoxAnswer::No, saved, saved, {"black"}, Black},
-          Case{gone, BoxAnswer::Yes, gone, gone, {"black"}, Black},
-          Case{R"(Q:\x)", BoxAnswer::Yes, R"(Q:\x)", R"(Q:\x)", {"black"}, Red}}) {
+    for (const Case& row : {Case{"", {}, "", saved, Red}, Case{"ab", {}, "ab", saved, Red},
+                            Case{saved, {}, saved, saved, Black},
+                            Case{R"(Q:\x)", {BoxAnswer::No}, saved, saved, Black},
+                            Case{gone, {BoxAnswer::No}, saved, saved, Black},
+                            Case{gone, {BoxAnswer::Yes}, gone, gone, Black},
+                            Case{R"(Q:\x)", {BoxAnswer::Yes}, R"(Q:\x)", R"(Q:\x)", Red}}) {
         SCOPED_TRACE(row.text);
         Write(row.text);
         std::filesystem::remove_all(Folder().System("gone"));
         Panel().calls.clear();
-        Boxes().answers.clear();
-        if (row.answer) {
-            Boxes().answers = {*row.answer};
-        }
+        Boxes().answers = row.answers;
         QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
-        EXPECT_EQ(Said(), std::vector<std::string>(row.answer ? 1 : 0, Question));
+        EXPECT_EQ(Said(), row.answers.empty() ? Texts() : question);
         EXPECT_EQ(Destination(), row.textAfter);
         EXPECT_EQ(Settings().DestinationFolderMerge(), row.stored);
-        EXPECT_EQ(Panel().calls, row.panel);
+        EXPECT_EQ(Panel().calls,
+                  row.text == saved ? Texts({"black", "show " + saved}) : Texts{"black"});
         EXPECT_EQ(DestinationColour(), row.colour);
-        EXPECT_EQ(Folder().Has("gone/deep"), row.text == gone && row.answer == BoxAnswer::Yes);
+        EXPECT_EQ(Folder().Has("gone/deep"), row.stored == gone);
     }
     EXPECT_FALSE(CanJoin());
 }
 
 TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
-    const std::string whole = std::string(2000, 'a') + "end";
     Folder().MakeFolder("saved");
     const std::string saved = Here() + R"(saved\)";
     struct Case {
-        std::string text;
-        bool vanishes;  ///< before the click
-        std::optional<BoxAnswer> answer;
-        std::string folder;  ///< where the file comes to lie
+        const char* typed;
+        std::deque<BoxAnswer> answers;  ///< of a folder that vanishes before the click
+        const char* folder;             ///< where the file comes to lie
     };
     for (const Case& row :
-         {Case{Here(), false, {}, Here()}, Case{Here() + "else", false, {}, Here() + R"(else\)"},
-          Case{Here() + "gone", true, BoxAnswer::Yes, Here() + R"(gone\)"},
-          Case{Here() + "lost", true, BoxAnswer::No, saved}}) {
-        SCOPED_TRACE(row.text);
-        Settings().DestinationFolderMerge(saved);
-        Open();
-        OpenSet();
-        Write(row.text);
-        if (row.vanishes) {
-            std::filesystem::remove_all(Folder().System(row.text.substr(Here().size())));
-            Boxes().answers = {*row.answer};
+         {Case{"", {}, ""}, Case{"else", {}, "else/"}, Case{"gone", {BoxAnswer::Yes}, "gone/"},
+          Case{"lost", {BoxAnswer::No}, "saved/"}}) {
+        SCOPED_TRACE(row.typed);
+        Open(saved);
+        Write(Here() + row.typed);
+        if (!row.answers.empty()) {
+            std::filesystem::remove_all(Folder().System(row.typed));
         }
+        Boxes().answers = row.answers;
         Panel().calls.clear();
         Join();
-        EXPECT_EQ(Said(), std::vector<std::string>(row.answer ? 1 : 0, Question));
+        const bool isHere = *row.typed == '\0';
+        EXPECT_EQ(Said(), row.answers.empty() ? Texts() : question);
         EXPECT_EQ(job.joinFile, Folder().Drive("Movie.avi_Part0.bat"));
-        EXPECT_EQ(job.joinedFile, row.folder + "Movie.avi");
         EXPECT_EQ(crc, "- Not Present -");
-        EXPECT_EQ(Destination(), row.folder);
-        EXPECT_EQ(Settings().DestinationFolderMerge(), row.folder);
-        EXPECT_EQ(UsesJoinFolder(), row.folder == Here());
-        EXPECT_EQ(Panel().calls, row.vanishes ? std::vector<std::string>()
-                                              : std::vector<std::string>{"show " + row.text});
-        const std::string result =
-            row.folder == Here()
-                ? "Movie.avi"
-                : row.folder.substr(Here().size(), row.folder.size() - Here().size() - 1) +
-                      "/Movie.avi";
-        EXPECT_TRUE(Folder().Has(result) && Folder().Read(result) == whole);
+        EXPECT_EQ(job.joinedFile, Destination() + "Movie.avi");
+        EXPECT_EQ(Settings().DestinationFolderMerge(), Destination());
+        EXPECT_EQ(UsesJoinFolder(), isHere);
+        EXPECT_EQ(Panel().calls,
+                  row.answers.empty() ? Texts{"show " + Here() + row.typed} : Texts());
+        const std::string result = row.folder + std::string("Movie.avi");
+        EXPECT_TRUE(Folder().Has(result) && Folder().Read(result).size() == 2003);
         EXPECT_TRUE(CanJoin());
         std::filesystem::remove(Folder().System(result));
     }
-    // The script alone is looked for again.
+}
+
+TEST_F(JoinPageDestination, LooksAgainForTheScriptAlone) {
+    Open("");
     std::filesystem::remove(Folder().System("Movie.avi_Part0.bat"));
     Join();
-    EXPECT_EQ(Said(),
-              std::vector<std::string>{"Join file is missing or is holded by another process    "});
+    EXPECT_EQ(Said(), Texts{"Join file is missing or is holded by another process    "});
     EXPECT_EQ(Colour("txtFileToJoin"), Red);
     EXPECT_TRUE(job.joinedFile.empty());
 }

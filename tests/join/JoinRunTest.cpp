@@ -1,38 +1,31 @@
 #include <chrono>
-#include <thread>
+#include <cmath>
 
 #include "join/JoinFixture.h"
 #include "join/JoinRun.h"
+#include "join/PriorityPause.h"
+#include "platform/linux/LinuxProcesses.h"
 #include "runtime/CodePage.h"
+#include "runtime/Text.h"
 #include "support/ErrorOf.h"
 
 namespace zarn::testing {
-
 namespace {
+
+const std::string keeps = copies + naming;
 
 class JoinRunTest : public ::testing::Test {
   protected:
-    // The set of a script that deletes its parts, or keeps them.
-    JoinJob WriteSet(const std::string& folderName, const std::string& script,
-                     const std::string& joinedFile) {
-        const std::string at = folderName.empty() ? "" : folderName + "/";
-        JoinJob job{folder.Drive(WithBackslashes(at) + "Movie.avi_Part0.bat"), joinedFile};
-        folder.Write(at + "Movie.avi_Part0.bat", script);
-        int part = 0;
-        for (const char* bytes : {"one ", "two ", "three"}) {
-            folder.Write(at + "Movie.avi_Part" + std::to_string(++part), bytes);
-        }
-        return job;
-    }
-    static std::string WithBackslashes(std::string text) {
-        std::replace(text.begin(), text.end(), '/', '\\');
-        return text;
+    // A set with a script of its own, and the job of joining it.
+    JoinJob MakeSet(const std::string& script, const std::string& joinedFile) {
+        WriteSet(folder, script);
+        return {folder.Drive("Movie.avi_Part0.bat"), joinedFile};
     }
     void RunScript(JoinRun& run) {
         run.PrepareScript();
         run.Start();
         while (run.IsRunning()) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            shared.Platform().processes->Sleep(std::chrono::milliseconds(1));
         }
     }
 
@@ -40,62 +33,69 @@ class JoinRunTest : public ::testing::Test {
     TestFolder other;
     TestPlatform test;
     SharedObjects shared{std::move(test.platform)};
-    const std::string keeps = copies + naming;
-    const Names set = {"Movie.avi_Part0.bat", "Movie.avi_Part1", "Movie.avi_Part2",
-                       "Movie.avi_Part3"};
 };
 
 TEST_F(JoinRunTest, NamesTheCopyAndTheResultByTheScriptsPath) {
     EXPECT_EQ(PartsBase(R"(C:\d\a_Part0.bat)"), R"(C:\d\a)");
     EXPECT_EQ(PartsBase(R"(C:\my_Parts\a_Part0.bat)"), R"(C:\my)");
     EXPECT_EQ(PartsBase(R"(C:\d\a_part0.bat)"), "");
-    EXPECT_EQ(TempScript(R"(C:\d\a_Part0.bat)"), R"(C:\d\a_Part0_TMP.bat)");
     EXPECT_EQ(TempScript(R"(C:\d.bat\a.bat)"), R"(C:\d_TMP.bat\a_TMP.bat)");
     EXPECT_EQ(TempScript(R"(C:\d\A.BAT)"), R"(C:\d\A.BAT_TMP.bat)");
 }
 
 TEST_F(JoinRunTest, AppendsTheMoveInTheScriptsOwnEncoding) {
-    const std::string accent = "Fl\xC3\xB6te";
+    const std::string accent = other.Drive("Fl\xC3\xB6te");
+    const std::string raw = other.Drive("\xF6");
     struct Row {
         std::string script, target, copy;
     };
-    const std::vector<Row> rows = {
-        {"x", folder.Drive("Movie.avi"), "x"},
-        {"x", other.Drive(accent), "x\r\n" + EncodeText("Del \"" + other.Drive(accent) + "\"")},
-        {"x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"), "x\r\n\xC3\xB6\r\nDel \"C:"},
-        {"x\r\n\xF6\r\n", other.Drive("\xF6"), "x\r\n\xF6\r\nDel \"" + other.Drive("\xF6")},
-    };
-    for (const auto& row : rows) {
-        JoinRun run(shared, WriteSet("", row.script, row.target));
+    for (const auto& [script, target, copy] :
+         {Row{"x", folder.Drive("Movie.avi"), "x"},
+          Row{"x", accent, "x\r\n" + EncodeText("Del \"" + accent + "\"")},
+          Row{"x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"), "x\r\n\xC3\xB6\r\nDel \"C:"},
+          Row{"x\r\n\xF6\r\n", raw, "x\r\n\xF6\r\nDel \"" + raw}}) {
+        JoinRun run(shared, MakeSet(script, target));
         run.PrepareScript();
-        EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(row.copy));
-        EXPECT_TRUE(folder.Read("Movie.avi_Part0.bat") == row.script);
+        EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(copy));
+        EXPECT_TRUE(folder.Read("Movie.avi_Part0.bat") == script);
         run.RemoveScript();
-        EXPECT_EQ(folder.Names(), set);
+        EXPECT_EQ(folder.Names(), setNames);
     }
 }
 
-TEST_F(JoinRunTest, PutsTheFileWhereItIsWanted) {
+TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
     struct Row {
         std::string target, script;
+        bool cancelled;
+        bool isThere;
     };
-    const std::vector<Row> rows = {
-        {folder.Drive("Movie.avi"), keeps},
-        {other.Drive("Movie.avi"), keeps},
-        {folder.Drive("MOVIE.avi"), keeps},
-        {other.Drive("Movie.avi"), wholeScript},
-    };
-    for (const auto& row : rows) {
-        other.Write("Movie.avi", "old");
-        JoinRun run(shared, WriteSet("", row.script, row.target));
-        RunScript(run);
-        run.RemoveScript();
+    for (const auto& [target, script, cancelled, isThere] :
+         {Row{folder.Drive("Movie.avi"), keeps, false, true},
+          Row{other.Drive("Movie.avi"), keeps, false, true},
+          Row{folder.Drive("MOVIE.avi"), keeps, false, true},
+          Row{other.Drive("Movie.avi"), wholeScript, false, true},
+          Row{folder.Drive("Movie.avi"), keeps, true, false},
+          Row{other.Drive("Movie.avi"), keeps, true, false},
+          // The parts are gone: it is the only copy.
+          Row{folder.Drive("Movie.avi"), wholeScript, true, true},
+          Row{other.Drive("Movie.avi"), wholeScript, true, true}}) {
+        SCOPED_TRACE(target + (cancelled ? " cancelled" : ""));
         FileSystem& files = *shared.Platform().fileSystem;
-        EXPECT_EQ(files.ReadFile(row.target, 100), "one two three") << row.target;
-        Names names = folder.Names();
-        std::erase_if(names, [](const std::string& name) { return name.ends_with(".avi"); });
-        EXPECT_EQ(names, row.script == keeps ? set : Names{});
-        files.DeleteFile(row.target);
+        folder.Write("Movie.avi", "of an earlier join");
+        other.Write("Movie.avi", "of an earlier join");
+        JoinRun run(shared, MakeSet(script, target));
+        RunScript(run);
+        if (cancelled) {
+            folder.Write("Zarn.TMP", "");
+            run.RemoveResults();
+        } else {
+            run.RemoveScript();
+        }
+        EXPECT_EQ(files.FindFile(target).has_value(), isThere);
+        EXPECT_TRUE(!isThere || files.ReadFile(target, 100) == "one two three");
+        files.DeleteFile(target);
+        files.DeleteFile(folder.Drive("Zarn.TMP"));
+        EXPECT_EQ(folder.Names(), script == keeps ? setNames : Names{});
     }
 }
 
@@ -104,19 +104,18 @@ TEST_F(JoinRunTest, TouchesNothingWhereThePathMisleads) {
     folder.MakeFolder("Movie.avi_Parts");
     folder.MakeFolder("renamed");
     other.Write("Movie.avi", "of an earlier join");
-    for (const std::string at : {"Movie.avi_Parts", "renamed"}) {
-        JoinJob job = WriteSet(at, wholeScript, other.Drive("Movie.avi"));
-        const std::string unrelated = at == "renamed" ? "renamed/holiday" : "Movie.avi";
+    for (const auto& [script, unrelated] :
+         {std::pair("Movie.avi_Parts/Movie.avi_Part0.bat", "Movie.avi"),
+          {"renamed/holiday_Part0.bat", "renamed/holiday"}}) {
+        const std::string at = std::string(script).substr(0, std::string(script).find('/') + 1);
+        WriteSet(folder, wholeScript, at);
+        folder.Write(script, wholeScript);
         folder.Write(unrelated, "the only copy");
-        if (at == "renamed") {
-            folder.Write("renamed/holiday_Part0.bat", wholeScript);
-            job.joinFile = folder.Drive("renamed\\holiday_Part0.bat");
-        }
-        JoinRun run(shared, job);
+        JoinRun run(shared, {folder.Drive(Replace(script, "/", "\\")), other.Drive("Movie.avi")});
         RunScript(run);
         run.RemoveResults();
         EXPECT_EQ(folder.Read(unrelated), "the only copy");
-        EXPECT_EQ(folder.Read(at + "/Movie.avi_Part1"), "one ");
+        EXPECT_EQ(folder.Read(at + "Movie.avi_Part1"), "one ");
         EXPECT_EQ(other.Read("Movie.avi"), "of an earlier join");
     }
 }
@@ -124,30 +123,11 @@ TEST_F(JoinRunTest, TouchesNothingWhereThePathMisleads) {
 // What counts is what the script copies and deletes, whatever its comments say.
 TEST_F(JoinRunTest, CancelKeepsTheFileOfASetUnderOtherNames) {
     folder.Write("Movie.avi_Part", "one of a thousand");
-    JoinRun run(shared, WriteSet("", "Rem |  Parts Count ..: 1000\r\n" + wholeScript,
-                                 folder.Drive("Movie.avi")));
+    JoinRun run(shared, MakeSet("Rem |  Parts Count ..: 1000\r\n" + wholeScript,
+                                folder.Drive("Movie.avi")));
     RunScript(run);
     run.RemoveResults();
     EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
-}
-
-TEST_F(JoinRunTest, CancelRemovesTheResultsWhileThePartsAreThere) {
-    for (const bool deletesParts : {false, true}) {
-        const JoinJob job =
-            WriteSet("", deletesParts ? wholeScript : keeps, other.Drive("Movie.avi"));
-        other.Write("Movie.avi", "of an earlier join");
-        folder.Write("Movie.avi", "of an earlier join");
-        JoinRun run(shared, job);
-        RunScript(run);
-        folder.Write("Zarn.TMP", "");
-        run.RemoveResults();
-        if (deletesParts) {
-            EXPECT_EQ(other.Read("Movie.avi"), "one two three");
-        } else {
-            EXPECT_EQ(other.Names(), Names{});
-            EXPECT_EQ(folder.Names(), set);
-        }
-    }
 }
 
 TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMade) {
@@ -159,24 +139,25 @@ TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMade) {
 }
 
 TEST_F(JoinRunTest, LeavesNoCopyWhereTheScriptCannotBeStarted) {
-    class NoInterpreter : public Processes {
-      public:
-        bool PreviousInstance() override { return false; }
-        ProcessId StartHidden(std::string_view, std::span<const std::string>) override {
-            throw RuntimeError(ErrorNumber::FileNotFound);
-        }
-        std::int32_t ExitCode(ProcessId) override { return 0; }
-        void SetPriorityClass(PriorityClass) override {}
-        void SetThreadPriority(int) override {}
-        void Sleep(std::chrono::milliseconds) override {}
-    };
-    shared.Platform().processes = std::make_unique<NoInterpreter>();
-    JoinRun run(shared, WriteSet("", keeps, other.Drive("Movie.avi")));
+    shared.Platform().processes =
+        std::make_unique<LinuxProcesses>(std::make_shared<PathResolver>(test.home.System()),
+                                         FoldersIn(test.home), "/no/interpreter");
+    JoinRun run(shared, MakeSet(keeps, other.Drive("Movie.avi")));
     run.PrepareScript();
     EXPECT_EQ(ErrorOf([&] { run.Start(); }), ErrorNumber::FileNotFound);
-    EXPECT_EQ(folder.Names(), set);
+    EXPECT_EQ(folder.Names(), setNames);
+}
+
+TEST(PriorityPause, ThereIsOneForEachOfTenPriorities) {
+    const std::vector<int> pauses = {2, 2, 2, 1, 1, 0, 0, 0, 0, 0};
+    for (std::size_t priority = 0; priority < pauses.size(); ++priority) {
+        EXPECT_EQ(PriorityPause(static_cast<double>(priority)),
+                  std::chrono::milliseconds(pauses[priority]));
+    }
+    for (const double other : {-1.0, 10.0, 1.9, 8.999, std::nan("")}) {
+        EXPECT_FALSE(PriorityPause(other)) << other;
+    }
 }
 
 }  // namespace
-
 }  // namespace zarn::testing
