@@ -1,9 +1,10 @@
 #include <QTimer>
+#include <deque>
 #include <filesystem>
-#include <set>
 
 #include "controls/PanelText.h"
-#include "controls/chameleonButton.h"
+#include "runtime/Text.h"
+#include "support/FormChecks.h"
 #include "support/forms/PreferencesPageFixture.h"
 
 namespace zarn::testing {
@@ -13,58 +14,80 @@ constexpr ColourValue Warning = 192;
 constexpr const char* Bad =
     "Invalid Characters in Temporary folder,\rPlease check, previous selection will be assumed";
 constexpr const char* Ask = "Temporary folder doesn't exist, create this new folder ?   ";
+constexpr const char* Differ = " Password and confirmation do not match ";
 
-using PreferencesPageTest = PreferencesPageFixture;
-
-void ExpectToFit(const QWidget& control) {
-    constexpr int BorderOfButton = 10;
-    int needed = control.sizeHint().width();
-    if (const auto* button = qobject_cast<const chameleonButton*>(&control)) {
-        needed = control.fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() +
-                 BorderOfButton;
-    } else if (control.inherits("zarn::PanelText") ||
-               !(control.inherits("QAbstractButton") || control.inherits("QTabBar") ||
-                 control.inherits("QLabel"))) {
-        return;
+// The tests write and read paths with HERE for their folder and SYSTEM for the system's one.
+class PreferencesPageTest : public PreferencesPageFixture {
+  protected:
+    std::string Long(std::string_view text) { return Replace(text, "HERE", Folder().Drive()); }
+    std::string Short(std::string_view text) {
+        return Replace(Replace(text, SystemFolder(), "SYSTEM"), Folder().Drive(), "HERE");
     }
-    EXPECT_GE(control.width(), needed) << FromQt(control.objectName());
-    EXPECT_GE(control.height(), control.fontMetrics().height()) << FromQt(control.objectName());
-}
+
+    QTabBar& Tabs() { return Find<QTabBar>("TabStrip1"); }
+    bool ShowsGeneral() {
+        EXPECT_NE(Widget("Panel1Settings").isVisible(), Widget("Panel3Settings").isVisible());
+        EXPECT_EQ(Tabs().currentIndex(), Widget("Panel3Settings").isVisible() ? 1 : 0);
+        return Widget("Panel1Settings").isVisible();
+    }
+    // The folder with its colour, the box of the system's folder, the buttons, and how many of the
+    // drive's figures are those that a test has put there.
+    std::string General() {
+        const ColourValue colour = Colour("txtTemporaryFolder");
+        int kept = 0;
+        for (const char* name : driveFigures) {
+            kept += LabelText(name) == "kept" ? 1 : 0;
+        }
+        return Short(Text("txtTemporaryFolder")) +
+               (colour == Red    ? " red"
+                : colour == Blue ? " blue"
+                                 : " black") +
+               (Button("ChkWindowsTempFolder").isChecked() ? " ticked" : "") +
+               (IsEnabled("CmdTemporaryFolder") ? " pick" : "") + (CanApply() ? " apply" : "") +
+               (Page().IsDirty() ? " dirty" : "") +
+               (kept > 0 ? " kept" + std::to_string(kept) : "");
+    }
+    // The level, the passwords if they are asked for, and their fields.
+    std::string Compression() {
+        EXPECT_EQ(IsEnabled("txtPassword"), Button("ChkSecurity").isChecked());
+        return LabelText("CompressionLabel") + (IsEnabled("txtPassword") ? " secured " : " ") +
+               Text("txtPassword") + "|" + Text("txtPassword2");
+    }
+    void WritePasswords(const std::string& password, const std::string& confirmation) {
+        Write("txtPassword", password);
+        Write("txtPassword2", confirmation);
+    }
+    void StorePassword() {
+        Settings().CompressPasswordProtect(1);
+        Settings().CompressPassword("secret");
+    }
+    // What the page has asked of the window since the last call.
+    std::string Calls() {
+        std::string calls;
+        for (const std::string& call : std::exchange(Frame().calls, {})) {
+            calls += ", " + Short(call);
+        }
+        return calls;
+    }
+
+    const std::vector<const char*> driveFigures = {"txtFileSystem", "txtDriveCapacity",
+                                                   "txtFreeSpace"};
+};
 
 TEST_F(PreferencesPageTest, EveryTextFitsHasANameAndAKeyOfItsOwn) {
-    for (const char* family : {"DejaVu Sans", "Noto Sans"}) {
-        QFont font(family);
-        font.setPixelSize(11);
-        Page().setFont(font);
+    InEveryFont([this] {
         for (const char* tab : {"GENERAL", "COMPRESSION"}) {
-            Page().ShowSettingsTab(tab);
+            Open(tab);
             for (int level = 0; level <= 9; ++level) {
                 Slider().Value(level);
-                Find<QLabel>("lblPasswordMatch")
-                    .setText(" Password and confirmation do not match ");
+                Find<QLabel>("lblPasswordMatch").setText(Differ);
                 Widget("lblPasswordMatch").show();
                 QTest::qWait(1);
-                EXPECT_LE(Page().minimumSizeHint().width(), PageWidth) << family;
-                EXPECT_LE(Page().minimumSizeHint().height(), PageHeight) << family;
-                for (const QWidget* control : Page().findChildren<QWidget*>()) {
-                    if (control->isVisible()) {
-                        ExpectToFit(*control);
-                    }
-                }
+                ExpectTextsToFit(Page(), {PageWidth, PageHeight});
             }
         }
-    }
-    std::set<QKeySequence> keys;
-    for (QAbstractButton* button : Page().findChildren<QAbstractButton*>()) {
-        const QKeySequence key = QKeySequence::mnemonic(button->text());
-        EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << FromQt(button->text());
-    }
-    for (QWidget* control : Page().findChildren<QWidget*>()) {
-        EXPECT_TRUE(control->objectName().isEmpty() || control->objectName().startsWith("qt_") ||
-                    qobject_cast<QTabBar*>(control->parentWidget()) != nullptr ||
-                    !control->accessibleName().isEmpty())
-            << FromQt(control->objectName());
-    }
+    });
+    ExpectNamesAndKeys(Page());
 }
 
 TEST_F(PreferencesPageTest, TheTabKeyGoesThePagesWay) {
@@ -77,7 +100,7 @@ TEST_F(PreferencesPageTest, TheTabKeyGoesThePagesWay) {
         Open(tab);
         Write("txtTemporaryFolder", Folder().Drive());
         Button("ChkSecurity").setChecked(true);
-        Widget("TabStrip1").setFocus();
+        Tabs().setFocus();
         for (const char* name : way) {
             QTest::keyClick(Page().focusWidget(), Qt::Key_Tab);
             EXPECT_EQ(FromQt(Page().focusWidget()->objectName()), name);
@@ -87,136 +110,99 @@ TEST_F(PreferencesPageTest, TheTabKeyGoesThePagesWay) {
 
 TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
     Open("GENERAL");
-    EXPECT_TRUE(Widget("Panel1Settings").isVisible());
-    EXPECT_FALSE(Widget("Panel3Settings").isVisible());
-    Find<QTabBar>("TabStrip1").setCurrentIndex(1);
-    EXPECT_FALSE(Widget("Panel1Settings").isVisible());
-    EXPECT_TRUE(Widget("Panel3Settings").isVisible());
+    EXPECT_TRUE(ShowsGeneral());
+    Tabs().setCurrentIndex(1);
+    EXPECT_FALSE(ShowsGeneral());
     Page().CmdUndo_Click();
     for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home}) {
         QTest::keyClick(&Slider(), key);
         EXPECT_EQ(Page().IsDirty() && CanApply(), key != Qt::Key_Right);
     }
-    EXPECT_EQ(LabelText("CompressionLabel"), "Level 0 (No Compression)");
     Button("ChkSecurity").setChecked(true);
     Write("txtPassword", "new");
-    Find<QTabBar>("TabStrip1").setCurrentIndex(0);
-    EXPECT_EQ(Slider().Value(), 8);
-    EXPECT_EQ(LabelText("CompressionLabel"), "Level 8 (High)");
+    EXPECT_EQ(Compression(), "Level 0 (No Compression) secured new|");
+    Tabs().setCurrentIndex(0);
+    EXPECT_EQ(Compression(), "Level 8 (High) |");
     EXPECT_EQ(LabelText("CompressionLabelExtend"),
               "Better Compression but process time can be slow");
-    EXPECT_FALSE(Button("ChkSecurity").isChecked());
-    EXPECT_EQ(Text("txtPassword") + Text("txtPassword2"), "");
+    EXPECT_EQ(Slider().Value(), 8);
     Write("txtTemporaryFolder", Folder().Drive());
     Page().ShowSettingsTab("COMPRESSION");
-    EXPECT_EQ(Find<QTabBar>("TabStrip1").currentIndex(), 1);
-    EXPECT_EQ(Text("txtTemporaryFolder"), Folder().Drive());
-    EXPECT_TRUE(CanApply());
+    EXPECT_FALSE(ShowsGeneral());
+    EXPECT_EQ(General(), "HERE black pick apply dirty");
 }
 
 TEST_F(PreferencesPageTest, SaysByColourWhatAFolderIs) {
     Folder().MakeFolder("other");
-    const std::string here = Folder().Drive();
     struct Case {
-        std::string text;
-        ColourValue colour;
-        const char* message;
-        bool canApply;
-        bool isLookedAt;
+        const char *text, *shown, *message;
     };
-    for (const Case& row : {Case{"", Red, "", false, false},
-                            {"C", Red, "", false, false},
-                            {"C:", Red, "", false, false},
-                            {"tmp", Red, "", false, false},
-                            {here + R"(\other)", Black, "", true, true},
-                            {here + R"(\new)", Blue, "", true, false},
-                            {R"(\\server\share)", Blue, "", true, false},
-                            {here + R"(\ne?w)", Red, Bad, false, false},
-                            {here + R"(\)", Black, "", true, true}}) {
-        SCOPED_TRACE(row.text);
+    for (const auto& [text, shown, message] :
+         {Case{R"(HERE\other)", R"(HERE\other black pick apply dirty)", ""},
+          Case{R"(HERE\new)", R"(HERE\new blue ticked apply dirty kept3)", ""},
+          Case{R"(HERE\ne?w)", R"(HERE\ne?w red ticked kept3)", Bad},
+          Case{"C", "C red ticked kept3", ""}, Case{"tmp", "tmp red ticked kept3", ""}}) {
         Open("GENERAL");
-        EXPECT_EQ(Text("txtTemporaryFolder"), SystemFolder());
-        EXPECT_FALSE(CanApply());
-        for (const char* name : {"txtFileSystem", "txtDriveCapacity", "txtFreeSpace"}) {
+        EXPECT_EQ(General(), "SYSTEM black ticked");
+        for (const char* name : driveFigures) {
             EXPECT_FALSE(LabelText(name).empty());
             Find<PanelText>(name).setText("kept");
         }
-        Write("txtTemporaryFolder", row.text);
-        EXPECT_EQ(Colour("txtTemporaryFolder"), row.colour);
-        EXPECT_EQ(Message(), row.message);
-        EXPECT_EQ(CanApply(), row.canApply);
-        EXPECT_EQ(Page().IsDirty(), row.canApply);
-        for (const char* name : {"txtFileSystem", "txtDriveCapacity", "txtFreeSpace"}) {
-            EXPECT_EQ(LabelText(name) != "kept", row.isLookedAt) << name;
-        }
-        EXPECT_EQ(Button("ChkWindowsTempFolder").isChecked(), !row.isLookedAt);
-        EXPECT_EQ(Widget("CmdTemporaryFolder").isEnabled(), row.isLookedAt);
-        EXPECT_EQ(Settings().TemporaryFolder(), SystemFolder());
+        Write("txtTemporaryFolder", Long(text));
+        EXPECT_EQ(General(), shown);
+        EXPECT_EQ(Message(), message);
+        EXPECT_EQ(Short(Settings().TemporaryFolder()), "SYSTEM");
     }
     // Whoever leaves the field has its shape looked at alone.
-    for (const auto& [text, colour] :
-         {std::pair(std::string("tmp"), Red), {here + R"(\new)", Black}}) {
+    for (const auto& [text, colour] : {std::pair("tmp", Red), {R"(HERE\new)", Black}}) {
         Field("txtTemporaryFolder").setFocus();
-        Write("txtTemporaryFolder", text);
+        Write("txtTemporaryFolder", Long(text));
         Widget("ChkWindowsTempFolder").setFocus();
         EXPECT_EQ(Colour("txtTemporaryFolder"), colour);
     }
 }
 
 TEST_F(PreferencesPageTest, TakesTheSystemsFolderOrOneThatIsPicked) {
-    Settings().TemporaryFolder(Folder().Drive() + "\\");
-    Open("GENERAL");
-    EXPECT_FALSE(Button("ChkWindowsTempFolder").isChecked());
-    Click("ChkWindowsTempFolder");
-    EXPECT_EQ(Text("txtTemporaryFolder"), SystemFolder());
-    EXPECT_FALSE(Widget("CmdTemporaryFolder").isEnabled());
-    EXPECT_TRUE(CanApply());
-    Click("ChkWindowsTempFolder");
-    EXPECT_TRUE(Widget("CmdTemporaryFolder").isEnabled());
-    Click("CmdTemporaryFolder");
-    EXPECT_EQ(Text("txtTemporaryFolder"), SystemFolder());
-    EXPECT_EQ(Dialogs().asked.back(), "Select Temporary Folder|" + Folder().Drive() + "\\");
+    Settings().TemporaryFolder(Long(R"(HERE\)"));
     Folder().MakeFolder("picked");
-    for (const std::string& picked : {Folder().Drive("picked"), Folder().Drive() + "\\"}) {
-        Dialogs().answers = {picked};
-        Click("CmdTemporaryFolder");
-        EXPECT_EQ(Text("txtTemporaryFolder"), picked.ends_with('\\') ? picked : picked + "\\");
+    Dialogs().answers = {std::nullopt, Long(R"(HERE\picked)"), Long(R"(HERE\)")};
+    Open("GENERAL");
+    for (const auto& [button, shown] :
+         {std::pair("ChkWindowsTempFolder", "SYSTEM black ticked apply dirty"),
+          {"ChkWindowsTempFolder", "SYSTEM black pick apply dirty"},
+          {"CmdTemporaryFolder", "SYSTEM black pick apply dirty"},
+          {"CmdTemporaryFolder", R"(HERE\picked\ black pick apply dirty)"},
+          {"CmdTemporaryFolder", R"(HERE\ black pick)"}}) {
+        Click(button);
+        EXPECT_EQ(General(), shown);
     }
-    EXPECT_FALSE(CanApply());
+    EXPECT_EQ(Short(Dialogs().asked.back()), R"(Select Temporary Folder|HERE\)");
 }
 
 TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
-    std::vector<bool> security;
-    Settings().CompressPasswordProtect(1);
-    Settings().CompressPassword("secret");
+    StorePassword();
     Open("COMPRESSION");
+    std::vector<bool> security;
     QObject::connect(&Page(), &PreferencesPage::SecurityChanged, &Page(),
                      [&security](bool on) { security.push_back(on); });
     struct Case {
-        const char* field;
-        const char* text;
-        const char* caption;
-        ColourValue confirmation;
-        bool canApply;
+        const char *password, *confirmation;
+        bool warns, canApply;
     };
-    for (const Case& row :
-         {Case{"txtPassword2", "other", " Password and confirmation do not match ", Warning, false},
-          {"txtPassword2", "secret", "", Black, false},
-          {"txtPassword", "new", "", Black, true},
-          {"txtPassword2", "old", "", Black, true},
-          {"txtPassword", "secret", " Password and confirmation do not match ", Warning, false}}) {
-        SCOPED_TRACE(row.text);
-        Write(row.field, row.text);
-        EXPECT_EQ(LabelText("lblPasswordMatch"), row.caption);
-        EXPECT_EQ(Widget("lblPasswordMatch").isVisible(), *row.caption != '\0');
+    for (const auto& [password, confirmation, warns, canApply] :
+         {Case{"secret", "other", true, false}, Case{"secret", "secret", false, false},
+          Case{"new", "old", false, true}, Case{"secret", "old", true, false}}) {
+        WritePasswords(password, confirmation);
+        EXPECT_EQ(LabelText("lblPasswordMatch"), warns ? Differ : "");
+        EXPECT_EQ(Widget("lblPasswordMatch").isVisible(), warns);
         EXPECT_EQ(Colour("lblPasswordMatch"), Warning);
-        EXPECT_EQ(Colour("txtPassword2"), row.confirmation);
-        EXPECT_EQ(CanApply(), row.canApply);
+        EXPECT_EQ(Colour("txtPassword2"), warns ? Warning : Black);
+        EXPECT_EQ(CanApply(), canApply);
     }
     for (const bool ticked : {false, true}) {
         Click("ChkSecurity");
         for (const char* name : {"Label24", "Label25", "txtPassword", "txtPassword2"}) {
-            EXPECT_EQ(Widget(name).isEnabled(), ticked) << name;
+            EXPECT_EQ(IsEnabled(name), ticked) << name;
         }
         EXPECT_EQ(CanApply(), !ticked);
         EXPECT_EQ(LabelText("lblPasswordMatch").empty(), !ticked);
@@ -228,96 +214,80 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     Open("COMPRESSION");
     Slider().Value(3);
     Click("ChkSecurity");
-    Write("txtPassword", "Grüße 7");
-    Write("txtPassword2", "Grüße 7");
+    WritePasswords("Grüße 7", "Grüße 7");
     Write("txtTemporaryFolder", Folder().Drive());
     Click("CmdApply");
     EXPECT_EQ(Message(), "");
-    EXPECT_FALSE(CanApply());
-    EXPECT_EQ(Page().focusWidget(), &Widget("TabStrip1"));
-    EXPECT_FALSE(Page().IsDirty());
-    EXPECT_EQ(Frame().calls,
-              (std::vector<std::string>{"unit " + Folder().Drive(), "return", "summary"}));
+    EXPECT_EQ(Page().focusWidget(), &Tabs());
+    EXPECT_EQ(Calls(), ", unit HERE, return, summary");
     EXPECT_NE(StoreFile().find("Compress Password\"="), std::string::npos);
     EXPECT_EQ(StoreFile().find("Grüße"), std::string::npos);
     Open("COMPRESSION");
-    EXPECT_EQ(Slider().Value(), 3);
-    EXPECT_TRUE(Button("ChkSecurity").isChecked());
+    EXPECT_EQ(General(), "HERE black pick");
+    EXPECT_EQ(Compression(), "Level 3 (Low Compression) secured Grüße 7|Grüße 7");
     for (const char* name : {"txtPassword", "txtPassword2"}) {
-        EXPECT_EQ(Text(name), "Grüße 7");
         EXPECT_EQ(Field(name).echoMode(), QLineEdit::Password);
     }
-    EXPECT_EQ(Text("txtTemporaryFolder"), Folder().Drive());
     // Without security no password stays; without compression nothing is compressed.
     for (const std::int32_t level : {0, 1}) {
-        Frame().calls.clear();
         Button("ChkSecurity").setChecked(false);
         Slider().Value(level);
         Click("CmdApply");
         EXPECT_EQ(Settings().CompressPasswordProtect(), 0);
-        EXPECT_EQ(Text("txtPassword") + Text("txtPassword2") + Settings().CompressPassword(), "");
+        EXPECT_TRUE(Compression().ends_with(") |"));
+        EXPECT_EQ(Settings().CompressPassword(), "");
         EXPECT_EQ(Settings().CompressLevel(), level);
-        const std::string unit = "unit " + Folder().Drive();
-        EXPECT_EQ(Frame().calls,
-                  level == 0 ? (std::vector<std::string>{"untick", unit, "return", "summary"})
-                             : (std::vector<std::string>{unit, "return", "summary"}));
-        EXPECT_FALSE(CanApply());
+        EXPECT_EQ(Calls(),
+                  std::string(level == 0 ? ", untick" : "") + ", unit HERE, return, summary");
+        EXPECT_EQ(General(), "HERE black pick");
     }
 }
 
 TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     Folder().Write("plain", "");
-    const std::string here = Folder().Drive();
-    const std::string system = SystemFolder();
-    const std::string made = here + R"(\new\deep)";
     struct Case {
         std::string text;
-        std::optional<BoxAnswer> answer;
-        std::string textAfter;
-        std::string stored;  ///< by applying; "kept" where nothing is
-        bool isTheEnd;       ///< nothing follows the answer
+        std::deque<BoxAnswer> answers;
+        std::string atEnter, applied;  ///< text, stored folder and level, box, calls
     };
-    for (const Case& row : {Case{here, {}, here, here, false},
-                            {here + "\\", {}, here + "\\", here + "\\", false},
-                            {" ", {}, system, system, false},
-                            {here + R"(\ne*w)", {}, system, system, false},
-                            {"ab", BoxAnswer::No, system, system, false},
-                            {here + R"(\no)", BoxAnswer::No, system, system, false},
-                            {made, BoxAnswer::Yes, made, made, true},
-                            {R"(Q:\x)", BoxAnswer::Yes, system, "kept", true},
-                            {here + R"(\plain\x)", BoxAnswer::Yes, system, "kept", true}}) {
+    const std::string system = "SYSTEM, SYSTEM 5";
+    const std::string failed = R"(SYSTEM, C:\ )";
+    const std::string made = R"(HERE\new\deep)";
+    const std::string end = ", return, summary";
+    for (const auto& [text, answers, atEnter, applied] :
+         {Case{"HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end},
+          Case{" ", {}, R"( , C:\ 8)", system + end},
+          Case{R"(HERE\ne*w)", {}, failed + "8", system + end},
+          Case{"ab", {BoxAnswer::No}, R"(ab, C:\ 8)", system + ", asked" + end},
+          Case{R"(HERE\no)", {BoxAnswer::No}, failed + "8, asked", system + ", asked" + end},
+          Case{made,
+               {BoxAnswer::Yes},
+               made + ", " + made + " 8, asked",
+               made + ", " + made + " 5, asked"},
+          Case{R"(Q:\x)", {BoxAnswer::Yes}, failed + "8, asked", failed + "5, asked"},
+          Case{R"(HERE\plain\x)", {BoxAnswer::Yes}, failed + "8, asked", failed + "5, asked"}}) {
         for (const bool byEnter : {true, false}) {
-            SCOPED_TRACE(row.text + (byEnter ? " at Enter" : " applied"));
             std::filesystem::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");
             Settings().CompressLevel(8);
             Open("GENERAL");
             Slider().Value(5);
-            Write("txtTemporaryFolder", row.text);
+            Write("txtTemporaryFolder", Long(text));
             Boxes().shown.clear();
-            Boxes().answers = {row.answer.value_or(BoxAnswer::No)};
-            Frame().calls.clear();
+            Boxes().answers = answers;
+            Calls();
             if (byEnter) {
                 QTest::keyClick(&Widget("txtTemporaryFolder"), Qt::Key_Return);
             } else {
                 Page().CmdApply_Click();
             }
-            const bool isRefused = byEnter && (row.text == " " || row.text == "ab");
-            EXPECT_EQ(Message(), row.answer && !isRefused ? Ask : "");
-            EXPECT_EQ(Text("txtTemporaryFolder"), isRefused ? row.text : row.textAfter);
-            const bool isKept = row.stored == "kept" || (byEnter && !row.isTheEnd);
-            EXPECT_EQ(Settings().TemporaryFolder(), isKept ? R"(C:\)" : row.stored);
-            EXPECT_EQ(Settings().CompressLevel(), byEnter ? 8 : 5);
-            std::vector<std::string> calls;
-            if (row.text.starts_with(here) && row.textAfter == row.text && row.text != made) {
-                calls.push_back("unit " + row.text);
-            }
-            if (!byEnter && !row.isTheEnd) {
-                calls.insert(calls.end(), {"return", "summary"});
-            }
-            EXPECT_EQ(Frame().calls, calls);
+            const std::string stored = Short(Settings().TemporaryFolder());
+            EXPECT_EQ(Short(Text("txtTemporaryFolder")) + ", " + stored + " " +
+                          std::to_string(Settings().CompressLevel()) +
+                          (Message() == Ask ? ", asked" : "") + Calls(),
+                      byEnter ? atEnter : applied);
             EXPECT_FALSE(LabelText("txtFreeSpace").empty());
-            EXPECT_EQ(Folder().Has("new/deep"), row.text == made);
+            EXPECT_EQ(Folder().Has("new/deep"), text == made);
         }
     }
     EXPECT_FALSE(Folder().Has("no"));
@@ -326,16 +296,12 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
 TEST_F(PreferencesPageTest, TakesWhatHappensInTheMiddle) {
     // Another tab while the page is dirty, whose refresh lets events run.
     Write("txtTemporaryFolder", Folder().Drive());
-    auto& tabs = Find<QTabBar>("TabStrip1");
-    QTimer::singleShot(0, &Page(), [&tabs] { tabs.setCurrentIndex(0); });
-    tabs.setCurrentIndex(1);
+    QTimer::singleShot(0, &Page(), [this] { Tabs().setCurrentIndex(0); });
+    Tabs().setCurrentIndex(1);
     QCoreApplication::processEvents();
-    EXPECT_EQ(tabs.currentIndex(), 0);
-    EXPECT_TRUE(Widget("Panel1Settings").isVisible());
-    EXPECT_FALSE(Widget("Panel3Settings").isVisible());
+    EXPECT_TRUE(ShowsGeneral());
     // An undo while security is being given up.
-    Settings().CompressPasswordProtect(1);
-    Settings().CompressPassword("secret");
+    StorePassword();
     Open("COMPRESSION");
     Button("ChkSecurity").setChecked(false);
     QTimer::singleShot(0, &Page(), [this] { Page().CmdUndo_Click(); });
@@ -345,21 +311,32 @@ TEST_F(PreferencesPageTest, TakesWhatHappensInTheMiddle) {
 }
 
 TEST_F(PreferencesPageTest, UndoesAndAsksBeforeItIsLeft) {
-    enum class Ending { Undo, No, Yes, YesWithOtherPasswords };
-    for (const Ending ending :
-         {Ending::Undo, Ending::No, Ending::YesWithOtherPasswords, Ending::Yes}) {
-        SCOPED_TRACE(static_cast<int>(ending));
+    const std::string undone = "SYSTEM black ticked, Level 8 (High) |, stored 8";
+    const std::string level = ", Level 1 (Low Compression) secured new|";
+    struct Case {
+        std::deque<BoxAnswer> answers;  ///< to a page that is left; without one it is undone
+        const char* confirmation;
+        std::string message, outcome;
+    };
+    for (const auto& [answers, confirmation, message, outcome] :
+         {Case{{}, "new", "", undone}, Case{{BoxAnswer::No}, "new", "", undone},
+          Case{{BoxAnswer::Yes},
+               "old",
+               "Passwords do not match   ",
+               "HERE black pick apply" + level + "old, stored 8"},
+          Case{{BoxAnswer::Yes},
+               "new",
+               "",
+               "HERE black pick" + level + "new, stored 1, unit HERE, return, summary"}}) {
         Open("COMPRESSION");
         Page().LeavePage();
         EXPECT_EQ(Message(), "");
         Slider().Value(1);
         Click("ChkSecurity");
-        Write("txtPassword", "new");
-        Write("txtPassword2", ending == Ending::Yes ? "new" : "old");
+        WritePasswords("new", confirmation);
         Write("txtTemporaryFolder", Folder().Drive());
-        const bool no = ending == Ending::No;
-        Boxes().answers = {no ? BoxAnswer::No : BoxAnswer::Yes};
-        if (ending == Ending::Undo) {
+        Boxes().answers = answers;
+        if (answers.empty()) {
             Click("CmdUndo");
         } else {
             Page().LeavePage();
@@ -367,37 +344,29 @@ TEST_F(PreferencesPageTest, UndoesAndAsksBeforeItIsLeft) {
             EXPECT_EQ(Boxes().shown[0].text, "Apply Settings ? ");
             Boxes().shown.erase(Boxes().shown.begin());
         }
-        const bool isRefused = ending == Ending::YesWithOtherPasswords;
-        EXPECT_EQ(Message(), isRefused ? "Passwords do not match   " : "");
-        EXPECT_FALSE(Page().IsDirty());
-        EXPECT_EQ(CanApply(), isRefused);
-        EXPECT_EQ(Frame().calls.empty(), ending != Ending::Yes);
-        EXPECT_EQ(Settings().CompressLevel(), ending == Ending::Yes ? 1 : 8);
-        if (ending == Ending::Undo || no) {
-            EXPECT_EQ(Text("txtTemporaryFolder"), SystemFolder());
-            EXPECT_EQ(LabelText("CompressionLabel"), "Level 8 (High)");
-            EXPECT_FALSE(Button("ChkSecurity").isChecked());
-            EXPECT_FALSE(Widget("txtPassword").isEnabled());
-            EXPECT_EQ(Text("txtPassword") + Text("txtPassword2"), "");
-        }
-        Boxes().answers.clear();
+        EXPECT_EQ(Message(), message);
+        EXPECT_EQ(General() + ", " + Compression() + ", stored " +
+                      std::to_string(Settings().CompressLevel()) + Calls(),
+                  outcome);
     }
 }
 
 TEST_F(PreferencesPageTest, SelectsATextThatIsNotBlankWhenItGetsTheKeyboard) {
-    Settings().CompressPasswordProtect(1);
-    Settings().CompressPassword("secret");
+    StorePassword();
     Open("COMPRESSION");
     Write("txtPassword2", "  ");
-    for (const auto& [name, selected] :
-         {std::pair("txtPassword", "secret"), {"txtPassword2", ""}}) {
-        Field(name).deselect();
-        Field(name).setFocus(Qt::MouseFocusReason);
-        EXPECT_EQ(FromQt(Field(name).selectedText()).size(), std::string(selected).size()) << name;
+    struct Case {
+        const char* field;
+        Qt::FocusReason reason;
+        bool selects;
+    };
+    for (const Case& row : {Case{"txtPassword", Qt::MouseFocusReason, true},
+                            {"txtPassword2", Qt::MouseFocusReason, false},
+                            {"txtPassword", Qt::ActiveWindowFocusReason, false}}) {
+        Field(row.field).deselect();
+        Field(row.field).setFocus(row.reason);
+        EXPECT_EQ(Field(row.field).hasSelectedText(), row.selects) << row.field;
     }
-    Field("txtPassword").deselect();
-    Field("txtPassword").setFocus(Qt::ActiveWindowFocusReason);
-    EXPECT_FALSE(Field("txtPassword").hasSelectedText());
 }
 
 }  // namespace

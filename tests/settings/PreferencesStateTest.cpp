@@ -52,7 +52,6 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     for (const Case& row : {
              Case{true, "a", "a", None, false, "active", None},
              {true, "a", "b", Differ, true, "stay", NoMatch},
-             {true, "a", "A", Differ, true, "stay", NoMatch},
              {true, "a", " ", Unconfirmed, true, "stay", NoMatch},
              {true, "", "", Empty, false, "active", Blank},
              {true, " ", "", Empty, false, "active", Blank},
@@ -60,7 +59,6 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
              {false, "a", "b", Differ, true, "stay", None},
              {false, "a", "", Unconfirmed, true, "stay", None},
              {false, "a", "a", None, false, "idle", None},
-             {false, "", "b", None, false, "idle", None},
          }) {
         SCOPED_TRACE(std::string(row.password) + "|" + row.confirmation);
         const Preferences page = {R"(C:\tmp)", 8, row.security, row.password};
