@@ -50,11 +50,11 @@ class FrmRemovablesTest : public ::testing::Test {
 };
 
 TEST_F(FrmRemovablesTest, NamesUnitAndDisk) {
-    InEveryFont([&] {
-        Prompt(0, [&] {
+    InEveryFont([this] {
+        Prompt(0, [this] {
             EXPECT_EQ(FromQt(prompt.windowTitle()), "  DISK 2 of 3 ...   ");
-            const auto* message = prompt.findChild<QLabel*>("lblMessage");
-            EXPECT_EQ(FromQt(message->text()), "Please insert a new media on unit [e:]");
+            EXPECT_EQ(FromQt(prompt.findChild<QLabel*>("lblMessage")->text()),
+                      "Please insert a new media on unit [e:]");
             ExpectTextsToFit(prompt, prompt.size());
             prompt.close();
         });

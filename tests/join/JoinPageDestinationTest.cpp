@@ -3,78 +3,87 @@
 #include <filesystem>
 
 #include "join/FrmProgressJoin.h"
+#include "runtime/Text.h"
 #include "support/forms/JoinPageFixture.h"
 
 namespace zarn::testing {
 namespace {
 
 using Texts = std::vector<std::string>;
+using enum BoxAnswer;
 
 const Texts question = {"Destination folder doesn't exist, create this new folder ?   "};
 const Texts badName = {"Invalid Characters in destination folder,\rPlease check."};
 
+// The tests write and read paths with HERE for their folder.
 class JoinPageDestination : public JoinPageFixture {
   protected:
+    std::string Long(std::string_view text) { return Replace(text, "HERE", Folder().Drive()); }
+    std::string Short(std::string_view text) { return Replace(text, Folder().Drive(), "HERE"); }
+
     using JoinPageFixture::Write;
-    void Write(const std::string& folder) { Write("txtDestinationFolderJoin", folder); }
-    std::string Destination() { return Text("txtDestinationFolderJoin"); }
-    ColourValue DestinationColour() { return Colour("txtDestinationFolderJoin"); }
-    bool CanJoin() { return IsEnabled("CmdJoin"); }
+    void Write(std::string_view folder) { Write("txtDestinationFolderJoin", Long(folder)); }
     void OpenSet() { Write("txtFileToJoin", MakeSet()); }
-    // A new page, on which the stored folder is the destination.
-    void Open(const std::string& stored) {
-        Settings().DestinationFolderMerge(stored);
+    // A new page, with a stored folder.
+    void Open(std::string_view stored) {
+        Settings().DestinationFolderMerge(Long(stored));
         JoinPageFixture::Open();
         OpenSet();
     }
+    // The destination, its box, the two buttons, and the stored folder.
+    std::string State() {
+        EXPECT_EQ(Settings().DestinationFolderUseMerge(), UsesJoinFolder() ? 1 : 0);
+        return Short(Text("txtDestinationFolderJoin")) +
+               (Colour("txtDestinationFolderJoin") == Red ? " red" : "") +
+               (UsesJoinFolder() ? " ticked" : "") + (IsEnabled("CmdJoin") ? " join" : "") +
+               (IsEnabled("CmdDestinationFolderJoin") ? " pick" : "") + ", " +
+               Short(Settings().DestinationFolderMerge());
+    }
+    Texts PanelCalls() {
+        Texts calls = std::exchange(Panel().calls, {});
+        std::ranges::transform(calls, calls.begin(), [this](auto& call) { return Short(call); });
+        return calls;
+    }
 
-    // Joins, closes the window when it is done, and keeps what it was given.
-    void Join() {
+    // Joins, and closes the window when it is done. Returns what the window was given.
+    std::string Join() {
+        std::string given;
         QTimer look;
-        QObject::connect(&look, &QTimer::timeout, [this] {
+        QObject::connect(&look, &QTimer::timeout, [&] {
             auto* form = qobject_cast<FrmProgressJoin*>(QApplication::activeModalWidget());
             if (form != nullptr && form->Finished) {
                 EXPECT_EQ(form->parentWidget(), &Page());
-                job = form->job;
-                crc = form->JoinCRC;
+                EXPECT_EQ(Short(form->job.joinFile), R"(HERE\Movie.avi_Part0.bat)");
+                given = Short(form->job.joinedFile) + "|" + form->JoinCRC;
                 form->close();
             }
         });
         look.start(1);
-        job = {};
         Click("CmdJoin");
+        return given;
     }
-
-    JoinJob job;
-    std::string crc;
 };
 
 TEST_F(JoinPageDestination, JudgesEveryChange) {
     OpenSet();
     Folder().MakeFolder("other");
-    struct Case {
-        std::string text;
-        ColourValue colour;
-        bool canJoin = true;  ///< after a text that can be joined to
-        Texts boxes = {};
-    };
-    for (const Case& row :
-         {Case{"", Red}, Case{" C ", Red}, Case{"ab", Red},
-          Case{Here() + "a*", Red, false, badName}, Case{Here() + "other", Black},
-          Case{Here() + R"(new\deep)", Black}, Case{R"(Q:\x)", Red}, Case{Here(), Black}}) {
-        SCOPED_TRACE(row.text);
-        Write(Here());
-        Write(Here() + "other");
-        ASSERT_TRUE(CanJoin() && !UsesJoinFolder());
-        Write(row.text);
-        EXPECT_EQ(DestinationColour(), row.colour);
-        EXPECT_EQ(CanJoin(), row.canJoin);
-        EXPECT_EQ(UsesJoinFolder(), row.text == Here());
-        EXPECT_EQ(Settings().DestinationFolderUseMerge(), row.text == Here() ? 1 : 0);
-        EXPECT_EQ(Said(), row.boxes);
+    for (const auto& [text, state] : {std::pair("", " red join, "),
+                                      {" C ", " C  red join, "},
+                                      {"ab", "ab red join, "},
+                                      {R"(HERE\a*)", R"(HERE\a* red, )"},
+                                      {R"(HERE\other)", R"(HERE\other join, )"},
+                                      {R"(HERE\new\deep)", R"(HERE\new\deep join, )"},
+                                      {R"(Q:\x)", R"(Q:\x red join, )"},
+                                      {R"(HERE\)", R"(HERE\ ticked join, )"}}) {
+        Write(R"(HERE\)");
+        Write(R"(HERE\other)");
+        EXPECT_EQ(State(), R"(HERE\other join, )");
+        Write(text);
+        EXPECT_EQ(State(), state);
+        EXPECT_EQ(Said(), Contains(text, "*") ? badName : Texts());
     }
     // A folder is made while it is typed; what it was called in between stays.
-    Write(Here() + "t");
+    Write(R"(HERE\t)");
     QTest::keyClicks(&Widget("txtDestinationFolderJoin"), "wo");
     for (const char* made : {"new/deep", "t", "tw", "two"}) {
         EXPECT_TRUE(Folder().Has(made)) << made;
@@ -82,60 +91,51 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
     // The box knows the folder by its very spelling.
     Write("c" + Here().substr(1));
     EXPECT_FALSE(UsesJoinFolder());
-    EXPECT_TRUE(CanJoin());
-    EXPECT_EQ(Settings().DestinationFolderMerge(), "");
 }
 
 TEST_F(JoinPageDestination, FollowsTheBox) {
     Folder().MakeFolder("saved");
-    Open(Here() + "saved");
-    EXPECT_EQ(Destination(), Here());
-    for (const bool ticked : {false, true}) {
+    Open(R"(HERE\saved)");
+    for (const char* state :
+         {R"(HERE\ ticked join, HERE\saved)", R"(HERE\saved join pick, HERE\saved)",
+          R"(HERE\ ticked join, HERE\saved)"}) {
+        EXPECT_EQ(State(), state);
         Click("ChkJoinDestination");
-        EXPECT_EQ(Destination(), ticked ? Here() : Here() + "saved");
-        EXPECT_EQ(Settings().DestinationFolderUseMerge(), ticked ? 1 : 0);
-        EXPECT_EQ(IsEnabled("CmdDestinationFolderJoin"), !ticked);
-        EXPECT_TRUE(CanJoin());
     }
+    Click("ChkJoinDestination");
     // A tick by code stores itself and does no more.
-    Write(Here() + "saved");
-    EXPECT_FALSE(UsesJoinFolder() || IsEnabled("CmdDestinationFolderJoin"));
+    Write(R"(HERE\saved)");
+    EXPECT_EQ(State(), R"(HERE\saved join, HERE\saved)");
     // The next file finds the choice of the last one, and the folder.
     Write("txtFileToJoin", "");
     OpenSet();
-    EXPECT_EQ(Destination(), Here() + "saved");
-    EXPECT_TRUE(IsEnabled("CmdDestinationFolderJoin"));
+    EXPECT_EQ(State(), R"(HERE\saved join pick, HERE\saved)");
 }
 
 TEST_F(JoinPageDestination, TakesAFolderThatIsPicked) {
     Folder().MakeFolder("saved");
     Settings().DestinationFolderUseMerge(0);
     Open("");
-    EXPECT_FALSE(CanJoin());
-    Dialogs().answers = {std::nullopt, Folder().Drive("saved")};
-    for (const std::string& picked : {std::string(), Here() + R"(saved\)"}) {
+    Dialogs().answers = {std::nullopt, Long(R"(HERE\saved)")};
+    for (const char* state : {" pick, ", R"(HERE\saved\ join pick, )"}) {
         Click("CmdDestinationFolderJoin");
-        EXPECT_EQ(Destination(), picked);
-        EXPECT_EQ(CanJoin(), !picked.empty());
+        EXPECT_EQ(State(), state);
     }
     EXPECT_EQ(Dialogs().asked, Texts(2, "Select Destination Folder|"));
-    EXPECT_EQ(Settings().DestinationFolderMerge(), "");
-    EXPECT_TRUE(Said().empty());
 }
 
 TEST_F(JoinPageDestination, ResetKeepsTheStoredChoice) {
-    for (const std::int16_t useMerge : {std::int16_t{1}, std::int16_t{0}}) {
-        for (const std::string& merge : {std::string(), Here() + "saved", Here()}) {
-            for (const std::string& typed : {Here() + "typed", Here(), std::string()}) {
+    for (const bool useMerge : {true, false}) {
+        for (const std::string merge : {"", R"(HERE\saved)", R"(HERE\)"}) {
+            for (const char* typed : {R"(HERE\typed)", R"(HERE\)", ""}) {
                 Settings().DestinationFolderUseMerge(0);
                 Open(merge);
                 Write(typed);
-                Settings().DestinationFolderUseMerge(useMerge);
+                Settings().DestinationFolderUseMerge(useMerge ? 1 : 0);
                 Click("CmdResetJoin");
-                EXPECT_EQ(Settings().DestinationFolderUseMerge(), useMerge);
-                EXPECT_EQ(UsesJoinFolder(), useMerge == 1);
-                EXPECT_EQ(Settings().DestinationFolderMerge(), merge);
-                EXPECT_EQ(Destination(), merge);
+                EXPECT_EQ(UsesJoinFolder(), useMerge);
+                EXPECT_TRUE(State().starts_with(merge));
+                EXPECT_TRUE(State().ends_with(", " + merge));
             }
         }
     }
@@ -144,81 +144,71 @@ TEST_F(JoinPageDestination, ResetKeepsTheStoredChoice) {
 
 TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
     Folder().MakeFolder("saved");
-    const std::string saved = Here() + "saved";
-    const std::string gone = Here() + R"(gone\deep)";
-    Open(saved);
+    Open(R"(HERE\saved)");
     struct Case {
-        std::string text;
+        const char* text;
         std::deque<BoxAnswer> answers;
-        std::string textAfter, stored;
-        ColourValue colour;
+        const char* state;
     };
-    for (const Case& row : {Case{"", {}, "", saved, Red}, Case{"ab", {}, "ab", saved, Red},
-                            Case{saved, {}, saved, saved, Black},
-                            Case{R"(Q:\x)", {BoxAnswer::No}, saved, saved, Black},
-                            Case{gone, {BoxAnswer::No}, saved, saved, Black},
-                            Case{gone, {BoxAnswer::Yes}, gone, gone, Black},
-                            Case{R"(Q:\x)", {BoxAnswer::Yes}, R"(Q:\x)", R"(Q:\x)", Red}}) {
-        SCOPED_TRACE(row.text);
-        Write(row.text);
+    for (const auto& [text, answers, state] :
+         {Case{"", {}, R"( red ticked join, HERE\saved)"},
+          Case{"ab", {}, R"(ab red join, HERE\saved)"},
+          Case{R"(HERE\saved)", {}, R"(HERE\saved join, HERE\saved)"},
+          Case{R"(Q:\x)", {No}, R"(HERE\saved join, HERE\saved)"},
+          Case{R"(HERE\gone\deep)", {No}, R"(HERE\saved join, HERE\saved)"},
+          Case{R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"},
+          Case{R"(Q:\x)", {Yes}, R"(Q:\x red, Q:\x)"}}) {
+        Write(text);
         std::filesystem::remove_all(Folder().System("gone"));
         Panel().calls.clear();
-        Boxes().answers = row.answers;
+        Boxes().answers = answers;
         QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
-        EXPECT_EQ(Said(), row.answers.empty() ? Texts() : question);
-        EXPECT_EQ(Destination(), row.textAfter);
-        EXPECT_EQ(Settings().DestinationFolderMerge(), row.stored);
-        EXPECT_EQ(Panel().calls,
-                  row.text == saved ? Texts({"black", "show " + saved}) : Texts{"black"});
-        EXPECT_EQ(DestinationColour(), row.colour);
-        EXPECT_EQ(Folder().Has("gone/deep"), row.stored == gone);
+        EXPECT_EQ(State(), state);
+        EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
+        const bool isThere = std::string_view(text) == R"(HERE\saved)";
+        EXPECT_EQ(PanelCalls(), isThere ? Texts({"black", R"(show HERE\saved)"}) : Texts{"black"});
     }
-    EXPECT_FALSE(CanJoin());
 }
 
 TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
     Folder().MakeFolder("saved");
-    const std::string saved = Here() + R"(saved\)";
     struct Case {
-        const char* typed;
+        std::string text;
         std::deque<BoxAnswer> answers;  ///< of a folder that vanishes before the click
-        const char* folder;             ///< where the file comes to lie
+        std::string folder;             ///< where the file comes to lie
     };
-    for (const Case& row :
-         {Case{"", {}, ""}, Case{"else", {}, "else/"}, Case{"gone", {BoxAnswer::Yes}, "gone/"},
-          Case{"lost", {BoxAnswer::No}, "saved/"}}) {
-        SCOPED_TRACE(row.typed);
-        Open(saved);
-        Write(Here() + row.typed);
-        if (!row.answers.empty()) {
-            std::filesystem::remove_all(Folder().System(row.typed));
+    for (const auto& [text, answers, folder] :
+         {Case{R"(HERE\)", {}, R"(HERE\)"}, Case{R"(HERE\else)", {}, R"(HERE\else\)"},
+          Case{R"(HERE\gone)", {Yes}, R"(HERE\gone\)"},
+          Case{R"(HERE\lost)", {No}, R"(HERE\saved\)"}}) {
+        Settings().DestinationFolderUseMerge(1);
+        Open(R"(HERE\saved\)");
+        Write(text);
+        if (!answers.empty()) {
+            std::filesystem::remove_all(Folder().System(text.substr(5)));
         }
-        Boxes().answers = row.answers;
+        Boxes().answers = answers;
         Panel().calls.clear();
-        Join();
-        const bool isHere = *row.typed == '\0';
-        EXPECT_EQ(Said(), row.answers.empty() ? Texts() : question);
-        EXPECT_EQ(job.joinFile, Folder().Drive("Movie.avi_Part0.bat"));
-        EXPECT_EQ(crc, "- Not Present -");
-        EXPECT_EQ(job.joinedFile, Destination() + "Movie.avi");
-        EXPECT_EQ(Settings().DestinationFolderMerge(), Destination());
-        EXPECT_EQ(UsesJoinFolder(), isHere);
-        EXPECT_EQ(Panel().calls,
-                  row.answers.empty() ? Texts{"show " + Here() + row.typed} : Texts());
-        const std::string result = row.folder + std::string("Movie.avi");
+        EXPECT_EQ(Join(), folder + "Movie.avi|- Not Present -");
+        EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
+        EXPECT_EQ(State(), folder + (text == folder ? " ticked join, " : " join, ") + folder);
+        EXPECT_EQ(PanelCalls(), answers.empty() ? Texts{"show " + text} : Texts());
+        const std::string result = Replace(folder.substr(5), "\\", "/") + "Movie.avi";
         EXPECT_TRUE(Folder().Has(result) && Folder().Read(result).size() == 2003);
-        EXPECT_TRUE(CanJoin());
         std::filesystem::remove(Folder().System(result));
     }
 }
 
-TEST_F(JoinPageDestination, LooksAgainForTheScriptAlone) {
+TEST_F(JoinPageDestination, JoinsToAFolderAndWithAScriptOnly) {
     Open("");
+    Write("ab");
+    EXPECT_EQ(Join(), "");
+    EXPECT_EQ(Said(), question);
+    EXPECT_EQ(State(), " red join, ");
     std::filesystem::remove(Folder().System("Movie.avi_Part0.bat"));
-    Join();
+    EXPECT_EQ(Join(), "");
     EXPECT_EQ(Said(), Texts{"Join file is missing or is holded by another process    "});
     EXPECT_EQ(Colour("txtFileToJoin"), Red);
-    EXPECT_TRUE(job.joinedFile.empty());
 }
 
 }  // namespace

@@ -3,14 +3,15 @@
 #include <QTimer>
 #include <QTreeView>
 #include <filesystem>
+#include <functional>
+#include <tuple>
 
 #include "controls/GuardedApplication.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "settings/FrmLogError.h"
 #include "support/FormChecks.h"
-#include "support/ForwardingFileSystem.h"
-#include "support/ForwardingLargeFile.h"
+#include "support/WatchedFileSystem.h"
 #include "support/forms/JoinPageFixture.h"
 
 namespace zarn::testing {
@@ -22,44 +23,32 @@ constexpr std::string_view Share = R"(\\server\share\)";
 constexpr ColourValue ReportGreen = 32768;
 constexpr ColourValue ReportRed = 192;
 
-// A file that is there under a path of a share, too.
+struct Disk {
+    std::string shared;  ///< a folder that is there as a share, too
+    std::function<void()> whenOpened = [] {};
+};
+
 class SharedFile : public ForwardingLargeFile {
   public:
-    SharedFile(std::unique_ptr<LargeFileAccess> real, std::string local)
-        : ForwardingLargeFile(std::move(real)), local_(std::move(local)) {}
+    SharedFile(std::unique_ptr<LargeFileAccess> real, const Disk& disk)
+        : ForwardingLargeFile(std::move(real)), disk_(disk) {}
     void Open(std::string_view path) override {
-        ForwardingLargeFile::Open(Replace(path, Share, local_));
+        ForwardingLargeFile::Open(Replace(path, Share, disk_.shared));
+        disk_.whenOpened();
     }
 
   private:
-    std::string local_;
-};
-
-// The real file system with a share, and with scripts that fail when they are read in full.
-class SharingFileSystem : public ForwardingFileSystem {
-  public:
-    using ForwardingFileSystem::ForwardingFileSystem;
-    std::unique_ptr<LargeFileAccess> MakeLargeFile() override {
-        return std::make_unique<SharedFile>(ForwardingFileSystem::MakeLargeFile(), shared);
-    }
-    std::string ReadFile(std::string_view path, std::size_t limit) override {
-        if (fails) {
-            throw RuntimeError(ErrorNumber::DeviceIOError);
-        }
-        return ForwardingFileSystem::ReadFile(path, limit);
-    }
-
-    std::string shared;
-    bool fails = false;
+    const Disk& disk_;
 };
 
 class JoinPageTest : public JoinPageFixture {
   protected:
     JoinPageTest() {
-        auto sharing = std::make_unique<SharingFileSystem>(std::move(PlatformParts().fileSystem));
-        disk = sharing.get();
-        disk->shared = Here();
-        PlatformParts().fileSystem = std::move(sharing);
+        auto watched = std::make_unique<WatchedFileSystem>(std::move(PlatformParts().fileSystem));
+        watched->wrap = [this](auto real) {
+            return std::make_unique<SharedFile>(std::move(real), disk);
+        };
+        PlatformParts().fileSystem = std::move(watched);
     }
 
     QTreeView& List() { return Find<QTreeView>("ListView1"); }
@@ -111,7 +100,7 @@ class JoinPageTest : public JoinPageFixture {
         return log;
     }
 
-    SharingFileSystem* disk = nullptr;
+    Disk disk{Here()};
 };
 
 TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
@@ -141,12 +130,7 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
         if (!content.empty()) {
             Folder().Write(name, content);
         }
-        struct Way {
-            const char* way;
-            std::function<void()> step;
-            Texts messages;
-            std::string stored;
-        };
+        using Way = std::tuple<const char*, std::function<void()>, Texts, std::string>;
         for (const auto& [way, step, messages, stored] :
              {Way{"browsed", [&] { Browse(path); }, browsed, browsed == nothing ? "X" : R"(C:\)"},
               Way{"typed", [&] { Write("txtFileToJoin", path); }, typed, "X"},
@@ -173,7 +157,7 @@ TEST_F(JoinPageTest, RefusesShareOnlyAfterTheFormat) {
     };
     Write("txtFileToJoin", path);
     EXPECT_EQ(Said(), Texts{"Please select local units ..."});
-    disk->shared = R"(C:\nowhere\)";
+    disk.shared = R"(C:\nowhere\)";
     Write("txtFileToJoin", path);
     EXPECT_EQ(Said(), Texts{"Invalid or corrupted Join file ..."});
     ExpectEmptyPage();
@@ -251,7 +235,7 @@ TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
     EXPECT_EQ(Said().size(), 1U);
     EXPECT_EQ(Text("txtFileToJoin"), path);
     // What fails in a drop is passed over, and leaves no report.
-    disk->fails = true;
+    disk.whenOpened = [this] { std::filesystem::remove(Folder().System("Movie.avi_Part0.bat")); };
     Drop({Folder().System("Movie.avi_Part0.bat")});
     GuardedApplication::RethrowRaised();
     ExpectEmptyPage();
@@ -282,12 +266,9 @@ TEST_F(JoinPageTest, TheTabKeyGoesThePagesWay) {
     Open();
     Browse(MakeSet());
     Widget("txtFileToJoin").setFocus();
-    for (const char* name :
-         {"txtFileToJoin", "CmdSourceFileJoin", "ListView1", "ChkJoinDestination",
-          "txtDestinationFolderJoin", "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"}) {
-        EXPECT_EQ(FromQt(Page().focusWidget()->objectName()), name);
-        QTest::keyClick(Page().focusWidget(), Qt::Key_Tab);
-    }
+    ExpectTabOrder(
+        Page(), {"CmdSourceFileJoin", "ListView1", "ChkJoinDestination", "txtDestinationFolderJoin",
+                 "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"});
 }
 
 TEST_F(JoinPageTest, TheEnterKeyOpensTheLogOfARow) {

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFontInfo>
+#include <QTest>
 #include <set>
 
 #include "controls/QtText.h"
@@ -66,6 +67,14 @@ inline void ExpectNamesAndKeys(const QWidget& page, std::string_view keysOfWindo
                     control->parentWidget()->inherits("QTabBar") ||
                     !control->accessibleName().isEmpty())
             << FromQt(name);
+    }
+}
+
+/// The Tab key goes from the control that has the keyboard to these, in this order.
+inline void ExpectTabOrder(const QWidget& page, std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+        QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(FromQt(page.focusWidget()->objectName()), name);
     }
 }
 
