@@ -162,18 +162,6 @@ TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     EXPECT_EQ(last, (Names{"flush volume", "delete " + form->job.source}));
 }
 
-// The engine clears its flag once it has started, and nothing sets it again.
-TEST_F(FrmProgressTest, ACancelBeforeTheFirstPartIsShownButLost) {
-    MakeForm();
-    form->job.sfv = true;
-    When("Starting Split#", [this] { ClickButton(); });
-    whenCounting = [this] { Tick("Timer2"); };
-    EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(out.Names(), (Names{"movie.avi_Part0.bat", "movie.avi_Part1", "movie.avi_Part2"}));
-    EXPECT_EQ(FromQt(form->windowTitle()), " Starting Split Process ...");
-    EXPECT_EQ(FromQt(Button().Caption()), "&Cancelling ");
-}
-
 TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
     MakeForm();
     When("at 50 %", [&] {
@@ -186,17 +174,6 @@ TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
     EXPECT_EQ(Run(), std::nullopt);
     EXPECT_TRUE(Contains(states.back(), "at 100 %"));
     EXPECT_TRUE(form->JobEnded && out.Has("movie.avi_Part0.bat"));
-}
-
-TEST_F(FrmProgressTest, AFailureShowsOnlyItsBox) {
-    files->refused = "prepare";
-    test.boxes->whenShown = [this](const BoxMessage& /*message*/) { files->refused.clear(); };
-    MakeForm();
-    form->job.sfv = true;
-    EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(test.boxes->shown.size(), 1U);
-    EXPECT_EQ(states.back(), Done(" Writing SFV Checksum ...", 4));
-    EXPECT_EQ(out.Names(), (Names{"movie.avi_Part0.sfv", "movie.avi_Part1", "movie.avi_Part2"}));
 }
 
 TEST_F(FrmProgressTest, ErrorsCloseTheWindowAndReachTheCaller) {
@@ -219,7 +196,11 @@ TEST_F(FrmProgressTest, ComingBackStartsTheJobAgainOnlyAtZero) {
     MakeForm();
     form->job.compress = true;
     When("Encrypting file Process at 0 %", [this] { ComeBack(); });
-    // The inner job is done; the outer one goes on without its window.
+    // The inner job is done; the outer one goes on without its window, and keeps the owner waiting.
+    whenCounting = [this] {
+        ClickButton();
+        EXPECT_FALSE(owner.isEnabled());
+    };
     EXPECT_EQ(Run(), std::nullopt);
     EXPECT_EQ(preparations, 4);
     EXPECT_TRUE(out.Has("movie.zip_Part1"));

@@ -6,7 +6,6 @@
 #include "join/FrmCommandLine.h"
 #include "runtime/Text.h"
 #include "support/FormChecks.h"
-#include "support/RunProgram.h"
 #include "support/TestPlatform.h"
 #include "support/forms/AnsweringDialogs.h"
 
@@ -108,23 +107,6 @@ TEST_F(FrmCommandLineTest, SavesABatchFile) {
               "File : " + folder.Drive("run.bat") + "\r\rwas saved successfully!           ");
     EXPECT_EQ(folder.Read("run.bat"), CommandLineBatchFile(settings));
     EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive() + "\\");
-}
-
-TEST_F(FrmCommandLineTest, TheSavedLineDoesTheSplit) {
-    folder.Write("film.mkv", TestBytes(25000));
-    settings.source = folder.Drive("film.mkv");
-    settings.destination = folder.Drive("out");
-    settings.deleteParts = settings.deleteSource = true;
-    Open();
-    ASSERT_NE(Save(folder.Drive("run")), "");
-    const std::vector<std::string> words = Split(Split(folder.Read("run.bat"), "\r\n").at(5), " ");
-    const ProgramResult result = RunProgram(words[0], {words.begin() + 1, words.end()},
-                                            {{"XDG_CONFIG_HOME", test.home.System("config")}});
-    EXPECT_EQ(result.error, "");
-    // The program reads its command line in upper case.
-    EXPECT_TRUE(folder.Read("OUT/FILM.MKV_Part1") == TestBytes(25000).substr(0, 10485));
-    EXPECT_TRUE(Contains(folder.Read("OUT/FILM.MKV_Part0.bat"), "Del \"FILM.MKV_Part*\""));
-    EXPECT_FALSE(folder.Has("film.mkv"));
 }
 
 }  // namespace

@@ -52,6 +52,7 @@ class FrmProgressJoinTest : public JobDialogFixture<FrmProgressJoin> {
     }
     // Texts with colours, bar with value, end, scrolling and colour, button.
     std::string State() override {
+        EXPECT_TRUE(Bar().Max() == 10 || !Timer("Timer1").isActive());
         const QString bar = QString("%1/%2 s%3 #%4|")
                                 .arg(Bar().Value())
                                 .arg(Bar().Max() - Bar().Min())
