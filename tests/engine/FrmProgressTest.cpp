@@ -80,9 +80,9 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     Names expected = split;
     expected.push_back(sfv + processed + "Splitting file Process at 100 %#0|0/2 w236|" +
                        cancelBesideBar + "-|-|wait");
-    for (const std::string part : {"1", "2"}) {
-        expected.push_back(sfv + processed + "Processing SFV Checksum part " + part + " of 2#0|" +
-                           part + "/2 w236|&Cancel off @248,67|-|-|wait");
+    for (const char* state : {"1 of 2#0|1/2 w236|&Cancel off @248,67|-|-|wait",
+                              "2 of 2#0|2/2 w236|&Cancel off @248,67|-|-|wait"}) {
+        expected.emplace_back(sfv + processed + "Processing SFV Checksum part ").append(state);
     }
     for (const int left : {4, 3, 2, 1}) {
         expected.push_back(Done(sfv, left));

@@ -1,6 +1,5 @@
 #include <QLabel>
 #include <QTest>
-#include <QTimer>
 #include <functional>
 
 #include "engine/EngineFixture.h"
@@ -8,6 +7,7 @@
 #include "platform/linux/LinuxVolumes.h"
 #include "runtime/Text.h"
 #include "support/FormChecks.h"
+#include "support/Soon.h"
 
 namespace zarn::testing {
 namespace {
@@ -38,7 +38,7 @@ class FrmRemovablesTest : public ::testing::Test {
     // Shows the prompt for a part of so many bytes and acts in it.
     void Prompt(double bytes, const std::function<void()>& act) {
         prompt.partSize = bytes;
-        QTimer::singleShot(0, act);
+        const Soon start(act);
         prompt.ShowModal();
         EXPECT_FALSE(prompt.isVisible());
     }

@@ -31,7 +31,7 @@ class FrmCommandLineTest : public ::testing::Test {
     }
     // The message of the last box since the last call, if any.
     std::string Message() {
-        const std::string text = test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
+        std::string text = test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
         test.boxes->shown.clear();
         return text;
     }

@@ -1,6 +1,5 @@
 #include <QHeaderView>
 #include <QPlainTextEdit>
-#include <QTimer>
 #include <QTreeView>
 #include <filesystem>
 #include <functional>
@@ -11,6 +10,7 @@
 #include "runtime/Text.h"
 #include "settings/FrmLogError.h"
 #include "support/FormChecks.h"
+#include "support/Soon.h"
 #include "support/WatchedFileSystem.h"
 #include "support/forms/JoinPageFixture.h"
 
@@ -83,7 +83,7 @@ class JoinPageTest : public JoinPageFixture {
     // Double-clicks a row and returns what the window that opens says.
     std::string LogOf(int row) {
         std::string log;
-        QTimer::singleShot(0, &Page(), [&] {
+        const Soon look([&] {
             if (auto* form = qobject_cast<FrmLogError*>(QApplication::activeModalWidget())) {
                 const auto& field = *form->findChild<QPlainTextEdit*>("txtErrorLog");
                 log = FromQt(form->windowTitle() + "|" + field.toPlainText());
@@ -212,11 +212,11 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
     const std::string set = MakeSet();
     std::filesystem::remove(Folder().System("Movie.avi_Part2"));
     bool couldJoin = true;
-    QTimer::singleShot(0, &Page(), [&] { couldJoin = IsEnabled("CmdJoin"); });
+    const Soon look([&] { couldJoin = IsEnabled("CmdJoin"); });
     Write("txtFileToJoin", set);
     EXPECT_FALSE(couldJoin);
     EXPECT_EQ(Rows().rowCount(), 2);
-    QTimer::singleShot(0, &Page(), [&] { Click("CmdResetJoin"); });
+    const Soon reset([this] { Click("CmdResetJoin"); });
     Browse(set);
     ExpectEmptyPage();
 }

@@ -93,6 +93,7 @@ TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
         }
         EXPECT_EQ(files.FindFile(target).has_value(), isThere);
         EXPECT_TRUE(!isThere || files.ReadFile(target, 100) == "one two three");
+        EXPECT_EQ(folder.Has("Zarn.TMP"), cancelled && isThere);
         files.DeleteFile(target);
         files.DeleteFile(folder.Drive("Zarn.TMP"));
         EXPECT_EQ(folder.Names(), script == keeps ? setNames : Names{});

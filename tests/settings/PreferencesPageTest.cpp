@@ -1,10 +1,10 @@
-#include <QTimer>
 #include <deque>
 #include <filesystem>
 
 #include "controls/PanelText.h"
 #include "runtime/Text.h"
 #include "support/FormChecks.h"
+#include "support/Soon.h"
 #include "support/forms/PreferencesPageFixture.h"
 
 namespace zarn::testing {
@@ -237,15 +237,16 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     const std::string failed = R"(SYSTEM, C:\ )";
     const std::string made = R"(HERE\new\deep)";
     const std::string end = ", return, summary";
-    for (const auto& [text, answers, atEnter, applied] :
-         {Case{"HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end},
-          Case{" ", {}, R"( , C:\ 8)", system + end},
-          Case{R"(HERE\ne*w)", {}, failed + "8", system + end},
-          Case{"ab", no, R"(ab, C:\ 8)", system + ", asked" + end},
-          Case{R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end},
-          Case{made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"},
-          Case{R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"},
-          Case{R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked"}}) {
+    const std::vector<Case> cases = {
+        {"HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end},
+        {" ", {}, R"( , C:\ 8)", system + end},
+        {R"(HERE\ne*w)", {}, failed + "8", system + end},
+        {"ab", no, R"(ab, C:\ 8)", system + ", asked" + end},
+        {R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end},
+        {made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"},
+        {R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"},
+        {R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked"}};
+    for (const auto& [text, answers, atEnter, applied] : cases) {
         for (const bool byEnter : {true, false}) {
             std::filesystem::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");
@@ -275,7 +276,7 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
 TEST_F(PreferencesPageTest, TakesWhatHappensInTheMiddle) {
     // Another tab while the page is dirty, whose refresh lets events run.
     Write("txtTemporaryFolder", Folder().Drive());
-    QTimer::singleShot(0, &Page(), [this] { Tabs().setCurrentIndex(0); });
+    const Soon turn([this] { Tabs().setCurrentIndex(0); });
     Tabs().setCurrentIndex(1);
     QCoreApplication::processEvents();
     EXPECT_TRUE(ShowsGeneral());
@@ -283,7 +284,7 @@ TEST_F(PreferencesPageTest, TakesWhatHappensInTheMiddle) {
     StorePassword();
     Open("COMPRESSION");
     Button("ChkSecurity").setChecked(false);
-    QTimer::singleShot(0, &Page(), [this] { Page().CmdUndo_Click(); });
+    const Soon undo([this] { Page().CmdUndo_Click(); });
     Page().CmdApply_Click();
     EXPECT_TRUE(StoredPreferences(Settings()) == (Preferences{SystemFolder(), 8, false, ""}));
 }

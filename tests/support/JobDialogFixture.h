@@ -19,6 +19,7 @@
 #include "controls/XP_ProgressBar.h"
 #include "controls/chameleonButton.h"
 #include "support/ErrorOf.h"
+#include "support/Soon.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -142,7 +143,7 @@ class JobDialogFixture : public ::testing::Test {
             }
         });
         idle.start(0);
-        QTimer::singleShot(0, [&] {
+        const Soon start([&] {
             error = ErrorOf([this] { form->ShowModal(); });
             QCoreApplication::exit();
         });
