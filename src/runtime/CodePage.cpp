@@ -62,10 +62,11 @@ std::optional<std::uint8_t> CodeOfCharacter(char32_t character) {
 std::string EncodeText(std::string_view text) {
     std::optional<std::string> bytes = EncodeSingleBytes(text);
     // Pure ASCII is valid UTF-8 too, and the same bytes either way.
-    if (!bytes || IsUtf8(*bytes)) {
-        return std::string(text);
+    if (bytes && !IsUtf8(*bytes) && !bytes->starts_with(ByteOrderMark)) {
+        return *std::move(bytes);
     }
-    return *std::move(bytes);
+    // Whoever reads the file passes over one mark.
+    return std::string(text.starts_with(ByteOrderMark) ? ByteOrderMark : "").append(text);
 }
 
 std::string DecodeText(std::string_view bytes) {

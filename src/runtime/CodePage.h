@@ -19,7 +19,8 @@ namespace zarn {
 
 /// The text of a file that the program writes: one Windows-1252 byte a character. It is UTF-8 as
 /// a whole where the code page lacks one of the characters, and also where the single bytes would
-/// by chance be valid UTF-8 and so be read back as another text: no name is ever lost.
+/// by chance be valid UTF-8, or begin like it, and so be read back as another text: no name is ever
+/// lost. A text that begins with a byte-order mark gets one more, since the reader passes over one.
 /// Bytes of `text` that are no valid UTF-8 are written as they stand.
 [[nodiscard]] std::string EncodeText(std::string_view text);
 

@@ -77,7 +77,10 @@ TEST(CodePage, WritesOneByteACharacterUnlessANameWouldBeLost) {
     for (const auto& [text, bytes] :
          {Case("", ""), Case("plain\r\n", "plain\r\n"), Case("caf\u00E9 \u20AC", "caf\xE9 \x80"),
           Case("\u00E9\u03C9", "\u00E9\u03C9"), Case("\u00C3\u00A9", "\u00C3\u00A9"),
-          Case("\u00C3\u00A9\u00E9", "\xC3\xA9\xE9")}) {
+          Case("\u00C3\u00A9\u00E9", "\xC3\xA9\xE9"),
+          // Bytes like a byte-order mark would be passed over, and so would the mark itself.
+          Case("\u00EF\u00BB\u00BF\u00E9", "\u00EF\u00BB\u00BF\u00E9"),
+          Case("\uFEFF\u00E9", "\uFEFF\uFEFF\u00E9")}) {
         EXPECT_EQ(EncodeText(text), bytes);
         EXPECT_EQ(DecodeText(bytes), text);
     }
