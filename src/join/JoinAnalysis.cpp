@@ -1,10 +1,12 @@
 #include "join/JoinAnalysis.h"
 
+#include <limits>
 #include <utility>
 
 #include "join/JoinScript.h"
 #include "runtime/CodePage.h"
 #include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -166,7 +168,14 @@ bool IsPartsCountLine(std::string_view line) {
 
 double PartsCountValue(std::string_view line) {
     const std::size_t colon = line.find(':');
-    return colon == std::string_view::npos ? 0 : NumberPrefix(line.substr(colon + 1));
+    if (colon == std::string_view::npos) {
+        return 0;
+    }
+    try {
+        return NumberPrefix(line.substr(colon + 1));
+    } catch (const RuntimeError&) {
+        return std::numeric_limits<double>::infinity();
+    }
 }
 
 bool IsOriginalFileLine(std::string_view line) {

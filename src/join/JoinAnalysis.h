@@ -60,7 +60,8 @@ class JoinAnalysis {
 
 [[nodiscard]] bool IsPartsCountLine(std::string_view line);
 
-/// The number at the start of the text behind the first colon; 0 where there is none.
+/// The number at the start of the text behind the first colon; 0 where there is none, infinity for
+/// one beyond a double: a count that no set has, as any other of its kind.
 [[nodiscard]] double PartsCountValue(std::string_view line);
 
 [[nodiscard]] bool IsOriginalFileLine(std::string_view line);

@@ -62,7 +62,7 @@ TEST_F(JoinAnalysisTest, RefusesInTheWordsOfTheReason) {
           std::string(100'000, 'x')}) {
         EXPECT_EQ(RefusalOf(start + lines), invalid) << lines.substr(0, 300);
     }
-    for (const char* count : {"0", "-3", "many", "2000000000", "1e99"}) {
+    for (const char* count : {"0", "-3", "many", "2000000000", "1e99", "1e999"}) {
         EXPECT_EQ(RefusalOf(Head(count, nameLine)), invalid) << count;
     }
     // Text from somebody else: no name leads out of the script's folder, or to the script.
