@@ -128,7 +128,11 @@ TEST_F(RegistryTest, AFileWrittenByHandIsTakenAndOtherTypesStay) {
 
 TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
     const std::string good = keyLine + "\"a\"=\"b\"\n";
-    std::vector<std::string> damaged = {good + R"("c"="d")", "\"a\"=\"b\"\n",
+    std::string deep = "[HKEY_CURRENT_USER";
+    for (int level = 0; level < 300'000; ++level) {
+        deep += "\\a";
+    }
+    std::vector<std::string> damaged = {good + R"("c"="d")", "\"a\"=\"b\"\n", deep + "]\n",
                                         "[HKEY_LOCAL_MACHINE\\Software\\Zarn]\n"};
     for (const char* line :
          {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:2a)",

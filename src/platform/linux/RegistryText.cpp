@@ -17,6 +17,9 @@ constexpr std::string_view NumberStart = "dword:";
 constexpr std::string_view BytesStart = "hex(1):";
 constexpr std::string_view OtherStart = "hex";
 
+/// Each level of a path is a key of its own that knows its whole path.
+constexpr std::size_t LongestPath = 255;
+
 bool IsControl(char byte) {
     const auto code = static_cast<unsigned char>(byte);
     return code < 32 || code == 127;
@@ -222,8 +225,8 @@ std::string FormatRegistry(const RegistryKeys& keys) {
 }
 
 bool IsRegistryPath(std::string_view path) {
-    return !path.empty() && !HasControls(path) && !path.starts_with('\\') &&
-           !path.ends_with('\\') && !Contains(path, R"(\\)");
+    return !path.empty() && path.size() <= LongestPath && !HasControls(path) &&
+           !path.starts_with('\\') && !path.ends_with('\\') && !Contains(path, R"(\\)");
 }
 
 bool IsRegistryName(std::string_view name) {

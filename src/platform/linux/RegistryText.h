@@ -46,7 +46,7 @@ using RegistryKeys = std::map<std::string, RegistryKey>;
 [[nodiscard]] std::string FormatRegistry(const RegistryKeys& keys);
 
 /// True if the path of a key, or the name of a value, can be written: no control characters, and
-/// in a path no empty item.
+/// in a path no empty item and at most 255 bytes.
 [[nodiscard]] bool IsRegistryPath(std::string_view path);
 [[nodiscard]] bool IsRegistryName(std::string_view name);
 
