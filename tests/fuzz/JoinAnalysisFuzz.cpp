@@ -54,9 +54,11 @@ void CheckPart(const JoinPart& part, const JoinReport& report) {
 
 void CheckReport(const JoinReport& report, std::string_view scriptName) {
     constexpr std::int32_t Nameless = 1000;
+    constexpr std::int32_t MostParts = 500'000;
     Require(IsGoodOriginal(report.originalName, scriptName) && !Contains(report.originalName, "\""),
             "the file's name is good");
-    Require(report.partsCount >= 1, "there are parts");
+    Require(report.partsCount >= 1 && report.partsCount <= MostParts,
+            "there are parts, and no more than a script has room for");
     const auto names =
         static_cast<std::size_t>(report.partsCount < Nameless ? report.partsCount : 1);
     Require(report.parts.size() == names, "every part has its row");

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "fuzz/Fuzz.h"
@@ -210,7 +211,9 @@ class Stage {
 
 /// The rules that a checked script keeps, however it is written.
 void CheckScript(const JoinScript& script, const Scene& scene, const std::string& destination) {
-    Require(IsGoodOriginal(script.original, scene.script), "the file's name is good");
+    Require(IsGoodOriginal(script.original, scene.script) &&
+                script.original.find_first_of("\\/*?") == std::string::npos,
+            "the file's name is bare");
     Require(
         !script.commands.empty() && script.commands.front().action == ScriptAction::MakeTemporary,
         "a script begins with its first copy");
@@ -263,6 +266,35 @@ struct Run {
     Contents hereBefore, thereBefore, hereAfter, thereAfter;
     ScriptOutcome outcome;
 };
+
+/// The bytes that a script joins; nothing where that depends on what is there, or on where the
+/// file goes.
+std::optional<std::string> PlainResult(const JoinScript& script, const Contents& here) {
+    std::string bytes;
+    bool isFree = std::none_of(here.begin(), here.end(), [&script](const auto& file) {
+        return SameName(file.first, script.original);
+    });
+    for (const ScriptCommand& command : script.commands) {
+        const auto part = here.find(command.part);
+        const bool copies = !command.part.empty();
+        if (!command.condition.empty() || (copies && part == here.end()) ||
+            command.action == ScriptAction::DeleteDestination ||
+            command.action == ScriptAction::MoveToDestination) {
+            return std::nullopt;
+        }
+        bytes += copies ? part->second : "";
+        isFree = isFree || command.action == ScriptAction::DeleteOriginal;
+    }
+    return isFree ? std::optional(bytes) : std::nullopt;
+}
+
+void CheckResult(const Run& run, const JoinScript& script) {
+    const std::optional<std::string> expected = PlainResult(script, run.hereBefore);
+    const auto made = run.hereAfter.find(script.original);
+    Require(!expected || (run.outcome.status == ScriptStatus::Done && made != run.hereAfter.end() &&
+                          made->second == *expected),
+            "the parts make the file");
+}
 
 /// True for a file of the set that makes `original`, its script and checksum file included.
 bool IsOfSet(const std::string& name, std::string_view original) {
@@ -335,11 +367,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         Replace(Replace(input, "<here>", stage.Here()), "<there>", stage.There());
     const std::vector<std::string> spellings(scene.hasDestination ? 1 : 0, destination);
     std::vector<std::string> originals;
+    std::vector<JoinScript> scripts;
     for (const std::string& bytes : {DecodeText(text), text}) {
         const auto parsed = JoinScriptParser(scene.script, spellings).Parse(bytes);
         if (const auto* script = std::get_if<JoinScript>(&parsed)) {
             fuzz::CheckScript(*script, scene, destination);
             originals.push_back(script->original);
+            scripts.push_back(*script);
         }
     }
     if (originals.empty() && size % 16 != 0) {
@@ -358,6 +392,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     run.hereAfter = stage.FilesIn("here");
     run.thereAfter = stage.FilesIn("there");
     fuzz::CheckRun(run, originals);
+    if (IsUtf8(text) && !scripts.empty()) {
+        fuzz::CheckResult(run, scripts.front());
+    }
     fuzz::Require(parts.empty() == (run.outcome.status == ScriptStatus::Refused),
                   "an accepted script has parts");
     stage.CheckOutside();

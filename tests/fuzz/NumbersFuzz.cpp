@@ -78,6 +78,16 @@ void CheckConversion(double value, Convert convert) {
             "a conversion rounds or overflows");
 }
 
+void CheckGroups(std::string_view grouped, const LocaleSeparators& separators) {
+    if (separators.group.empty()) {
+        return;
+    }
+    const std::vector<std::string> groups = Split(grouped, separators.group);
+    Require(std::all_of(groups.begin() + (groups.empty() ? 0 : 1), groups.end(),
+                        [](const std::string& group) { return group.size() == 3; }),
+            "a group is three digits");
+}
+
 void CheckTexts(double value, const LocaleSeparators& separators) {
     constexpr double RoundsUpToOverflow = 1.797693134862315e308;
     const std::string plain = NumberText(value, separators);
@@ -95,6 +105,7 @@ void CheckTexts(double value, const LocaleSeparators& separators) {
     const double rounded = RoundHalfEven(value, 0);
     Require(grouped.empty() ? rounded == 0 : NumberFromText(grouped, separators) == rounded,
             "a grouped text is the whole number");
+    CheckGroups(grouped, separators);
 }
 
 void CheckNumber(double value, const LocaleSeparators& separators) {

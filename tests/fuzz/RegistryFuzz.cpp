@@ -35,7 +35,7 @@ bool SameKeys(const RegistryKeys& one, const RegistryKeys& other) {
 }
 
 void CheckKeys(const RegistryKeys& keys, std::string_view text) {
-    constexpr std::size_t MostGrowth = 256;
+    constexpr std::size_t MostGrowth = 100;
     for (const auto& [upperPath, key] : keys) {
         Require(IsRegistryPath(key.path) && UpperCase(key.path) == upperPath, "a key has a path");
         const std::size_t parent = upperPath.rfind('\\');
