@@ -16,12 +16,12 @@ TEST_F(JoinFixture, RunsTheScriptThatTheSplitterWrites) {
                              "Movie.avi_PartyPhoto.jpg", "Movie.avi_Part1.bak"}) {
         folder.Write(name, "old");
     }
-    const std::string rule = "Rem " + std::string(73, '=') + "\r\n";
+    const std::string line = "Rem " + std::string(73, '=') + "\r\n";
     const ScriptOutcome outcome =
-        Run("@Echo off\r\n" + rule + "Rem |  Zarn File Splitter v3.85 Pro  & del *.*\r\n" + rule +
+        Run("@Echo off\r\n" + line + "Rem |  Zarn File Splitter v3.85 Pro  & del *.*\r\n" + line +
             "Rem |  Created ......: 03/14/2007 09:05 PM\r\nRem |  Parts Count ..: 3\r\n"
             "Rem |  Original File : \"Movie.avi\"\r\n" +
-            rule + "Rem  \r\n" + wholeScript + "Rem  \r\nRem *===== End of Program =====* \r\n");
+            line + "Rem  \r\n" + wholeScript + "Rem  \r\nRem *===== End of Program =====* \r\n");
     EXPECT_EQ(outcome.status, ScriptStatus::Done) << outcome.message;
     EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
     EXPECT_EQ(folder.Names(),

@@ -12,6 +12,9 @@
 
 namespace zarn::testing {
 
+constexpr std::uint64_t Mega = 1048576;
+constexpr std::uint64_t Giga = 1024 * Mega;
+
 /// A file system that tells which folders were asked for, refuses what a test wants it to, gives
 /// every path the attributes that a test wants, and bears a limited number of questions for files.
 class StubbornFileSystem : public ForwardingFileSystem {

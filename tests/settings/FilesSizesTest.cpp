@@ -3,8 +3,6 @@
 namespace zarn::testing {
 namespace {
 
-constexpr std::uint64_t Mega = 1048576;
-constexpr std::uint64_t Giga = 1024 * Mega;
 const LocaleSeparators english;
 const LocaleSeparators german{",", ".", "-", ":"};
 

@@ -5,9 +5,6 @@
 namespace zarn::testing {
 namespace {
 
-constexpr std::uint64_t Mega = 1048576;
-constexpr std::uint64_t Giga = 1024 * Mega;
-
 class FilesTest : public FilesFixture {
   protected:
     Volume& volume = volumes.Of(R"(D:\)");
