@@ -136,10 +136,6 @@ class FileSystem {
     /// none.
     [[nodiscard]] virtual std::optional<std::string> SystemPath(std::string_view path) = 0;
 
-    /// The absolute path of an existing file or folder with its names as they are spelled in their
-    /// folders. Nothing if there is no such file, or a name in its path holds a backslash.
-    [[nodiscard]] virtual std::optional<std::string> SpelledPath(std::string_view path) = 0;
-
     /// True if both paths lead to one existing file or folder, be it through links or another name.
     [[nodiscard]] virtual bool IsSameFile(std::string_view one, std::string_view other) = 0;
 

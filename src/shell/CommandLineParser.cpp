@@ -168,8 +168,10 @@ std::string LastSource(const std::vector<CommandLineSwitch>& switches) {
 
 bool SourceIsAmbiguous(const std::vector<CommandLineSwitch>& typed,
                        const std::vector<CommandLineSwitch>& switches, FileSystem& fileSystem) {
-    return fileSystem.SpelledPath(LastSource(typed)) !=
-           fileSystem.SpelledPath(LastSource(switches));
+    const std::string asTyped = LastSource(typed);
+    const std::string inUpperCase = LastSource(switches);
+    return (fileSystem.Attributes(asTyped) || fileSystem.Attributes(inUpperCase)) &&
+           !fileSystem.IsSameFile(asTyped, inUpperCase);
 }
 
 std::string MissingSourceText(std::string_view source) {

@@ -40,8 +40,8 @@ class FakeFiles : public testing::ForwardingFileSystem {
         return Contains(systemPath, "\\") ? std::nullopt
                                           : std::optional("C:" + Replace(systemPath, "/", "\\"));
     }
-    std::optional<std::string> SpelledPath(std::string_view path) override {
-        return isThere(path) ? std::optional(UpperCase(path)) : std::nullopt;
+    bool IsSameFile(std::string_view one, std::string_view other) override {
+        return isThere(one) && isThere(other) && UpperCase(one) == UpperCase(other);
     }
 
     std::function<bool(std::string_view)> isThere = [](std::string_view) { return false; };

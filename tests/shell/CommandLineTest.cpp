@@ -1,8 +1,10 @@
 #include <filesystem>
+#include <map>
 
 #include "runtime/Text.h"
 #include "shell/CommandLineParser.h"
 #include "shell/ShellFixture.h"
+#include "support/ForwardingFileSystem.h"
 
 namespace zarn::testing {
 namespace {
@@ -39,6 +41,38 @@ TEST(CommandLineParser, TakesValues) {
         EXPECT_EQ(job.count, count) << line;
     }
     EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
+}
+
+// A folder of names and the numbers of the files behind them.
+class NamedFiles : public ForwardingFileSystem {
+  public:
+    using Names = std::map<std::string, int, std::less<>>;
+
+    explicit NamedFiles(Names names) : ForwardingFileSystem(nullptr), names_(std::move(names)) {}
+
+    std::optional<std::uint32_t> Attributes(Path path) override {
+        return names_.contains(path) ? std::optional<std::uint32_t>(0) : std::nullopt;
+    }
+    bool IsSameFile(Path one, Path other) override {
+        return Attributes(one) && Attributes(other) &&
+               names_.find(one)->second == names_.find(other)->second;
+    }
+
+  private:
+    Names names_;
+};
+
+TEST(CommandLineParser, TellsWhenTheUpperCaseNameIsAnotherFile) {
+    using Case = std::pair<NamedFiles::Names, bool>;
+    for (const auto& [names, ambiguous] :
+         {Case({{"a.b", 1}, {"A.B", 1}}, false),  // also where the file system ignores case
+          Case({{"a.b", 1}, {"A.B", 2}}, true), Case({{"a.b", 1}}, true), Case({{"A.B", 1}}, true),
+          Case({}, false)}) {
+        NamedFiles files(names);
+        EXPECT_EQ(SourceIsAmbiguous(SplitCommandLine("/f=a.b"), SplitCommandLine("/F=A.B"), files),
+                  ambiguous)
+            << names.size();
+    }
 }
 
 TEST_F(Shell, RefusesFaultyLines) {

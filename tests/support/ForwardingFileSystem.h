@@ -41,7 +41,6 @@ class ForwardingFileSystem : public FileSystem {
     std::string ProgramFolder() override { return real_->ProgramFolder(); }
     std::optional<std::string> DrivePath(Path path) override { return real_->DrivePath(path); }
     std::optional<std::string> SystemPath(Path path) override { return real_->SystemPath(path); }
-    std::optional<std::string> SpelledPath(Path path) override { return real_->SpelledPath(path); }
     bool IsSameFile(Path one, Path other) override { return real_->IsSameFile(one, other); }
     std::unique_ptr<LargeFileAccess> MakeLargeFile() override { return real_->MakeLargeFile(); }
 

@@ -196,11 +196,6 @@ std::optional<std::string> LinuxFileSystem::DrivePath(std::string_view systemPat
     return paths_->DrivePath(systemPath);
 }
 
-std::optional<std::string> LinuxFileSystem::SpelledPath(std::string_view path) {
-    const ResolvedPath resolved = paths_->Resolve(path);
-    return resolved.state == PathState::Exists ? DrivePath(resolved.path) : std::nullopt;
-}
-
 std::unique_ptr<LargeFileAccess> LinuxFileSystem::MakeLargeFile() {
     return std::make_unique<LinuxLargeFile>(paths_);
 }

@@ -36,7 +36,6 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::string ProgramFolder() override;
     [[nodiscard]] std::optional<std::string> DrivePath(std::string_view systemPath) override;
     [[nodiscard]] std::optional<std::string> SystemPath(std::string_view path) override;
-    [[nodiscard]] std::optional<std::string> SpelledPath(std::string_view path) override;
     [[nodiscard]] bool IsSameFile(std::string_view one, std::string_view other) override;
     [[nodiscard]] std::unique_ptr<LargeFileAccess> MakeLargeFile() override;
 
