@@ -31,8 +31,8 @@ class FileDialogs {
                                                               std::string_view start) = 0;
 
     /// Likewise for a file to be written, which need not exist. The dialog itself asks before it
-    /// gives the path of one that does. The name comes as it was typed, without an ending of the
-    /// filter's.
+    /// gives the path of one that does. A name that was typed without any ending gets that of the
+    /// filter.
     [[nodiscard]] virtual std::optional<std::string> SaveFile(QWidget* owner,
                                                               std::string_view title,
                                                               FileFilter filter,

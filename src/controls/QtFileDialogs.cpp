@@ -46,6 +46,8 @@ std::optional<std::string> QtFileDialogs::SaveFile(QWidget* owner, std::string_v
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     SetFilter(dialog, filter);
+    // Else the question whether a file is to be replaced would be about a name without its ending.
+    dialog.setDefaultSuffix(QFileInfo(ToQt(filter.pattern)).suffix());
     return Pick(dialog, start);
 }
 

@@ -68,8 +68,8 @@ TEST_F(QtFileDialogsTest, GiveThePathInTheProgramsForm) {
     Next([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     EXPECT_EQ(Open(), std::nullopt);
     Type("deep/new");
-    EXPECT_EQ(Save(), folder.Drive("deep\\new"));
-    EXPECT_FALSE(folder.Has("deep/new"));
+    EXPECT_EQ(Save(), folder.Drive("deep\\new.bat"));
+    EXPECT_FALSE(folder.Has("deep/new.bat"));
     EXPECT_TRUE(test.boxes->shown.empty());
     Type("back\\slash");
     EXPECT_EQ(Open(folder.Drive()), std::nullopt);
@@ -80,10 +80,13 @@ TEST_F(QtFileDialogsTest, GiveThePathInTheProgramsForm) {
 }
 
 TEST_F(QtFileDialogsTest, AskBeforeAFileIsReplaced) {
-    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-        Next([&](QFileDialog& dialog) {
+    folder.Write("deep/job.bat", "x");
+    for (const auto& [name, answer] : {std::pair("deep/job.bat", QMessageBox::No),
+                                       {"deep/job", QMessageBox::No},
+                                       {"deep/job", QMessageBox::Yes}}) {
+        Next([&, name = name, answer = answer](QFileDialog& dialog) {
             EXPECT_EQ(dialog.nameFilters().value(0), "Batch files (*.bat) (*.bat)");
-            dialog.selectFile(QString::fromStdString(folder.System("deep/Read me")));
+            dialog.selectFile(QString::fromStdString(folder.System(name)));
             QTimer::singleShot(0, [&] {
                 auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
                 ASSERT_NE(question, nullptr);
