@@ -35,7 +35,7 @@ struct JoinScript {
     std::vector<ScriptCommand> commands;  ///< at least the two that make and rename
     std::string moveFolder;    ///< folder of the file to be moved, as the script has it, with its
                                ///< backslash; empty where the script gives none
-    std::size_t moveLine = 0;  ///< number of that line
+    std::size_t moveLine = 0;  ///< number of that line; 0 where nothing is moved
 
     /// The first part that is copied.
     [[nodiscard]] const std::string& FirstPart() const;

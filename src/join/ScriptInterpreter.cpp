@@ -55,6 +55,9 @@ ScriptInterpreter::Checked ScriptInterpreter::Read(std::string_view script,
     fileSystem_.ChangeCurrentFolder(folder);
     Checked checked = Check(fileSystem_.ReadFile(script, LargestScript), script, destination);
     const auto* accepted = std::get_if<JoinScript>(&checked);
+    if (accepted != nullptr && !destination.empty() && accepted->moveLine == 0) {
+        return ScriptRefusal{0, "the script moves nothing to DESTINATION"};
+    }
     if (accepted != nullptr && MovesFromElsewhere(*accepted, folder)) {
         return ScriptRefusal{accepted->moveLine, "the file to be moved is in another folder"};
     }

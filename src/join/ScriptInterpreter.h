@@ -28,8 +28,9 @@ class ScriptInterpreter {
     explicit ScriptInterpreter(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
 
     /// Runs the script at a full path, with its folder as the current one. `destination` is the
-    /// one place elsewhere that it may name, a full path, or empty. The script (at most 16 MB) is
-    /// read and checked as a whole before its first command runs. Its text is decoded; where the
+    /// one place elsewhere that it may name, and to which it must move its file then; a full path,
+    /// or empty. The script (at most 16 MB) is read and checked as a whole before its first command
+    /// runs. Its text is decoded; where the
     /// parts are there only under the bytes as they stand, names of no valid UTF-8, those are the
     /// names. Raises file errors while it looks for the script and its folder.
     [[nodiscard]] ScriptOutcome Run(std::string_view script, std::string_view destination);

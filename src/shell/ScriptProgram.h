@@ -16,8 +16,8 @@ struct ProgramOutcome {
     std::string error;   ///< for standard error
 };
 
-/// The program `ZarnScript FILE [DESTINATION]`: runs the join script FILE. The script may move
-/// the finished file to the path DESTINATION and to no other place.
+/// The program `ZarnScript FILE [DESTINATION]`: runs the join script FILE. With a DESTINATION the
+/// script must be one that moves the finished file to that path; it may move it to no other place.
 ///
 /// Both are paths of the operating system, absolute or relative, or of the program. Exit status:
 /// 0 after a complete run, 1 if a command of the script failed, 2 if nothing was done because

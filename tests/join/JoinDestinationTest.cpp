@@ -47,6 +47,7 @@ TEST_F(JoinFixture, RefusesAnyOtherMove) {
     const std::string set = copies + naming;
     const std::vector<std::pair<std::string, std::string>> cases = {
         {set + MoveLines(source, target), ""},
+        {set, target},
         {set + MoveLines(source, target), other.Drive("movie.avi")},
         {set + MoveLines(source, target), target + "x"},
         {set + MoveLines(target, target), target},
