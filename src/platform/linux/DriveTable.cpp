@@ -87,6 +87,16 @@ bool LiesInOneOf(std::string_view path, std::initializer_list<std::string_view> 
                        [path](std::string_view folder) { return LiesIn(path, folder); });
 }
 
+// The digit 1 in a file. A device that has just been pulled out can no longer be asked.
+bool SaysYes(const std::string& path) {
+    try {
+        const FileDescriptor file = OpenFile(path, O_RDONLY);
+        return file.IsOpen() && ReadToEnd(file, 1) == "1";
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 // Devices that say so hold the digit 1 in a file of their own or, for a partition, of its disk.
 bool DeviceIsRemovable(const Mount& mount) {
     struct stat device = {};
@@ -99,13 +109,7 @@ bool DeviceIsRemovable(const Mount& mount) {
     }
     const std::string folder =
         "/sys/dev/block/" + std::to_string(major) + ":" + std::to_string(minor);
-    for (const char* name : {"/removable", "/../removable"}) {
-        const FileDescriptor file = OpenFile(folder + name, O_RDONLY);
-        if (file.IsOpen() && ReadToEnd(file, 1) == "1") {
-            return true;
-        }
-    }
-    return false;
+    return SaysYes(folder + "/removable") || SaysYes(folder + "/../removable");
 }
 
 bool IsOnDevice(const Mount& mount) {
