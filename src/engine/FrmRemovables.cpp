@@ -65,8 +65,7 @@ void FrmRemovables::CmdCancel_Click() {
 
 // A medium counts as empty by its free space alone.
 bool FrmRemovables::MediumIsUsable() {
-    const std::string freeBytes = shared_.Files().GetUnitFreeSpaceBytesAbsolute(partPath);
-    if (NumberFromText(freeBytes, shared_.Separators()) >= partSize) {
+    if (shared_.Files().FreeBytesAbsolute(partPath) >= partSize) {
         return true;
     }
     if (!shared_.Messages().Confirmation("Current media is not Empty,       \r"

@@ -56,7 +56,7 @@ bool SplitterEngine::Run::Execute() {
 void SplitterEngine::Run::ChooseMedia() {
     const double size = files_.FileSizeBytes(order_.source);
     const std::string unitType = files_.GetUnitType(order_.destination);
-    const double freeBytes = engine_.BytesOfText(files_.GetUnitFreeSpaceBytes(order_.destination));
+    const double freeBytes = files_.FreeBytes(order_.destination);
     spansMedia_ = size > freeBytes && Contains(unitType, "Removable");
     if (spansMedia_) {
         const bool floppy =

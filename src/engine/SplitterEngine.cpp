@@ -56,18 +56,18 @@ bool SplitterEngine::SplittFile(const std::string& source, const std::string& de
 }
 
 bool SplitterEngine::FunctionCheckSpaceOnUnit(std::int32_t bytes, std::string_view path) {
-    return IsNetworkPath(path) || FreeBytes(path) >= bytes;
+    return IsNetworkPath(path) || shared_.Files().FreeBytesAbsolute(path) >= bytes;
 }
 
 std::int32_t SplitterEngine::FunctionFreeSpaceOnUnit(std::int32_t bytes, std::string_view path) {
     if (IsNetworkPath(path)) {
         return NetworkFreeBytes;
     }
-    return ToInt32(std::min(FreeBytes(path), static_cast<double>(bytes)));
+    return ToInt32(std::min(shared_.Files().FreeBytesAbsolute(path), static_cast<double>(bytes)));
 }
 
 std::int32_t SplitterEngine::FunctionCheckSpaceRemovable(std::string_view path) {
-    return IsNetworkPath(path) ? 0 : ToInt32(FreeBytes(path));
+    return IsNetworkPath(path) ? 0 : ToInt32(shared_.Files().FreeBytesAbsolute(path));
 }
 
 void SplitterEngine::FlushOutput() {
@@ -86,15 +86,6 @@ void SplitterEngine::FlushFolderOf(std::string_view path) {
     if (shared_.Files().FolderExist(folder)) {
         shared_.Platform().fileSystem->FlushVolume(folder);
     }
-}
-
-double SplitterEngine::FreeBytes(std::string_view path) {
-    return BytesOfText(shared_.Files().GetUnitFreeSpaceBytesAbsolute(path));
-}
-
-// Empty for a path that names no unit.
-double SplitterEngine::BytesOfText(std::string_view text) {
-    return text.empty() ? 0 : NumberFromText(text, shared_.Separators());
 }
 
 void SplitterEngine::DeleteFilesMatrix() {

@@ -81,8 +81,6 @@ class SplitterEngine {
                                     std::int32_t level);
     void MoveArchive(const std::string& from);
     void FlushFolderOf(std::string_view path);
-    [[nodiscard]] double FreeBytes(std::string_view path);
-    [[nodiscard]] double BytesOfText(std::string_view text);
     void DeleteFilesMatrix();
     void RaiseRemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
                              double& partSize);

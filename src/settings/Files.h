@@ -158,10 +158,14 @@ class Files {
     /// "Disk Full".
     [[nodiscard]] std::string GetUnitFreeSpace(std::string_view path);
 
-    /// Free bytes less 2000 as decimal text, at least "0"; empty for a path under two characters.
-    [[nodiscard]] std::string GetUnitFreeSpaceBytes(std::string_view path);
+    /// Free bytes less 2000, at least 0; 0 for a path under two characters.
+    [[nodiscard]] double FreeBytes(std::string_view path);
 
-    /// Free bytes by the cluster product as decimal text; else as above.
+    /// Free bytes by the cluster product; else as above.
+    [[nodiscard]] double FreeBytesAbsolute(std::string_view path);
+
+    /// These as decimal text; empty for a path under two characters.
+    [[nodiscard]] std::string GetUnitFreeSpaceBytes(std::string_view path);
     [[nodiscard]] std::string GetUnitFreeSpaceBytesAbsolute(std::string_view path);
 
     /// Total bytes less 3000 as a text with its unit, or "N/A".

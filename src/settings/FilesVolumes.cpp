@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -103,21 +104,26 @@ std::string Files::GetUnitFreeSpace(std::string_view path) {
     return IsSilent(space) ? "Media not Ready" : "Disk Full";
 }
 
-std::string Files::GetUnitFreeSpaceBytes(std::string_view path) {
+double Files::FreeBytes(std::string_view path) {
     if (IsTooShort(path)) {
-        return {};
+        return 0;
     }
     const DiskFreeSpaceEx space = volumes_.GetDiskFreeSpaceEx(RootOf(path));
-    const double bytes = static_cast<double>(space.totalFree) - CountMargin;
-    return bytes > 0 ? NumberText(bytes, separators_) : "0";
+    return std::max(0.0, static_cast<double>(space.totalFree) - CountMargin);
+}
+
+double Files::FreeBytesAbsolute(std::string_view path) {
+    return IsTooShort(path)
+               ? 0
+               : std::max(0.0, ClusterProduct(volumes_.GetDiskFreeSpace(RootOf(path))));
+}
+
+std::string Files::GetUnitFreeSpaceBytes(std::string_view path) {
+    return IsTooShort(path) ? std::string() : NumberText(FreeBytes(path), separators_);
 }
 
 std::string Files::GetUnitFreeSpaceBytesAbsolute(std::string_view path) {
-    if (IsTooShort(path)) {
-        return {};
-    }
-    const double bytes = ClusterProduct(volumes_.GetDiskFreeSpace(RootOf(path)));
-    return bytes > 0 ? NumberText(bytes, separators_) : "0";
+    return IsTooShort(path) ? std::string() : NumberText(FreeBytesAbsolute(path), separators_);
 }
 
 std::string Files::GetUnitCapacity(std::string_view path) {

@@ -131,8 +131,7 @@ bool SplitPage::CheckFileAgainstDestination(std::string_view source, std::string
     }
     Files& files = shared_.Files();
     const double unit = ui_->OptGB->isChecked() ? BytesInGigabyte : BytesInMegabyte;
-    const double free =
-        RoundHalfEven(NumberPrefix(files.GetUnitFreeSpaceBytes(destination)) / unit, 2);
+    const double free = RoundHalfEven(files.FreeBytes(destination) / unit, 2);
     const double size = RoundHalfEven(files.FileSizeBytes(source) / unit, 2);
     const bool isRemovable = Contains(files.GetUnitType(destination), "Removable");
     const bool isNotReady = MediaIsNotReady();

@@ -50,6 +50,9 @@ TEST_F(FilesTest, ClusterProductAndCapacity) {
     volume.spaceEx = {1, 25 * Giga / 2 + 3000, 2500 * Giga + 3000};
     EXPECT_EQ(files.GetUnitCapacity(R"(D:\)"), "12,5 GB");
     EXPECT_EQ(files.GetUnitFreeSpace(R"(D:\)"), "2.500,00 GB");
+    volume.spaceEx.totalFree = 1230000000002000;
+    EXPECT_EQ(files.GetUnitFreeSpaceBytes(R"(D:\)"), "1,23E+15");
+    EXPECT_EQ(files.FreeBytes(R"(D:\)"), 1.23E+15);
 }
 
 TEST_F(FilesTest, RootsOfPathsWithoutADrive) {
