@@ -18,8 +18,6 @@ const char* ErrorText(ErrorNumber number) noexcept {
             return "Bad file name or number";
         case ErrorNumber::FileNotFound:
             return "File not found";
-        case ErrorNumber::BadFileMode:
-            return "Bad file mode";
         case ErrorNumber::DeviceIOError:
             return "Device I/O error";
         case ErrorNumber::FileAlreadyExists:

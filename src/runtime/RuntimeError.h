@@ -14,7 +14,6 @@ enum class ErrorNumber {
     ErrorLoadingLibrary = 48,
     BadFileNameOrNumber = 52,
     FileNotFound = 53,
-    BadFileMode = 54,
     DeviceIOError = 57,
     FileAlreadyExists = 58,
     DiskFull = 61,
