@@ -4,10 +4,9 @@
 
 namespace zarn {
 
-/// Icon of a box, by its number.
-enum class BoxIcon { Stop = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class BoxIcon { Stop, Question, Exclamation, Information };
 
-enum class BoxButtons { Ok = 0, YesNo = 4 };
+enum class BoxButtons { Ok, YesNo };
 
 enum class BoxAnswer { Ok, Yes, No };
 

@@ -8,8 +8,8 @@
 
 namespace zarn {
 
-/// Priority classes with the numbers by which the settings know them.
-enum class PriorityClass { Normal = 32, Idle = 64, High = 128, RealTime = 256 };
+/// Priority classes of a process.
+enum class PriorityClass { Normal, Idle, High, RealTime };
 
 /// A child process that was started here.
 using ProcessId = std::int32_t;

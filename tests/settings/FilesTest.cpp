@@ -1,4 +1,5 @@
 #include <limits>
+#include <map>
 
 #include "settings/FilesFixture.h"
 
@@ -172,14 +173,18 @@ TEST(MessagesTest, KindsOfBox) {
     boxes.answers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes, BoxAnswer::Ok};
     EXPECT_TRUE(messages.Confirmation("e") && !messages.Confirmation("e"));
     EXPECT_TRUE(messages.ExitSystem("f") && !messages.ExitSystem("f"));
+    const std::map<BoxIcon, std::string> icons = {{BoxIcon::Stop, "x"},
+                                                  {BoxIcon::Question, "?"},
+                                                  {BoxIcon::Exclamation, "!"},
+                                                  {BoxIcon::Information, "i"}};
     std::string all;
     for (const BoxMessage& box : boxes.shown) {
-        all += box.title + '|' + box.text + '|' +
-               std::to_string(static_cast<int>(box.icon) + static_cast<int>(box.buttons)) + '\n';
+        all += box.title + '|' + box.text + '|' + icons.at(box.icon) +
+               (box.buttons == BoxButtons::YesNo ? "|yes, no\n" : "|ok\n");
     }
     EXPECT_EQ(all,
-              "Information|a  |64\nError|b|48\nCritical Error|c|16\n|d|64\n"
-              "Confirmation|e|36\nConfirmation|e|36\n|f|36\n|f|36\n");
+              "Information|a  |i|ok\nError|b|!|ok\nCritical Error|c|x|ok\n|d|i|ok\n"
+              "Confirmation|e|?|yes, no\nConfirmation|e|?|yes, no\n|f|?|yes, no\n|f|?|yes, no\n");
 }
 
 }  // namespace
