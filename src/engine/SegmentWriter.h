@@ -16,8 +16,8 @@ struct SegmentHooks {
     /// The whole percent of bytes done has changed.
     std::function<void(std::int32_t percent)> percentChanged;
 
-    /// The smaller of the bytes that the medium still takes and `bytes`. Empty for a medium that
-    /// is known to hold all parts.
+    /// The smaller of the bytes that the medium still takes and `bytes`; 9999 on a network path,
+    /// whatever `bytes` is. Empty for a medium that is known to hold all parts.
     std::function<std::int32_t(std::int32_t bytes)> room;
 };
 

@@ -46,7 +46,9 @@ class PendingFile {
 /// current drive) or relative to the current directory. A name is looked up exactly first, then
 /// without regard to letter case; where several names differ in case alone and none matches
 /// exactly there is no such file. A new file or folder takes its name as given.
-/// Operations that raise throw `RuntimeError`.
+/// Operations that raise throw `RuntimeError`. They raise 52 for a path on no drive and 71 for one
+/// whose drive is not mounted as well, save that `FileSize` and `SetNormalAttributes` take both for
+/// a missing file, and `FindFile` finds nothing in the latter.
 class FileSystem {
   public:
     FileSystem() = default;
@@ -67,13 +69,12 @@ class FileSystem {
     /// Directory search with the normal-file mask: the name, without folder, of the first file
     /// that the path matches. `*` and `?` in the last item match as wildcards, without regard to
     /// case, unless a file of just that name exists; "*.*" matches every name. Folders, pipes,
-    /// devices, hidden and system files are not found, nor names that hold a backslash. Raises 52
-    /// for a path on no drive.
+    /// devices, hidden and system files are not found, nor names that hold a backslash. Raises 52.
     [[nodiscard]] virtual std::optional<std::string> FindFile(std::string_view path) = 0;
 
     /// The names of the files and folders in a folder, in ascending order of their bytes, without
     /// `.`, `..`, hidden and system ones, and names that hold a backslash. Raises 76 if there is no
-    /// such folder, 70 if it may not be read, 52 for a path on no drive.
+    /// such folder, 70 if it may not be read.
     [[nodiscard]] virtual std::vector<std::string> ListFolder(std::string_view folder) = 0;
 
     /// The attributes of a file or folder; nothing if there is none.
@@ -101,7 +102,8 @@ class FileSystem {
     /// Raises 76 if the folder does not exist.
     virtual void ChangeCurrentFolder(std::string_view path) = 0;
 
-    /// The current directory in the program's form, with a backslash at its end.
+    /// The current directory in the program's form, with a backslash at its end. Raises 76 if it is
+    /// gone, 52 where it has no such form (see `DrivePath`).
     [[nodiscard]] virtual std::string CurrentFolder() = 0;
 
     /// All bytes of a file that is known to be small. Raises like `LargeFileAccess`, and 61 if
@@ -123,9 +125,11 @@ class FileSystem {
 
     /// A folder of the user's own for temporary files, with a backslash at its end: `$TMPDIR`,
     /// else a folder with owner-only rights in `$XDG_CACHE_HOME`, made when asked for.
+    /// Raises 70 where that folder is somebody else's, 76 where it cannot be made, 52 as above.
     [[nodiscard]] virtual std::string TemporaryFolder() = 0;
 
-    /// The folder of the running program, with a backslash at its end.
+    /// The folder of the running program, with a backslash at its end. Raises 53 where the system
+    /// does not say, 52 as above.
     [[nodiscard]] virtual std::string ProgramFolder() = 0;
 
     /// The program's form of an absolute path of the operating system: the drive of the longest

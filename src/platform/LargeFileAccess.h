@@ -10,8 +10,9 @@ namespace zarn {
 
 /// One open file of any size, read or written from its start to its end.
 ///
-/// Every failure is raised as a `RuntimeError` (53 not found, 61 disk full, 57 device, 70 or 75
-/// permission, 76 folder missing); end of file is no failure. An object closes its file when it
+/// Every failure is raised as a `RuntimeError` (52 no such drive, 53 not found, 57 device, 61 disk
+/// full, 67 too many files, 68 device not there, 70 or 75 permission, 71 drive not mounted, 76
+/// folder missing); end of file is no failure. An object closes its file when it
 /// is destroyed; opening another file closes the one before.
 class LargeFileAccess {
   public:

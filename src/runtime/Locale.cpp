@@ -59,7 +59,7 @@ std::string Utf8Separator(const std::string& separator) {
     return separator == "\xA0" ? "\xC2\xA0" : "";
 }
 
-/// The separator inside a conversion that stands for several Numbers; empty for any other.
+/// The separator inside a conversion that stands for several numbers; empty for any other.
 std::string SeparatorOfConversion(char conversion) {
     switch (conversion) {
         case 'D':
@@ -80,7 +80,7 @@ bool IsSeparator(std::string_view literal) {
            std::ranges::all_of(literal, [](unsigned char byte) { return byte < 0x80; });
 }
 
-/// The characters between the first two neighbouring Numbers of a `strftime` format; empty if
+/// The characters between the first two neighbouring numbers of a `strftime` format; empty if
 /// no separator stands there. Names of days and the marker of the half day are passed over.
 std::string SeparatorOfFormat(std::string_view format) {
     constexpr std::string_view Numbers = "deHIklmMSyY";

@@ -39,9 +39,9 @@ class BatchGenerator {
     [[nodiscard]] static std::string FunctionFileBat(std::string_view firstPart,
                                                      std::string_view destinationBase);
 
-    /// Writes the script beside its final name, for the caller to commit. `crc` is kept and not
-    /// written: the script has no place for it. Raises file errors, and subscript out of range
-    /// where no part was added.
+    /// Writes the script beside its final name, for the caller to commit. `crc` is not looked
+    /// at: the script has no place for it. Raises file errors, and subscript out of range where no
+    /// part was added or `firstPart` has no "_Part".
     [[nodiscard]] std::unique_ptr<PendingFile> PrepareBat(std::string_view firstPart,
                                                           std::string_view destinationBase,
                                                           std::string_view crc);

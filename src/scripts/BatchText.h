@@ -7,7 +7,7 @@
 
 namespace zarn {
 
-// What the two texts of `BatchGenerator` have in common.
+// What the texts have in common that go with the parts of a file.
 
 inline constexpr std::string_view PartMark = "_Part";
 inline constexpr std::string_view WebAddress = "https://zarnfilesplitter.test";

@@ -155,7 +155,7 @@ class Files {
     [[nodiscard]] std::string GetUnitType(std::string_view path);
 
     /// Free space less 3000 bytes as a text with its unit, or "N/A", "Media not Ready",
-    /// "Disk Full".
+    /// "Disk Full"; empty for a path under two characters.
     [[nodiscard]] std::string GetUnitFreeSpace(std::string_view path);
 
     /// Free bytes less 2000, at least 0; 0 for a path under two characters.

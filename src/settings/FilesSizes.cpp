@@ -7,8 +7,6 @@
 
 namespace zarn {
 
-namespace {}  // namespace
-
 std::string Files::FileSizeText(std::string_view path) {
     constexpr double MostInBytes = 1000;
     constexpr double MostInKilobytes = 1'000'000;
