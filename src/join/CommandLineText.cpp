@@ -4,6 +4,7 @@
 
 #include "runtime/CodePage.h"
 #include "runtime/Numbers.h"
+#include "runtime/Product.h"
 #include "runtime/Text.h"
 #include "scripts/BatchText.h"
 

@@ -1,6 +1,7 @@
 #include "scripts/BatchGenerator.h"
 
 #include "runtime/CodePage.h"
+#include "runtime/Product.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/BatchText.h"

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "runtime/CodePage.h"
+#include "runtime/Product.h"
 #include "runtime/Text.h"
 #include "scripts/BatchGenerator.h"
 #include "scripts/BatchText.h"

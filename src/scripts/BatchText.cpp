@@ -5,7 +5,6 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "settings/Files.h"
-#include "settings/Parameters.h"
 
 namespace zarn {
 
@@ -16,10 +15,6 @@ std::string Digits(int value, std::size_t width) {
 }
 
 }  // namespace
-
-std::string ProductText() {
-    return std::string("Zarn File Splitter ").append(VersionText);
-}
 
 std::string Line(std::string text) {
     return text.append("\r\n");

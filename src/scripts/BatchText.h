@@ -10,10 +10,6 @@ namespace zarn {
 // What the texts have in common that go with the parts of a file.
 
 inline constexpr std::string_view PartMark = "_Part";
-inline constexpr std::string_view WebAddress = "https://zarnfilesplitter.test";
-
-/// Name and version of the program.
-[[nodiscard]] std::string ProductText();
 
 /// A text with the line end that Windows wants.
 [[nodiscard]] std::string Line(std::string text);

@@ -1,6 +1,7 @@
 #include "settings/Parameters.h"
 
 #include "runtime/Numbers.h"
+#include "runtime/Product.h"
 #include "settings/CryptPass.h"
 
 namespace zarn {

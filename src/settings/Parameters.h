@@ -12,9 +12,6 @@
 
 namespace zarn {
 
-/// The program's version text.
-inline constexpr std::string_view VersionText = "v3.85 Pro";
-
 /// Everything that survives between runs. Each setting is a pair of overloads; reading goes to
 /// the store every time, writing at once, and nothing is cached. Reading a setting that is absent
 /// or stored as empty text gives its default and writes that to the store.

@@ -1,6 +1,7 @@
 #include "shell/ScriptProgram.h"
 
 #include "join/ScriptInterpreter.h"
+#include "runtime/Product.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
@@ -9,7 +10,6 @@ namespace zarn {
 namespace {
 
 constexpr std::string_view Usage = "usage: ZarnScript FILE [DESTINATION]\n";
-constexpr std::string_view Version = "ZarnScript v3.85 Pro\n";
 constexpr int RefusedStatus = static_cast<int>(ScriptStatus::Refused);
 
 ProgramOutcome Failed(int status, std::string_view file, std::string_view message) {
@@ -27,7 +27,7 @@ ProgramOutcome ScriptProgram::Run(std::span<const std::string> arguments) {
         return {0, std::string(Usage), {}};
     }
     if (arguments.size() == 1 && arguments[0] == "--version") {
-        return {0, std::string(Version), {}};
+        return {0, "ZarnScript " + std::string(VersionText) + "\n", {}};
     }
     const std::string destination = arguments.size() == Most ? arguments[1] : std::string();
     try {

@@ -4,6 +4,8 @@
 #include <QIcon>
 #include <QRegularExpression>
 
+#include "controls/QtText.h"
+#include "runtime/Product.h"
 #include "ui_FrmAbout.h"
 
 namespace zarn {
@@ -20,6 +22,7 @@ QString Unfold(QString text) {
 
 FrmAbout::FrmAbout(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::FrmAbout>()) {
     ui_->setupUi(this);
+    ui_->lblVersion->setText(ToQt(VersionText));
     ui_->Picture->setPixmap(
         QIcon(":/icons/zarn-file-splitter.svg").pixmap(ui_->Picture->minimumSize()));
     QFile licence(":/LICENSE");

@@ -14,6 +14,7 @@
 #include "controls/Twips.h"
 #include "join/JoinPage.h"
 #include "monitor/FrmMonitor.h"
+#include "runtime/Product.h"
 #include "runtime/Text.h"
 #include "settings/PreferencesPage.h"
 #include "ui_FrmMain.h"
@@ -241,7 +242,7 @@ void FrmMain::SetStatusText(std::string_view text) {
 }
 
 void FrmMain::SetTitle() {
-    setWindowTitle("Zarn File Splitter v3.85 Pro");
+    setWindowTitle(ToQt(ProductText()));
 }
 
 void FrmMain::OpenSource(std::string_view path) {
