@@ -2,7 +2,7 @@
 
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
-#include "scripts/BatchText.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 
@@ -29,7 +29,7 @@ std::string FunctionPartNumber(double number, double total) {
 }
 
 std::string PartPath(std::string_view basePath, double number, double total) {
-    return std::string(basePath).append(PartMark).append(FunctionPartNumber(number, total));
+    return PartStem(basePath).append(FunctionPartNumber(number, total));
 }
 
 }  // namespace zarn

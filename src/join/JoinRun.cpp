@@ -8,15 +8,12 @@
 #include "runtime/CodePage.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
-#include "scripts/BatchText.h"
+#include "scripts/SetNames.h"
 #include "settings/Files.h"
 
 namespace zarn {
 
 namespace {
-
-constexpr std::string_view ScriptEnding = ".bat";
-constexpr std::string_view CopyEnding = "_TMP.bat";
 
 std::string Quoted(std::string_view path) {
     return '"' + std::string(path) + '"';
@@ -101,7 +98,7 @@ void JoinRun::RemoveResults() {
         return;
     }
     Files& files = shared_.Files();
-    files.FileDelete(folder_ + std::string(TemporaryName));
+    files.FileDelete(folder_ + std::string(JoinTemporary));
     files.FileDelete(job_.joinedFile);
     // Where the mark stands in a folder's name, or the script was renamed, this is another file.
     if (Files::FunctionPath(partsBase_) == folder_ &&
@@ -116,9 +113,9 @@ std::string PartsBase(std::string_view joinFile) {
 }
 
 std::string TempScript(std::string_view joinFile) {
-    std::string copy = Replace(joinFile, ScriptEnding, CopyEnding);
+    std::string copy = Replace(joinFile, ScriptEnding, ScriptCopyEnding);
     if (copy == joinFile) {
-        copy += CopyEnding;
+        copy += ScriptCopyEnding;
     }
     return copy;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 
@@ -33,9 +34,8 @@ const std::string& JoinScript::FirstPart() const {
 }
 
 bool IsGoodOriginal(std::string_view name, std::string_view scriptName) {
-    constexpr std::string_view ScriptCopy = "_TMP.bat";
-    return IsBareName(name) && !SameName(name, TemporaryName) && !SameName(name, scriptName) &&
-           !SameName(Right(name, ScriptCopy.size()), ScriptCopy);
+    return IsBareName(name) && !SameName(name, JoinTemporary) && !SameName(name, scriptName) &&
+           !SameName(Right(name, ScriptCopyEnding.size()), ScriptCopyEnding);
 }
 
 bool SameName(std::string_view one, std::string_view other) {
@@ -44,7 +44,7 @@ bool SameName(std::string_view one, std::string_view other) {
 
 bool IsPartOf(std::string_view name, std::string_view original) {
     const std::string_view head = name.substr(0, name.size() - PartDigits(name).size());
-    return SameName(head, std::string(original) + "_Part");
+    return SameName(head, PartStem(original));
 }
 
 std::string_view PartDigits(std::string_view name) {

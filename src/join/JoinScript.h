@@ -7,9 +7,6 @@
 
 namespace zarn {
 
-/// The file that a join script builds before it gets its name.
-inline constexpr std::string_view TemporaryName = "Zarn.TMP";
-
 /// The most bytes of a script that is run: about 400,000 parts. More is no join script.
 inline constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 
@@ -11,7 +12,7 @@ namespace {
 
 bool IsTemporary(std::string_view operand) {
     const std::optional<std::string_view> name = OperandName(operand);
-    return name && SameName(*name, TemporaryName);
+    return name && SameName(*name, JoinTemporary);
 }
 
 // Takes the temporary file's name, as one word, off the front.
@@ -138,7 +139,7 @@ bool JoinScriptParser::AddDelete(std::string_view operands) {
         return AddCommand(ScriptAction::DeleteOriginal, Stage::Copying, Stage::Cleared,
                           Stage::Cleared);
     }
-    return SameName(*name, script_.original + "_Part*") &&
+    return SameName(*name, PartStem(script_.original) + "*") &&
            AddCommand(ScriptAction::DeleteParts, Stage::Renamed, Stage::Moved, stage_);
 }
 
@@ -181,7 +182,7 @@ bool JoinScriptParser::IsDestination(std::string_view name) const {
 }
 
 bool JoinScriptParser::IsKnownName(std::string_view name) const {
-    return SameName(name, TemporaryName) || SameName(name, script_.original) ||
+    return SameName(name, JoinTemporary) || SameName(name, script_.original) ||
            IsPartOf(name, script_.original) || IsDestination(name);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 #include "settings/Files.h"
 
 namespace zarn {
@@ -43,10 +44,10 @@ void JoinScriptRunner::Execute(const ScriptCommand& command) {
 
 // The old temporary file is removed, not emptied: it may be a link to something else.
 void JoinScriptRunner::MakeTemporary(const std::string& part) {
-    Delete(TemporaryName);
-    Doing("make", TemporaryName);
+    Delete(JoinTemporary);
+    Doing("make", JoinTemporary);
     std::unique_ptr<LargeFileAccess> file = fileSystem_.MakeLargeFile();
-    file->Create(TemporaryName);
+    file->Create(JoinTemporary);
     temporary_ = std::move(file);
     AppendPart(part);
 }
@@ -81,27 +82,27 @@ void JoinScriptRunner::DeleteOriginal() {
     if (Exists(script_.original)) {
         replacement.Flush();
         Delete(script_.original);
-        complete_ = TemporaryName;
+        complete_ = JoinTemporary;
     }
 }
 
 // The fixed name lets a second join in this folder put its own file in the place of this one.
 void JoinScriptRunner::RenameTemporary() {
-    Doing("rename", TemporaryName);
+    Doing("rename", JoinTemporary);
     if (complete_.empty() && WillDelete()) {
         Temporary().Flush();
     }
     Temporary().Close();
-    if (fileSystem_.FileSize(TemporaryName) != static_cast<double>(size_)) {
+    if (fileSystem_.FileSize(JoinTemporary) != static_cast<double>(size_)) {
         throw RuntimeError(ErrorNumber::DeviceIOError);
     }
-    fileSystem_.MoveFile(TemporaryName, script_.original);
+    fileSystem_.MoveFile(JoinTemporary, script_.original);
     temporary_.reset();
     complete_ = script_.original;
 }
 
 void JoinScriptRunner::DeleteParts() {
-    Doing("delete", script_.original + "_Part*");
+    Doing("delete", PartStem(script_.original) + "*");
     RequireBuilt();
     FlushNames();
     for (const std::string& file : SetFiles()) {
@@ -178,10 +179,10 @@ std::vector<std::string> JoinScriptRunner::SetFiles() const {
     std::vector<std::string> files = copied_;
     files.erase(std::unique(files.begin(), files.end()), files.end());
     const std::string zeros(PartDigits(files.front()).size(), '0');
-    for (const char* ending : {".bat", "_TMP.bat", ".sfv"}) {
-        files.push_back(script_.original + "_Part" + zeros + ending);
+    for (const std::string_view ending : {ScriptEnding, ScriptCopyEnding, ChecksumEnding}) {
+        files.push_back(PartStem(script_.original).append(zeros).append(ending));
     }
-    for (const std::string_view ending : {"_TMP.bat", ".bat"}) {
+    for (const std::string_view ending : {ScriptCopyEnding, ScriptEnding}) {
         const std::string_view script = scriptName_;
         if (SameName(Right(script, ending.size()), ending) &&
             IsPartOf(script.substr(0, script.size() - ending.size()), script_.original)) {
@@ -252,7 +253,7 @@ std::string JoinScriptRunner::Failure(const RuntimeError& error) {
         message += bare ? fileSystem_.CurrentFolder() + complete_ : complete_;
     } else if (temporary_) {
         temporary_.reset();
-        fileSystem_.DeleteFile(TemporaryName);
+        fileSystem_.DeleteFile(JoinTemporary);
     }
     return message;
 }

@@ -5,13 +5,13 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/BatchText.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 
 namespace {
 
 constexpr std::size_t TitleWidth = 107;
-constexpr std::size_t RuleWidth = 73;
 
 std::string Quoted(std::string_view text) {
     return '"' + std::string(text) + '"';
@@ -40,7 +40,7 @@ void BatchGenerator::FilesADD(std::string_view fileName) {
 
 std::string BatchGenerator::FunctionFileBat(std::string_view firstPart,
                                             std::string_view destinationBase) {
-    return PathBesideParts(firstPart, destinationBase, ".bat");
+    return PathBesideParts(firstPart, destinationBase, ScriptEnding);
 }
 
 std::unique_ptr<PendingFile> BatchGenerator::PrepareBat(std::string_view firstPart,
@@ -63,8 +63,9 @@ std::string BatchGenerator::HeadLines() {
                                 ClockText(now, separators.time, ClockDetail::Minutes);
     return Line("@Echo off") + RuleLine() + TitleLine() + RuleLine() +
            Line("Rem |  Created ......: " + created) +
-           Line("Rem |  Parts Count ..: " + std::to_string(files_.size())) +
-           Line("Rem |  Original File : " + originalFile_) + RuleLine() + Line("Rem  ");
+           Line(std::string(CountMark).append(" ..: ").append(std::to_string(files_.size()))) +
+           Line(std::string(NameMark).append(" : ").append(originalFile_)) + RuleLine() +
+           Line("Rem  ");
 }
 
 std::string BatchGenerator::CopyLines() const {
@@ -72,20 +73,20 @@ std::string BatchGenerator::CopyLines() const {
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
     }
     // The first part starts the temporary file, every other one is added to its end.
-    std::string lines = Line("IF EXIST Zarn.TMP Del Zarn.TMP");
-    lines += Line("Copy " + files_.front() + " Zarn.TMP");
+    const std::string built(JoinTemporary);
+    std::string lines = Line("IF EXIST " + built + " Del " + built);
+    lines += Line("Copy " + files_.front() + " " + built);
     for (std::size_t index = 1; index < files_.size(); ++index) {
-        lines += Line("Copy /b Zarn.TMP + " + files_[index] + " Zarn.TMP");
+        lines += Line("Copy /b " + built + " + " + files_[index] + " " + built);
     }
     return lines;
 }
 
 std::string BatchGenerator::ClosingLines() {
     std::string lines = Line("IF EXIST " + originalFile_ + " Del " + originalFile_) +
-                        Line("Ren Zarn.TMP " + originalFile_);
+                        Line("Ren " + std::string(JoinTemporary) + " " + originalFile_);
     if (shared_.Parameters().DeleteSplitParts() == 1) {
-        std::string pattern = Replace(originalFile_, "\"", "");
-        lines += Line("Del " + Quoted(pattern.append(PartMark) + "*"));
+        lines += Line("Del " + Quoted(PartStem(Replace(originalFile_, "\"", "")) + "*"));
     }
     return lines + Line("Rem  ") + Line("Rem *===== End of Program =====* ");
 }

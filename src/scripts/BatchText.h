@@ -9,8 +9,6 @@ namespace zarn {
 
 // What the texts have in common that go with the parts of a file.
 
-inline constexpr std::string_view PartMark = "_Part";
-
 /// A text with the line end that Windows wants.
 [[nodiscard]] std::string Line(std::string text);
 

@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 #include "settings/Files.h"
 #include "support/ForwardingFileSystem.h"
 #include "support/ForwardingLargeFile.h"
@@ -330,7 +331,7 @@ void CheckRun(const Run& run, const std::vector<std::string>& originals) {
         return;
     }
     std::vector<std::string> made = originals;
-    made.emplace_back(TemporaryName);
+    made.emplace_back(JoinTemporary);
     CheckChanges(run.hereBefore, run.hereAfter, made, [&originals](const std::string& name) {
         return std::any_of(
             originals.begin(), originals.end(),
@@ -342,7 +343,7 @@ void CheckRun(const Run& run, const std::vector<std::string>& originals) {
         HasJoined(run.hereBefore, run.hereAfter) || HasJoined(run.thereBefore, run.thereAfter);
     const bool lost =
         std::any_of(run.hereBefore.begin(), run.hereBefore.end(), [&run](const auto& file) {
-            return !run.hereAfter.contains(file.first) && !SameName(file.first, TemporaryName);
+            return !run.hereAfter.contains(file.first) && !SameName(file.first, JoinTemporary);
         });
     Require(!lost || joined, "nothing goes before the joined file is there");
     Require(run.outcome.status == ScriptStatus::Failed || joined, "a complete run leaves its file");
