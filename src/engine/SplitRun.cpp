@@ -8,6 +8,7 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/BatchGenerator.h"
+#include "settings/Parameters.h"
 
 namespace zarn {
 
@@ -55,9 +56,8 @@ bool SplitterEngine::Run::Execute() {
 
 void SplitterEngine::Run::ChooseMedia() {
     const double size = files_.FileSizeBytes(order_.source);
-    const std::string unitType = files_.GetUnitType(order_.destination);
     const double freeBytes = files_.FreeBytes(order_.destination);
-    spansMedia_ = size > freeBytes && Contains(unitType, "Removable");
+    spansMedia_ = size > freeBytes && files_.IsRemovable(order_.destination);
     if (spansMedia_) {
         const bool floppy =
             order_.destination.starts_with('A') || order_.destination.starts_with('B');
@@ -86,7 +86,7 @@ void SplitterEngine::Run::OpenInput() {
 }
 
 void SplitterEngine::Run::PlanParts() {
-    if (order_.criterion == "Size") {
+    if (order_.criterion == SizeCriterion) {
         totalParts_ = RoundedUpQuotient(size_, order_.partSize);
     } else {
         totalParts_ = order_.count;

@@ -49,7 +49,7 @@ void Files::CreateFolderLocal(std::string_view folder) {
 void Files::CreateFolderNetwork(std::string_view folder) {
     constexpr std::size_t ItemsOfShare = 4;  // \\server\share cannot be created
     if (folder == R"(\\)" || Split(folder, "\\").size() == ItemsOfShare ||
-        GetUnitFreeSpace(folder) == "Media not Ready") {
+        GetUnitFreeSpace(folder) == MediaNotReady) {
         return;
     }
     TryCreateFolder(fileSystem_, folder);

@@ -12,6 +12,9 @@
 
 namespace zarn {
 
+/// What `GetUnitFreeSpace` says of a drive without a medium.
+inline constexpr std::string_view MediaNotReady = "Media not Ready";
+
 /// The one utility through which the program asks about files, folders and volumes. Every call
 /// asks the platform afresh; nothing is cached. Sizes are bytes, held as doubles that are exact
 /// up to 2 to the 53rd. Only `\` separates the items of a path.
@@ -154,7 +157,10 @@ class Files {
     /// path.
     [[nodiscard]] std::string GetUnitType(std::string_view path);
 
-    /// Free space less 3000 bytes as a text with its unit, or "N/A", "Media not Ready",
+    /// True for a unit whose type says so: the media in it can be changed.
+    [[nodiscard]] bool IsRemovable(std::string_view path);
+
+    /// Free space less 3000 bytes as a text with its unit, or "N/A", `MediaNotReady`,
     /// "Disk Full"; empty for a path under two characters.
     [[nodiscard]] std::string GetUnitFreeSpace(std::string_view path);
 

@@ -16,6 +16,8 @@ namespace {
 constexpr double TextMargin = 3000;
 constexpr double CountMargin = 2000;
 
+constexpr std::string_view Removable = "Removable";
+
 constexpr double MegabytesInGigabyte = BytesInGigabyte / BytesInMegabyte;
 
 bool IsDrivePath(std::string_view path) {
@@ -41,8 +43,8 @@ std::string_view RootOf(std::string_view path) {
 }
 
 std::string_view TypeText(DriveType type) {
-    constexpr std::array<std::string_view, 7> Texts = {
-        "*ERROR*", "LAN Folder", "Removable", "Fixed", "Remote", "CD-Rom", "RAMdisk"};
+    constexpr std::array<std::string_view, 7> Texts = {"*ERROR*", "LAN Folder", Removable, "Fixed",
+                                                       "Remote",  "CD-Rom",     "RAMdisk"};
     return Texts.at(static_cast<std::size_t>(type));
 }
 
@@ -86,6 +88,10 @@ std::string Files::GetUnitType(std::string_view path) {
     return text.append(name.empty() ? "N/A" : name);
 }
 
+bool Files::IsRemovable(std::string_view path) {
+    return Contains(GetUnitType(path), Removable);
+}
+
 std::string Files::GetUnitFreeSpace(std::string_view path) {
     if (IsTooShort(path)) {
         return {};
@@ -101,7 +107,7 @@ std::string Files::GetUnitFreeSpace(std::string_view path) {
     if (IsNetworkPath(path)) {
         return "N/A";
     }
-    return IsSilent(space) ? "Media not Ready" : "Disk Full";
+    return std::string(IsSilent(space) ? MediaNotReady : "Disk Full");
 }
 
 double Files::FreeBytes(std::string_view path) {

@@ -40,7 +40,7 @@ FolderState FolderAtStart(Files& files, std::string_view folder) {
         return FolderState::Exists;
     }
     const bool canBeMade = IsMissing(files, folder) && Files::CheckFolderNames(folder) &&
-                           files.GetUnitFreeSpace(folder) != "Media not Ready";
+                           files.GetUnitFreeSpace(folder) != MediaNotReady;
     return canBeMade ? FolderState::ToBeMade : FolderState::None;
 }
 

@@ -230,7 +230,7 @@ void Parameters::LastOpenFolderMergeFile(std::string_view value) {
 }
 
 std::string Parameters::SplitCriteria() {
-    return ReadText(Settings::SplitCriteria, "Size");
+    return ReadText(Settings::SplitCriteria, SizeCriterion);
 }
 
 void Parameters::SplitCriteria(std::string_view value) {

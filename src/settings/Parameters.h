@@ -12,6 +12,10 @@
 
 namespace zarn {
 
+/// What a source is cut by: the values of `SplitCriteria`, and of the criterion of a job.
+inline constexpr std::string_view SizeCriterion = "Size";
+inline constexpr std::string_view PartsCriterion = "Parts";
+
 /// Everything that survives between runs. Each setting is a pair of overloads; reading goes to
 /// the store every time, writing at once, and nothing is cached. Reading a setting that is absent
 /// or stored as empty text gives its default and writes that to the store.

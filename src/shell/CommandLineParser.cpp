@@ -9,6 +9,7 @@
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "settings/Parameters.h"
 
 namespace zarn {
 
@@ -64,7 +65,7 @@ std::optional<std::string> CheckDestination(std::string& folder, Files& files) {
         // Whether this worked shows when the first part is written.
         static_cast<void>(files.FoldersCreateAll(folder));
     }
-    if (Contains(files.GetUnitType(folder), "Removable")) {
+    if (files.IsRemovable(folder)) {
         return "Destination Folder must be a Fixed Unit ... ";
     }
     return std::nullopt;
@@ -107,10 +108,10 @@ void TakeValue(const CommandLineSwitch& given, CommandLineJob& job) {
     } else if (given.key == "D") {
         job.destination = Trim(given.value);
     } else if (given.key == "PS") {
-        job.criterion = "Size";
+        job.criterion = SizeCriterion;
         job.partSize = PartSizeOf(given.value);
     } else if (given.key == "PN") {
-        job.criterion = "Parts";
+        job.criterion = PartsCriterion;
         job.count = ToInt32(NumberPrefix(given.value));
     } else if (given.key == "CL") {
         job.level = ToInt32(NumberPrefix(given.value));

@@ -22,7 +22,7 @@ struct CommandLineJob {
     std::string source;
     std::string destination;  ///< ends in a backslash, or empty
     double partSize = 0;      ///< bytes, with their fraction
-    std::string criterion;    ///< "Size", "Parts" or empty
+    std::string criterion;    ///< `SizeCriterion`, `PartsCriterion` or empty
     std::int32_t count = 0;   ///< number of parts
     bool compress = false;
     std::int32_t level = 0;  ///< of the compression

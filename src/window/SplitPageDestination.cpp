@@ -50,7 +50,7 @@ void SplitPage::EmptyDrivePanel() {
 }
 
 bool SplitPage::MediaIsNotReady() const {
-    return ui_->txtFreeSpaceDest->text() == "Media not Ready";
+    return FromQt(ui_->txtFreeSpaceDest->text()) == MediaNotReady;
 }
 
 void SplitPage::ShowDestinationUnit(std::string_view path) {
@@ -133,7 +133,7 @@ bool SplitPage::CheckFileAgainstDestination(std::string_view source, std::string
     const double unit = ui_->OptGB->isChecked() ? BytesInGigabyte : BytesInMegabyte;
     const double free = RoundHalfEven(files.FreeBytes(destination) / unit, 2);
     const double size = RoundHalfEven(files.FileSizeBytes(source) / unit, 2);
-    const bool isRemovable = Contains(files.GetUnitType(destination), "Removable");
+    const bool isRemovable = files.IsRemovable(destination);
     const bool isNotReady = MediaIsNotReady();
     if (!isNotReady && (isRemovable || free >= size)) {
         return true;

@@ -75,7 +75,7 @@ void SplitPage::StoreMode() {
         return;
     }
     const bool bySize = ui_->OptSize->isChecked();
-    shared_.Parameters().SplitCriteria(bySize ? "Size" : "Parts");
+    shared_.Parameters().SplitCriteria(bySize ? SizeCriterion : PartsCriterion);
     ui_->OptMB->setEnabled(bySize);
     ui_->OptGB->setEnabled(bySize);
     ui_->CmbPartSize->setEnabled(bySize);

@@ -197,9 +197,9 @@ void SplitPage::ResetSplitForm() {
 
 void SplitPage::ResetMode() {
     const std::string criterion = shared_.Parameters().SplitCriteria();
-    if (criterion == "Size") {
+    if (criterion == SizeCriterion) {
         ui_->OptSize->setChecked(true);
-    } else if (criterion == "Parts") {
+    } else if (criterion == PartsCriterion) {
         ui_->OptParts->setChecked(true);
     }
     SelectUnit();
@@ -207,7 +207,7 @@ void SplitPage::ResetMode() {
     ui_->CmbPartSize->WriteText("");
     ui_->txtPartsNumber->clear();
     ui_->VScPartsNumber->Value(1);
-    sSplitCriteria_ = criterion == "Size" ? "Size" : "Parts";
+    sSplitCriteria_ = criterion == SizeCriterion ? SizeCriterion : PartsCriterion;
 }
 
 // The settings are read one by one: choosing a unit stores both.

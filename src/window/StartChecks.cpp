@@ -3,6 +3,7 @@
 #include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/Parameters.h"
 #include "window/PieceSizes.h"
 
 namespace zarn {
@@ -41,7 +42,7 @@ class SizeChecks {
 
     [[nodiscard]] StartDecision Run() {
         if (fields_.partSize == TypeCustomSize) {
-            return {Kind::EmptyPartSize, {}, "Size"};
+            return {Kind::EmptyPartSize, {}, SizeCriterion};
         }
         if (typed_ < LeastSize) {
             return Stop(BadSize);
@@ -62,9 +63,9 @@ class SizeChecks {
     }
 
   private:
-    [[nodiscard]] static StartDecision GoOn() { return {Kind::GoOn, {}, "Size"}; }
+    [[nodiscard]] static StartDecision GoOn() { return {Kind::GoOn, {}, SizeCriterion}; }
     [[nodiscard]] static StartDecision Stop(std::string_view message) {
-        return {Kind::Stop, message, "Size"};
+        return {Kind::Stop, message, SizeCriterion};
     }
 
     [[nodiscard]] StartDecision CheckMegabytes() {
@@ -94,9 +95,7 @@ class SizeChecks {
         return GoOn();
     }
 
-    [[nodiscard]] bool IsRemovable() {
-        return Contains(files_.GetUnitType(fields_.destination), "Removable");
-    }
+    [[nodiscard]] bool IsRemovable() { return files_.IsRemovable(fields_.destination); }
     [[nodiscard]] double Capacity(double unit) {
         return RoundHalfEven(files_.GetUnitCapacityBytes(fields_.destination) / unit, 2);
     }
@@ -144,7 +143,7 @@ StartDecision CheckStart(Files& files, const LocaleSeparators& separators,
         return {Kind::Stop, BadCount, {}};
     }
     if (!fields.bySize) {
-        return {Kind::GoOn, {}, "Parts"};
+        return {Kind::GoOn, {}, PartsCriterion};
     }
     return SizeChecks(files, separators, fields).Run();
 }

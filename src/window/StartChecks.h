@@ -28,7 +28,7 @@ struct StartDecision {
 
     Kind kind = Kind::GoOn;
     std::string_view message;    ///< the error to be shown; empty: none
-    std::string_view criterion;  ///< "Size" or "Parts"; empty: the checks ended before the method
+    std::string_view criterion;  ///< that of the job; empty: the checks ended before the method
     double pieceBytes = 0;       ///< bytes of a part; 0 by the number of parts
 };
 
