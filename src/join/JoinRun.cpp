@@ -15,10 +15,6 @@ namespace zarn {
 
 namespace {
 
-std::string Quoted(std::string_view path) {
-    return '"' + std::string(path) + '"';
-}
-
 // Two lines behind the script's last one. A file of bytes as they stand takes them as it is: to
 // decode it would change its names.
 std::string WithMoveLines(const std::string& script, const std::string& from,

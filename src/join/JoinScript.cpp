@@ -9,18 +9,11 @@ namespace zarn {
 
 namespace {
 
-bool IsControl(char byte) {
-    constexpr unsigned char DeleteCode = 0x7F;
-    const auto code = static_cast<unsigned char>(byte);
-    return code < ' ' || code == DeleteCode;
-}
-
 // A colon behind one character makes a drive of it; elsewhere it is part of the name.
 bool IsBareName(std::string_view name) {
     const bool namesDrive = name.size() > 1 && name[1] == ':';
     return !namesDrive && !Trim(name).empty() && name != "." && name != ".." &&
-           name.find_first_of("\\/*?") == std::string_view::npos &&
-           std::none_of(name.begin(), name.end(), IsControl);
+           name.find_first_of("\\/*?") == std::string_view::npos && !HasControls(name);
 }
 
 }  // namespace

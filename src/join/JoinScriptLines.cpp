@@ -143,11 +143,7 @@ std::string_view CutWord(std::string_view& text) {
 }
 
 std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(Blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+    return Trim(text, Blanks);
 }
 
 }  // namespace zarn

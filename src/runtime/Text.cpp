@@ -116,12 +116,20 @@ std::string UpperCase(std::string_view text) {
     return result;
 }
 
-std::string_view Trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
+std::string_view Trim(std::string_view text, std::string_view blanks) {
+    const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) {
         return {};
     }
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string Quoted(std::string_view text) {
+    return std::string("\"").append(text).append("\"");
+}
+
+bool HasControls(std::string_view text) {
+    return std::ranges::any_of(text, [](unsigned char code) { return code < 32 || code == 127; });
 }
 
 std::string PadLeft(std::string_view text, std::size_t width, char fill) {

@@ -24,8 +24,14 @@ namespace zarn {
 /// Upper case by Unicode's simple mapping, one character to one character, whatever the locale.
 [[nodiscard]] std::string UpperCase(std::string_view text);
 
-/// The text without the blanks (character 32 only) at both ends.
-[[nodiscard]] std::string_view Trim(std::string_view text);
+/// The text without the characters of `blanks` (ASCII) at both ends.
+[[nodiscard]] std::string_view Trim(std::string_view text, std::string_view blanks = " ");
+
+/// The text between two double quotes.
+[[nodiscard]] std::string Quoted(std::string_view text);
+
+/// True if one of the codes 0 to 31 or 127 is in the text.
+[[nodiscard]] bool HasControls(std::string_view text);
 
 /// Puts `fill` in front of the text until it has at least `width` characters.
 [[nodiscard]] std::string PadLeft(std::string_view text, std::size_t width, char fill);

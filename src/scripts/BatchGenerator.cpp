@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t TitleWidth = 107;
 
-std::string Quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
-}
-
 std::string RuleLine() {
     return Line("Rem " + std::string(RuleWidth, '='));
 }

@@ -7,6 +7,7 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "settings/Files.h"
+#include "settings/FolderRules.h"
 
 namespace zarn {
 
@@ -22,10 +23,6 @@ constexpr double MegabytesInGigabyte = BytesInGigabyte / BytesInMegabyte;
 
 bool IsDrivePath(std::string_view path) {
     return Mid(path, 2, 1) == ":";
-}
-
-bool IsTooShort(std::string_view path) {
-    return Length(Trim(path)) < 2;
 }
 
 /// `X:\` of a drive path. Of a network path it is the server with its backslash, without a share,

@@ -16,12 +16,16 @@ std::string FunctionParentFolder(std::string_view path) {
     return Files::FunctionPath(path);
 }
 
+bool IsTooShort(std::string_view text) {
+    return Length(Trim(text)) < 2;
+}
+
 bool IsMalformedFolder(std::string_view text) {
-    return Length(Trim(text)) > 1 && !IsNetworkPath(text) && Mid(text, 2, 2) != R"(:\)";
+    return !IsTooShort(text) && !IsNetworkPath(text) && Mid(text, 2, 2) != R"(:\)";
 }
 
 bool IsNoFolderPath(std::string_view text) {
-    return Length(Trim(text)) < 2 || IsMalformedFolder(text);
+    return IsTooShort(text) || IsMalformedFolder(text);
 }
 
 bool IsDisketteFolder(std::string_view path) {

@@ -10,6 +10,9 @@ namespace zarn {
 /// The folder of a path, with its final `\`; empty for a path without one.
 [[nodiscard]] std::string FunctionParentFolder(std::string_view path);
 
+/// True for a text of fewer than two characters, blanks at its ends apart, which is no full path.
+[[nodiscard]] bool IsTooShort(std::string_view text);
+
 /// True for a text that cannot become a folder's full path: of more than one character, and neither
 /// a network path nor one that has `:\` behind its first character. A single letter passes, since
 /// whoever types a drive begins with one.

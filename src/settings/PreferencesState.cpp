@@ -1,6 +1,7 @@
 #include "settings/PreferencesState.h"
 
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 
 namespace zarn {
 
@@ -8,10 +9,6 @@ namespace {
 
 bool IsBlank(std::string_view text) {
     return Trim(text).empty();
-}
-
-bool IsTooShort(std::string_view folder) {
-    return Length(Trim(folder)) < 2;
 }
 
 PasswordState JudgePasswords(const Preferences& page, std::string_view confirmation) {

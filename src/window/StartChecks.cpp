@@ -3,6 +3,7 @@
 #include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "settings/Parameters.h"
 #include "window/PieceSizes.h"
 
@@ -136,7 +137,7 @@ double PieceBytes(const StartFields& fields) {
 
 StartDecision CheckStart(Files& files, const LocaleSeparators& separators,
                          const StartFields& fields) {
-    if (Length(Trim(fields.destination)) < 2) {
+    if (IsTooShort(fields.destination)) {
         return {Kind::Stop, NoFolder, {}};
     }
     if (IsCountRefused(fields)) {

@@ -21,14 +21,6 @@ namespace {
 
 constexpr std::string_view Blanks = " \t\r";
 
-std::string_view TrimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(Blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
-}
-
 // The upper case of a drive letter, whatever the locale.
 std::optional<char> DriveLetter(char letter) {
     if (letter >= 'a' && letter <= 'z') {
@@ -60,15 +52,15 @@ std::string RealPath(const std::string& folder) {
 }
 
 std::optional<Drive> ParseDriveLine(std::string_view line) {
-    line = TrimBlanks(line);
+    line = Trim(line, Blanks);
     if (line.size() < 2 || line[1] != ':') {
         return std::nullopt;
     }
     const std::optional<char> letter = DriveLetter(line[0]);
-    const std::string_view rest = TrimBlanks(line.substr(2));
+    const std::string_view rest = Trim(line.substr(2), Blanks);
     const std::size_t wordEnd = std::min(rest.find_first_of(Blanks), rest.size());
     const std::optional<DriveType> type = TypeOfWord(rest.substr(0, wordEnd));
-    std::string_view folder = TrimBlanks(rest.substr(wordEnd));
+    std::string_view folder = Trim(rest.substr(wordEnd), Blanks);
     while (folder.ends_with('/')) {
         folder.remove_suffix(1);
     }

@@ -20,15 +20,6 @@ constexpr std::string_view OtherStart = "hex";
 /// Each level of a path is a key of its own that knows its whole path.
 constexpr std::size_t LongestPath = 255;
 
-bool IsControl(char byte) {
-    const auto code = static_cast<unsigned char>(byte);
-    return code < 32 || code == 127;
-}
-
-bool HasControls(std::string_view text) {
-    return std::ranges::any_of(text, IsControl);
-}
-
 bool TakePrefix(std::string_view& rest, std::string_view prefix) {
     if (!rest.starts_with(prefix)) {
         return false;
