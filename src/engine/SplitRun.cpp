@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engine/PartNames.h"
+#include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -15,7 +16,6 @@ namespace zarn {
 namespace {
 
 // What the parts on a floppy disk hold, whatever the medium in the drive has free.
-constexpr double FloppyPartSize = 1457275;
 
 double RoundedUpQuotient(double dividend, double divisor) {
     if (divisor == 0) {
@@ -61,7 +61,7 @@ void SplitterEngine::Run::ChooseMedia() {
     if (spansMedia_) {
         const bool floppy =
             order_.destination.starts_with('A') || order_.destination.starts_with('B');
-        order_.partSize = floppy ? FloppyPartSize : freeBytes;
+        order_.partSize = floppy ? BytesOfDiskettePart : freeBytes;
     }
 }
 

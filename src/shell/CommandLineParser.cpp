@@ -15,8 +15,7 @@ namespace zarn {
 
 namespace {
 
-constexpr double FloppyMegabytes = 1.44;  // what the disk is called; it holds a little less
-constexpr double FloppyBytes = 1457275;
+constexpr double DisketteMegabytes = 1.44;
 constexpr double LeastParts = 2;
 constexpr double MostParts = 999;
 constexpr double HighestLevel = 9;
@@ -85,7 +84,7 @@ double PartSizeOf(std::string_view value) {
         return BytesOf(NumberPrefix(Replace(value, "GB", "")), BytesInGigabyte);
     }
     const double number = NumberPrefix(Replace(value, "MB", ""));
-    return number == FloppyMegabytes ? FloppyBytes : BytesOf(number, BytesInMegabyte);
+    return number == DisketteMegabytes ? BytesOfDiskettePart : BytesOf(number, BytesInMegabyte);
 }
 
 void TakeFlag(const std::string& key, CommandLineJob& job) {

@@ -91,16 +91,9 @@ bool SaysYes(const std::string& path) {
 
 // Devices that say so hold the digit 1 in a file of their own or, for a partition, of its disk.
 bool DeviceIsRemovable(const Mount& mount) {
-    struct stat device = {};
-    unsigned major = mount.major;
-    unsigned minor = mount.minor;
-    // Some file systems carry a number of their own instead of their device's.
-    if (stat(mount.source.c_str(), &device) == 0 && S_ISBLK(device.st_mode)) {
-        major = gnu_dev_major(device.st_rdev);
-        minor = gnu_dev_minor(device.st_rdev);
-    }
-    const std::string folder =
-        "/sys/dev/block/" + std::to_string(major) + ":" + std::to_string(minor);
+    const dev_t device = DeviceOf(mount);
+    const std::string folder = "/sys/dev/block/" + std::to_string(gnu_dev_major(device)) + ":" +
+                               std::to_string(gnu_dev_minor(device));
     return SaysYes(folder + "/removable") || SaysYes(folder + "/../removable");
 }
 

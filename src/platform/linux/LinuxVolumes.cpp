@@ -35,10 +35,7 @@ std::string DecodeLabel(std::string_view text) {
 // The label of the device that a file system lies on; empty if there is none.
 std::string LabelOf(const Mount& mount) {
     struct stat status = {};
-    dev_t device = gnu_dev_makedev(mount.major, mount.minor);
-    if (stat(mount.source.c_str(), &status) == 0 && S_ISBLK(status.st_mode)) {
-        device = status.st_rdev;
-    }
+    const dev_t device = DeviceOf(mount);
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(LabelFolder), closedir);
     while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
         const std::string_view name = &entry->d_name[0];

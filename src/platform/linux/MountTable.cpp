@@ -2,13 +2,14 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
 #include <map>
 #include <optional>
-#include <span>
 
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -65,6 +66,12 @@ std::optional<Mount> ParseLine(std::string_view line) {
 }
 
 }  // namespace
+
+dev_t DeviceOf(const Mount& mount) {
+    struct stat status = {};
+    const bool isDevice = stat(mount.source.c_str(), &status) == 0 && S_ISBLK(status.st_mode);
+    return isDevice ? status.st_rdev : gnu_dev_makedev(mount.major, mount.minor);
+}
 
 std::vector<Mount> ParseMountInfo(std::string_view text) {
     std::map<std::string, Mount> byPoint;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,9 @@ struct Mount {
     unsigned major = 0;      ///< device number that its files carry
     unsigned minor = 0;
 };
+
+/// The number of the device that a file system lies on. Some carry a number of their own instead.
+[[nodiscard]] dev_t DeviceOf(const Mount& mount);
 
 /// Reads the text of `/proc/self/mountinfo` (proc(5)): a line is
 /// `id parent major:minor root point options [tag]... - type source options`, where a blank, tab,
