@@ -161,7 +161,7 @@ TEST_F(Paths, SeeChangesOfFolders) {
     EXPECT_EQ(at("FILE").path, Under("Deep/file"));
     EXPECT_EQ(at("OTHER").state, PathState::Missing);
     {
-        const FolderChange change(paths, Under("Deep/Other"));
+        const FolderChange change = paths.Changing(Under("Deep/Other"));
         folder.Write("disk/Deep/Other", "");
     }
     EXPECT_EQ(at("OTHER").path, Under("Deep/Other"));

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/linux/SystemPaths.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -88,6 +89,19 @@ std::optional<std::string> FolderIndex::Read(const std::string& folder, const st
     }
     std::sort(hashes_.begin(), hashes_.end());
     return matches == 1 ? std::optional(found) : std::nullopt;
+}
+
+FolderChange::FolderChange(FolderIndex& index, std::string_view systemPath)
+    : index_(index),
+      folder_(SystemFolderOf(systemPath)),
+      name_(SystemNameOf(systemPath)),
+      known_(index_.Knows(folder_)) {
+}
+
+FolderChange::~FolderChange() {
+    if (known_) {
+        index_.TakeOver(folder_, name_);
+    }
 }
 
 }  // namespace zarn

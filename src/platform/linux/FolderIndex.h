@@ -49,4 +49,21 @@ class FolderIndex {
     std::vector<std::uint64_t> hashes_;  ///< sorted; 8 bytes a name
 };
 
+/// Lies around one change that the process itself makes to the names in a folder, so that the
+/// folder need not be read again because of it.
+class FolderChange {
+  public:
+    /// `systemPath` is the name that is about to be made or removed.
+    FolderChange(FolderIndex& index, std::string_view systemPath);
+    FolderChange(const FolderChange&) = delete;
+    FolderChange& operator=(const FolderChange&) = delete;
+    ~FolderChange();
+
+  private:
+    FolderIndex& index_;
+    std::string folder_;
+    std::string name_;
+    bool known_;
+};
+
 }  // namespace zarn

@@ -15,6 +15,7 @@
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxLargeFile.h"
 #include "platform/linux/LinuxPendingFile.h"
+#include "platform/linux/SystemPaths.h"
 
 namespace zarn {
 
@@ -71,7 +72,7 @@ LinuxFileSystem::LinuxFileSystem(std::shared_ptr<PathResolver> paths, UserFolder
 void LinuxFileSystem::CreateFolder(std::string_view path) {
     constexpr mode_t EverybodyLessMask = 0777;
     const std::string target = paths_->SystemPath(path);
-    const FolderChange change(*paths_, target);
+    const FolderChange change = paths_->Changing(target);
     if (mkdir(target.c_str(), EverybodyLessMask) != 0) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
@@ -90,7 +91,7 @@ bool LinuxFileSystem::DeleteFile(std::string_view path) {
     if (resolved.state != PathState::Exists) {
         return false;
     }
-    const FolderChange change(*paths_, resolved.path);
+    const FolderChange change = paths_->Changing(resolved.path);
     return unlink(resolved.path.c_str()) == 0;
 }
 
@@ -106,7 +107,7 @@ void LinuxFileSystem::MoveFile(std::string_view from, std::string_view to) {
     if (sameFile) {
         target = JoinSystemPath(SystemFolderOf(target), paths_->Resolve(to).name);
     }
-    const FolderChange change(*paths_, target);
+    const FolderChange change = paths_->Changing(target);
     const int result =
         sameFile ? rename(source.c_str(), target.c_str()) : RenameWithoutReplacing(source, target);
     if (result != 0) {

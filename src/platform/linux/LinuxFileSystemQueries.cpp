@@ -16,6 +16,7 @@
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/LocalTime.h"
+#include "platform/linux/SystemPaths.h"
 #include "platform/linux/Wildcard.h"
 #include "runtime/Text.h"
 

@@ -81,7 +81,7 @@ void LinuxLargeFile::Open(std::string_view path) {
 void LinuxLargeFile::Create(std::string_view path) {
     Close();
     const std::string target = paths_->SystemPath(path);
-    const FolderChange change(*paths_, target);
+    const FolderChange change = paths_->Changing(target);
     file_ = OpenForWriting(target, O_CREAT | O_TRUNC, ErrorNumber::PathNotFound);
     kernelCopy_ = KernelCopyOn(file_.Number());
 }

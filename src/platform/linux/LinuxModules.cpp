@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/linux/PathResolver.h"
+#include "platform/linux/SystemPaths.h"
 
 namespace zarn {
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/linux/ErrnoError.h"
+#include "platform/linux/SystemPaths.h"
 
 namespace zarn {
 
@@ -84,7 +85,7 @@ void LinuxPendingFile::Commit() {
         RaiseErrno(EISDIR);
     }
     {
-        const FolderChange change(*paths_, target_);
+        const FolderChange change = paths_->Changing(target_);
         if (rename(temporary_.c_str(), target_.c_str()) != 0) {
             RaiseErrno(errno, ErrorNumber::PathNotFound);
         }

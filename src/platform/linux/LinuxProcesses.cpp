@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/SystemPaths.h"
 #include "runtime/RuntimeError.h"
 
 namespace zarn {

@@ -10,6 +10,8 @@
 #include <limits>
 #include <utility>
 
+#include "platform/linux/SystemPaths.h"
+
 namespace zarn {
 
 namespace {

@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "platform/linux/FileAttributes.h"
+#include "platform/linux/SystemPaths.h"
+#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -231,54 +233,13 @@ std::optional<std::string> PathResolver::WalkTo(const std::string& start,
         if (item.empty()) {
             continue;
         }
-        const std::optional<std::string> found = FindName(wayIndex_, folder, item);
+        const std::optional<std::string> found = FindName(parentIndex_, folder, item);
         if (!found) {
             return std::nullopt;
         }
         folder = *found;
     }
     return IsFolder(folder) ? std::optional(folder) : std::nullopt;
-}
-
-FolderChange::FolderChange(PathResolver& paths, std::string_view systemPath)
-    : index_(paths.Index()),
-      folder_(SystemFolderOf(systemPath)),
-      name_(SystemNameOf(systemPath)),
-      known_(index_.Knows(folder_)) {
-}
-
-FolderChange::~FolderChange() {
-    if (known_) {
-        index_.TakeOver(folder_, name_);
-    }
-}
-
-std::string SystemFolderOf(std::string_view systemPath) {
-    const std::size_t slash = systemPath.rfind('/');
-    return std::string(systemPath.substr(0, slash == 0 ? 1 : slash));
-}
-
-std::string_view SystemNameOf(std::string_view systemPath) {
-    return systemPath.substr(systemPath.rfind('/') + 1);
-}
-
-std::string ProgramFile() {
-    std::string program(PATH_MAX, '\0');
-    const ssize_t size = readlink("/proc/self/exe", program.data(), program.size());
-    if (size <= 0) {
-        throw RuntimeError(ErrorNumber::FileNotFound);
-    }
-    program.resize(static_cast<std::size_t>(size));
-    return program;
-}
-
-std::string JoinSystemPath(std::string_view folder, std::string_view name) {
-    std::string path(folder);
-    if (!path.ends_with('/')) {
-        path += '/';
-    }
-    path += name;
-    return path;
 }
 
 }  // namespace zarn

@@ -7,7 +7,6 @@
 
 #include "platform/linux/DriveTable.h"
 #include "platform/linux/FolderIndex.h"
-#include "runtime/RuntimeError.h"
 
 namespace zarn {
 
@@ -59,8 +58,10 @@ class PathResolver {
 
     [[nodiscard]] DriveTable& Drives() { return drives_; }
 
-    /// The names of the last folder that was searched; for `FolderChange`.
-    [[nodiscard]] FolderIndex& Index() { return index_; }
+    /// To lie around a change of the process's own: `systemPath` is about to be made or removed.
+    [[nodiscard]] FolderChange Changing(std::string_view systemPath) {
+        return FolderChange(index_, systemPath);
+    }
 
   private:
     struct Start;
@@ -75,37 +76,10 @@ class PathResolver {
 
     DriveTable drives_;
     FolderIndex index_;        ///< of the folders that hold the names asked for
-    FolderIndex wayIndex_;     ///< of the folders above those
+    FolderIndex parentIndex_;  ///< of the folders above those
     std::string askedFolder_;  ///< the last folder that was found, as it was asked for
     std::string foundFolder_;  ///< and as it was found
     std::chrono::steady_clock::time_point foundAt_;
 };
-
-/// Lies around one change that the process itself makes to the names in a folder, so that the
-/// folder need not be read again because of it.
-class FolderChange {
-  public:
-    /// `systemPath` is the name that is about to be made or removed.
-    FolderChange(PathResolver& paths, std::string_view systemPath);
-    FolderChange(const FolderChange&) = delete;
-    FolderChange& operator=(const FolderChange&) = delete;
-    ~FolderChange();
-
-  private:
-    FolderIndex& index_;
-    std::string folder_;
-    std::string name_;
-    bool known_;
-};
-
-/// Folder and name of an absolute system path; the folder of a name in "/" is "/".
-[[nodiscard]] std::string SystemFolderOf(std::string_view systemPath);
-[[nodiscard]] std::string_view SystemNameOf(std::string_view systemPath);
-
-/// The file of the running program. Raises 53 where the system does not say.
-[[nodiscard]] std::string ProgramFile();
-
-/// A name in a folder, both as system paths.
-[[nodiscard]] std::string JoinSystemPath(std::string_view folder, std::string_view name);
 
 }  // namespace zarn
