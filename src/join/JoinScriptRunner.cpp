@@ -4,7 +4,6 @@
 
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
-#include "settings/Files.h"
 
 namespace zarn {
 
@@ -161,7 +160,7 @@ void JoinScriptRunner::CopyToDestination(const std::string& beside) {
         fileSystem_.DeleteFile(beside);
         throw;
     }
-    fileSystem_.FlushVolume(Files::FunctionPath(destination_));
+    fileSystem_.FlushVolume(FunctionPath(destination_));
     complete_ = destination_;
     Delete(script_.original);
 }
@@ -232,7 +231,7 @@ bool JoinScriptRunner::Exists(std::string_view path) {
 }
 
 std::string JoinScriptRunner::FreeNameAtDestination() {
-    const std::string stem = Files::FunctionPath(destination_) + "Zarn-";
+    const std::string stem = FunctionPath(destination_) + "Zarn-";
     int number = 1;
     while (Exists(stem + std::to_string(number) + ".TMP")) {
         ++number;

@@ -8,7 +8,6 @@
 #include "join/JoinScriptRunner.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
-#include "settings/Files.h"
 
 namespace zarn {
 
@@ -51,7 +50,7 @@ std::vector<std::string> ScriptInterpreter::PartsOf(std::string_view script,
 
 ScriptInterpreter::Checked ScriptInterpreter::Read(std::string_view script,
                                                    std::string_view destination) {
-    const std::string folder = Files::FunctionPath(script);
+    const std::string folder = FunctionPath(script);
     fileSystem_.ChangeCurrentFolder(folder);
     Checked checked = Check(fileSystem_.ReadFile(script, LargestScript), script, destination);
     const auto* accepted = std::get_if<JoinScript>(&checked);

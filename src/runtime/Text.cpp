@@ -175,6 +175,10 @@ std::string_view FunctionLastPathItem(std::string_view path) {
     return path.substr(path.rfind('\\') + 1);
 }
 
+std::string FunctionPath(std::string_view path) {
+    return std::string(path.substr(0, path.rfind('\\') + 1));
+}
+
 DecodedCharacter DecodeCharacter(std::string_view text) {
     const Lead lead = ReadLead(static_cast<unsigned char>(text.front()));
     if (lead.bytes == 0 || lead.bytes > text.size()) {

@@ -53,6 +53,9 @@ namespace zarn {
 /// The text after the last backslash of a path; all of it if there is none.
 [[nodiscard]] std::string_view FunctionLastPathItem(std::string_view path);
 
+/// The folder of a path with its final backslash; empty if there is none.
+[[nodiscard]] std::string FunctionPath(std::string_view path);
+
 /// Decodes the UTF-8 character at the start of a text that is not empty and says how many bytes
 /// it takes. A byte that is no part of valid UTF-8 (RFC 3629) gives `valid` false and one byte.
 struct DecodedCharacter {

@@ -5,7 +5,6 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
-#include "settings/Files.h"
 
 namespace zarn {
 
@@ -42,7 +41,7 @@ std::string PathBesideParts(std::string_view firstPart, std::string_view destina
     if (pieces.size() < 2) {
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
     }
-    std::string path = Files::FunctionPath(destinationBase).append(PartStem(pieces[0]));
+    std::string path = FunctionPath(destinationBase).append(PartStem(pieces[0]));
     return path.append(Replace(pieces[1], "1", "0")).append(ending);
 }
 

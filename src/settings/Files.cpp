@@ -126,9 +126,4 @@ std::string Files::ValidateFolderNames(std::string& folder) {
     return folder;
 }
 
-std::string Files::FunctionPath(std::string_view path) {
-    const std::size_t last = path.rfind('\\');
-    return last == std::string_view::npos ? std::string() : std::string(path.substr(0, last + 1));
-}
-
 }  // namespace zarn

@@ -7,6 +7,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Volumes.h"
 #include "runtime/Locale.h"
+#include "runtime/Text.h"
 #include "settings/Messages.h"
 #include "settings/PieceSizeFields.h"
 
@@ -148,8 +149,10 @@ class Files {
     /// Trims the variable and appends `\` unless it ends in one; returns the new text.
     static std::string ValidateFolderNames(std::string& folder);
 
-    /// The folder of a file with its final `\`; empty if the path has no `\`.
-    [[nodiscard]] static std::string FunctionPath(std::string_view path);
+    /// `zarn::FunctionPath`.
+    [[nodiscard]] static std::string FunctionPath(std::string_view path) {
+        return zarn::FunctionPath(path);
+    }
 
     // Volumes
 
