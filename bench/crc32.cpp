@@ -8,6 +8,7 @@
 
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/PathResolver.h"
+#include "platform/linux/SystemPaths.h"
 #include "runtime/RuntimeError.h"
 #include "scripts/FileChecksum.h"
 
