@@ -3,6 +3,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QTimerEvent>
+#include <algorithm>
 #include <array>
 #include <cmath>
 

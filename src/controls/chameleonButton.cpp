@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 

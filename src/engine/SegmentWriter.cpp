@@ -1,7 +1,6 @@
 #include "engine/SegmentWriter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 

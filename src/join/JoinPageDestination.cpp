@@ -1,4 +1,5 @@
 #include <QScopedValueRollback>
+#include <optional>
 
 #include "controls/Colours.h"
 #include "controls/QtText.h"

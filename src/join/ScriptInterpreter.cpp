@@ -1,6 +1,5 @@
 #include "join/ScriptInterpreter.h"
 
-#include <cstddef>
 #include <optional>
 #include <utility>
 

@@ -1,6 +1,5 @@
 #include "settings/Files.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "runtime/Numbers.h"

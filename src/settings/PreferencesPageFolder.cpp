@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "controls/Colours.h"
 #include "controls/QtText.h"
 #include "settings/PreferencesPage.h"

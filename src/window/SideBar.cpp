@@ -1,7 +1,6 @@
 #include "window/SideBar.h"
 
 #include <algorithm>
-#include <array>
 
 #include "controls/QtText.h"
 #include "window/BarButtons.h"

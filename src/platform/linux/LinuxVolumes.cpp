@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <memory>
 #include <utility>
 
 #include "platform/linux/SystemPaths.h"

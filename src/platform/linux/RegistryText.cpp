@@ -1,7 +1,6 @@
 #include "platform/linux/RegistryText.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstdint>
 
