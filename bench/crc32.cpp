@@ -24,10 +24,10 @@ std::string DrivePath(const std::string& file, zarn::FileSystem& fileSystem) {
 
 int Run(std::span<const std::string> files) {
     const zarn::Platform platform = zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment());
-    zarn::FileChecksum checksum(*platform.fileSystem);
     int status = 0;
     for (const std::string& file : files) {
-        const std::string text = checksum.CalcCRC32(DrivePath(file, *platform.fileSystem));
+        zarn::FileSystem& fileSystem = *platform.fileSystem;
+        const std::string text = zarn::CalcCRC32(fileSystem, DrivePath(file, fileSystem));
         status = text.ends_with(" ERROR ") ? 1 : status;
         std::puts(text.c_str());
     }

@@ -127,7 +127,7 @@ SfvEntry FrmProgress::DescribePart(const SplitterEngine& engine, std::int32_t in
 }
 
 std::string FrmProgress::CalcCRC32(const std::string& fileName) {
-    return FileChecksum(*shared_.Platform().fileSystem).CalcCRC32(fileName);
+    return zarn::CalcCRC32(*shared_.Platform().fileSystem, fileName);
 }
 
 // The source goes however the job ended, but never before what replaces it is on the medium.

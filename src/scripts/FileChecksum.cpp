@@ -19,8 +19,8 @@ std::string FormatCRCHex(double& value) {
     return text.empty() ? "0" : text;
 }
 
-std::string FileChecksum::CalcCRC32(const std::string& fileName) {
-    clsCRC32 engine(fileSystem_);
+std::string CalcCRC32(FileSystem& fileSystem, const std::string& fileName) {
+    clsCRC32 engine(fileSystem);
     double crc = 0;
     std::int16_t success = 0;
     engine.FileCRC(fileName, crc, success);

@@ -12,15 +12,6 @@ namespace zarn {
 
 /// The CRC text of a file for its line in a checksum file. Never raises: where the file cannot be
 /// read it is the error's number and " ERROR ".
-class FileChecksum {
-  public:
-    /// `fileSystem` must outlive this object.
-    explicit FileChecksum(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
-
-    [[nodiscard]] std::string CalcCRC32(const std::string& fileName);
-
-  private:
-    FileSystem& fileSystem_;
-};
+[[nodiscard]] std::string CalcCRC32(FileSystem& fileSystem, const std::string& fileName);
 
 }  // namespace zarn

@@ -98,9 +98,6 @@ class Parameters {
     [[nodiscard]] std::int16_t Fd() const { return fd_; }
     void Fd(std::int16_t value);
 
-    /// What the last call of the platform gave. Failures are not reported elsewhere.
-    [[nodiscard]] RegistryStatus LastStatus() const { return store_.LastStatus(); }
-
   private:
     /// Where a setting lies in the store.
     struct Setting {
