@@ -90,14 +90,25 @@ bool JoinScriptParser::Add(const ScriptStatement& statement) {
         return false;
     }
     const std::size_t before = script_.commands.size();
-    const bool added = statement.verb == ScriptVerb::Copy     ? AddCopy(statement.operands)
-                       : statement.verb == ScriptVerb::Delete ? AddDelete(statement.operands)
-                       : statement.verb == ScriptVerb::Rename ? AddRename()
-                                                              : AddMove(statement);
+    const bool added = AddByVerb(statement);
     if (script_.commands.size() > before) {
         script_.commands.back().condition = statement.condition;
     }
     return added;
+}
+
+bool JoinScriptParser::AddByVerb(const ScriptStatement& statement) {
+    switch (statement.verb) {
+        case ScriptVerb::Copy:
+            return AddCopy(statement.operands);
+        case ScriptVerb::Delete:
+            return AddDelete(statement.operands);
+        case ScriptVerb::Rename:
+            return AddRename();
+        case ScriptVerb::Move:
+            return AddMove(statement);
+    }
+    return false;
 }
 
 bool JoinScriptParser::AddCopy(std::string_view operands) {

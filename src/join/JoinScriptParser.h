@@ -42,6 +42,7 @@ class JoinScriptParser {
     [[nodiscard]] std::optional<ScriptRefusal> FindOriginal(
         std::span<const ScriptStatement> statements);
     [[nodiscard]] bool Add(const ScriptStatement& statement);
+    [[nodiscard]] bool AddByVerb(const ScriptStatement& statement);
     [[nodiscard]] bool AddCopy(std::string_view operands);
     [[nodiscard]] bool AddDelete(std::string_view operands);
     [[nodiscard]] bool AddRename();
