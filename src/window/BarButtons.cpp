@@ -115,18 +115,21 @@ QSize BarItem::sizeHint() const {
 
 void BarItem::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (isDown() || underMouse()) {
+    const bool isHovered = isEnabled() && underMouse();
+    if (isDown() || isHovered) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(QColor::fromRgba(isDown() ? Pressed : Hovered));
         painter.drawRoundedRect(rect(), 3, 3);
         painter.setRenderHint(QPainter::Antialiasing, false);
     }
-    icon().paint(&painter, BarMargin / 2, (height() - IconSize) / 2, IconSize, IconSize);
+    icon().paint(&painter, BarMargin / 2, (height() - IconSize) / 2, IconSize, IconSize,
+                 Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     QFont shown = font();
-    shown.setUnderline(underMouse());
+    shown.setUnderline(isHovered);
     painter.setFont(shown);
-    DrawText(painter, rect().adjusted(TextLeft, 0, 0, 0), QColor(Ink));
+    DrawText(painter, rect().adjusted(TextLeft, 0, 0, 0),
+             isEnabled() ? QColor(Ink) : palette().color(QPalette::WindowText));
     DrawFocus(painter, QColor(Ink));
 }
 

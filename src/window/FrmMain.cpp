@@ -110,8 +110,10 @@ void FrmMain::ConnectMenu() {
     connect(ui_->mnuExit, &QAction::triggered, this, &QWidget::close);
     connect(ui_->mnuViewSideMenu, &QAction::triggered, this, &FrmMain::mnuViewSideMenu_Click);
     connect(ui_->mnuHelpTutorials, &QAction::triggered, this, &FrmMain::ShowHelpContents);
-    connect(ui_->mnuZarnNews, &QAction::triggered, this, [this] { OpenPage(pages_.news); });
+    connect(ui_->mnuZarnNews, &QAction::triggered, this, [this] { pages_.open(pages_.news); });
     connect(ui_->mnuSupport, &QAction::triggered, this, &FrmMain::OpenSupportPage);
+    ui_->mnuZarnNews->setEnabled(!pages_.news.empty());
+    ui_->mnuSupport->setEnabled(!pages_.support.empty());
     connect(ui_->mnuAbout, &QAction::triggered, this, &FrmMain::ShowAbout);
     connect(ui_->mnuTips, &QAction::triggered, this, &FrmMain::ShowTips);
     connect(ui_->PicHelp, &QAbstractButton::clicked, this, &FrmMain::PicHelp_Click);
@@ -158,7 +160,8 @@ void FrmMain::BuildSideBar() {
     bar.AddControl(*monitor_);
     bar.AddBar("HELP", "Help and Support", OtherBars);
     bar.AddItem("CONTENTS", "Help && Tutorials", ":/icons/help.svg");
-    bar.AddItem("SUPPORT", "S&upport Center", ":/icons/support.svg");
+    bar.AddItem("SUPPORT", "S&upport Center", ":/icons/support.svg")
+        .setEnabled(!pages_.support.empty());
     bar.AddItem("ABOUT", "&About ...", ":/icons/about.svg");
     bar.AddItem("TIPS", "&Tips", "");
     bar.State("MAIN", 1);
@@ -311,13 +314,7 @@ void FrmMain::ShowHelpContents() {
 }
 
 void FrmMain::OpenSupportPage() {
-    OpenPage(pages_.support);
-}
-
-void FrmMain::OpenPage(const std::string& address) {
-    if (!address.empty()) {
-        pages_.open(address);
-    }
+    pages_.open(pages_.support);
 }
 
 void FrmMain::ShowAbout() {

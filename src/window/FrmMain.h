@@ -86,7 +86,6 @@ class FrmMain final : public QMainWindow, public PageFrame, private PreferencesF
     void ShowTips();
     void mnuViewSideMenu_Click();
     void PicHelp_Click();
-    void OpenPage(const std::string& address);
     void ShowHoverText(QPoint position);
 
     SharedObjects& shared_;

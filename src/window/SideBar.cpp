@@ -60,12 +60,13 @@ void SideBar::AddBar(std::string_view key, std::string_view title, BarColours co
     layout_.insertWidget(end + 1, &bar->body);
 }
 
-void SideBar::AddItem(std::string_view key, std::string_view caption, std::string_view icon) {
+QWidget& SideBar::AddItem(std::string_view key, std::string_view caption, std::string_view icon) {
     Bar& bar = *bars_.back();
     auto& item = bar.items.emplace_back(std::make_unique<BarItem>(&bar.body, key, caption, icon));
     bar.rows.addWidget(item.get());
     connect(item.get(), &QAbstractButton::clicked, this,
             [this, name = std::string(key)] { emit ItemClick(name); });
+    return *item;
 }
 
 void SideBar::AddControl(QWidget& control) {

@@ -33,13 +33,13 @@ class SideBar : public QScrollArea {
     void AddBar(std::string_view key, std::string_view title, BarColours colours);
 
     /// Adds an item to the last bar. "&" stands ahead of the caption's mnemonic, "&&" for a single
-    /// one; the icon may be empty. The item becomes the control "Item_" and the key.
-    void AddItem(std::string_view key, std::string_view caption, std::string_view icon);
+    /// one; the icon may be empty. Returns the item, which becomes the control "Item_" and the key.
+    QWidget& AddItem(std::string_view key, std::string_view caption, std::string_view icon);
 
     /// Adds an item to the last bar that hosts a control, whose owner the bar becomes.
     void AddControl(QWidget& control);
 
-    /// A bar is open in state 1 and closed in every other.
+    /// A bar, named by a key of `AddBar`, is open in state 1 and closed in every other.
     [[nodiscard]] int State(std::string_view barKey) const;
     void State(std::string_view barKey, int value);
 

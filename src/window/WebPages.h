@@ -5,8 +5,8 @@
 
 namespace zarn {
 
-/// The product's pages on the web. Whoever builds the window configures the addresses; an empty one
-/// opens nothing.
+/// The product's pages on the web. Whoever builds the window configures the addresses; what leads to
+/// an empty one is disabled.
 struct WebPages {
     std::string news;
     std::string support;

@@ -36,8 +36,7 @@ class FrmMainTest : public ::testing::Test {
         window_.reset();
         window_ = std::make_unique<FrmMain>(
             *shared, dialogs_,
-            WebPages{"https://news", "https://support",
-                     [this](const std::string& page) { opened += page + " "; }},
+            WebPages{news, support, [this](const std::string& page) { opened += page + " "; }},
             [] {});
         window_->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
@@ -88,6 +87,8 @@ class FrmMainTest : public ::testing::Test {
 
     std::optional<SharedObjects> shared;
     QuietProcesses* processes = nullptr;
+    std::string news = "https://news";
+    std::string support = "https://support";
     std::string opened;
 
   private:
@@ -218,6 +219,15 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
     EXPECT_FALSE(Help().isVisible());
     Click("Item_CONTENTS");
     EXPECT_TRUE(Help().isVisible() && IsShown("Panel2"));
+}
+
+TEST_F(FrmMainTest, DisablesWhatLeadsToAPageWithoutAnAddress) {
+    news.clear();
+    EXPECT_FALSE(Entry("mnuZarnNews").isEnabled());
+    EXPECT_TRUE(Entry("mnuSupport").isEnabled() && Find("Item_SUPPORT").isEnabled());
+    support.clear();
+    Open();
+    EXPECT_FALSE(Entry("mnuSupport").isEnabled() || Find("Item_SUPPORT").isEnabled());
 }
 
 TEST_F(FrmMainTest, AsksAboutUnsavedPreferencesInTheSideBarAlone) {
