@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "controls/Fields.h"
 #include "controls/QtText.h"
 
 namespace zarn {
@@ -148,7 +149,7 @@ void ComboField::hidePopup() {
 
 void ComboField::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) {
+    if (MovesWithinWindow(*event)) {
         emit GotFocus();
     }
 }

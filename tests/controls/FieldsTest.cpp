@@ -144,6 +144,8 @@ TEST_F(ComboFieldTest, TheWheelDoesNothingAndTheKeyboardTellsOfItsArrival) {
     EXPECT_EQ(State(), "650 1 F");
     field_.showPopup();
     field_.hidePopup();
+    QFocusEvent fromMenu(QEvent::FocusIn, Qt::MenuBarFocusReason);
+    QApplication::sendEvent(&field_, &fromMenu);
     EXPECT_EQ(State(), "650 1 ");
 }
 
