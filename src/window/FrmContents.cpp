@@ -58,7 +58,9 @@ void FrmContents::ShowContents() {
 }
 
 void FrmContents::ShowTopic(int row) {
-    ui_->Page->setSource(QUrl(Topics.at(static_cast<std::size_t>(row))));
+    if (row >= 0) {
+        ui_->Page->setSource(QUrl(Topics.at(static_cast<std::size_t>(row))));
+    }
 }
 
 void FrmContents::MarkTopic(const QUrl& page) {

@@ -26,7 +26,7 @@ class FrmContents : public QDialog {
     void ShowContents();
 
   private:
-    void ShowTopic(int row);
+    void ShowTopic(int row);  ///< none where no row is selected
     void MarkTopic(const QUrl& page);
 
     std::unique_ptr<Ui::FrmContents> ui_;

@@ -47,6 +47,8 @@ TEST(Help, EveryTopicHasItsPage) {
     EXPECT_EQ(topics.currentRow(), 4);
     help.ShowContents();
     EXPECT_EQ(topics.currentRow(), 0);
+    topics.setCurrentRow(-1);
+    EXPECT_EQ(page.documentTitle(), "Zarn File Splitter Help");
     Click(help, "CmdClose");
     EXPECT_FALSE(help.isVisible());
 }
