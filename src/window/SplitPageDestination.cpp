@@ -209,9 +209,7 @@ void SplitPage::ChkDestinationFolder_Click() {
     shared_.Parameters().DestinationFolderUseSource(on ? 1 : 0);
     ui_->CmdDestinationFolder->setEnabled(!on);
     if (!bUpdatingFields_) {
-        WriteDestination(shared_.Parameters().DestinationFolderUseSource() == 1
-                             ? FunctionParentFolder(Source())
-                             : shared_.Parameters().DestinationFolder());
+        ApplySourceFolderChoice();
     }
 }
 

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QLineEdit>
 
+#include "controls/Fields.h"
 #include "controls/QtText.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -138,9 +139,7 @@ void SplitPage::CmbPartSize_Click() {
 }
 
 void SplitPage::CmbPartSize_GotFocus() {
-    if (!Trim(ui_->CmbPartSize->Text()).empty()) {
-        ui_->CmbPartSize->lineEdit()->selectAll();
-    }
+    SelectFilledText(*ui_->CmbPartSize->lineEdit());
 }
 
 void SplitPage::txtPartsNumber_Change() {
