@@ -44,19 +44,17 @@ class PreferencesPage : public QWidget {
     /// Fills the compression tab from the store.
     void LoadCompressionSettings();
 
-    /// Compares the page with the store: colours, warnings, the two buttons and `IsDirty`. Lets
-    /// events run where they differ.
+    /// Compares the page with the store: colours, warnings, the two buttons, and whether there
+    /// is something for `LeavePage` to ask about. Lets events run where they differ.
     void RefreshPreferencesState();
-
-    /// Whether there are changes to ask about. A refused `CmdApply_Click` counts as an answer.
-    [[nodiscard]] bool IsDirty() const { return dirty_; }
 
     /// Stores the page, or says why not and stores nothing.
     void CmdApply_Click();
     void CmdUndo_Click();
 
-    /// Asks about changes that would be left behind, and applies or undoes them. Nothing keeps the
-    /// user here, a refused password neither.
+    /// Asks about changes that would be left behind, and applies or undoes them. A refused
+    /// `CmdApply_Click` counts as an answer. Nothing keeps the user here, a refused password
+    /// neither.
     void LeavePage();
 
   signals:
