@@ -9,9 +9,9 @@
 
 namespace zarn {
 
-/// The push button of all windows. `clicked` is its click; the space bar presses it and the arrow
-/// keys move the keyboard to the control before or after it. The properties that hold 16 bits take
-/// the nearest number that fits.
+/// The push button of all windows. `clicked` is its click; the space bar and Enter press it and
+/// the arrow keys move the keyboard to the control before or after it. The properties that hold 16
+/// bits take the nearest number that fits.
 class chameleonButton : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(int ButtonType READ ButtonType WRITE ButtonType)
