@@ -72,15 +72,15 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages,
       helpKey_(Qt::Key_F1, this) {
     ui_->setupUi(this);
     setWindowIcon(QIcon(":/icons/zarn-file-splitter.svg"));
-    panel1_ =
+    splitPage_ =
         std::make_unique<SplitPage>(shared_, defaultProgress_, dialogs, *this, ui_->centralwidget);
-    panel1_->setObjectName("Panel1");
-    panel2_ = std::make_unique<JoinPage>(shared_, dialogs, *panel1_, ui_->centralwidget);
-    panel2_->setObjectName("Panel2");
-    panel4_ = std::make_unique<PreferencesPage>(
+    splitPage_->setObjectName("Panel1");
+    joinPage_ = std::make_unique<JoinPage>(shared_, dialogs, *splitPage_, ui_->centralwidget);
+    joinPage_->setObjectName("Panel2");
+    preferencesPage_ = std::make_unique<PreferencesPage>(
         shared_, dialogs, static_cast<PreferencesFrame&>(*this), ui_->centralwidget);
-    panel4_->setObjectName("Panel4");
-    connect(panel4_.get(), &PreferencesPage::SecurityChanged, panel1_.get(),
+    preferencesPage_->setObjectName("Panel4");
+    connect(preferencesPage_.get(), &PreferencesPage::SecurityChanged, splitPage_.get(),
             &SplitPage::SecurityOption);
     monitor_ = std::make_unique<FrmMonitor>(shared_, ui_->centralwidget);
     if (!pages_.open) {
@@ -94,9 +94,9 @@ FrmMain::FrmMain(SharedObjects& shared, FileDialogs& dialogs, WebPages pages,
 // A job whose own window was closed may still run when this one closes; by now it has ended.
 FrmMain::~FrmMain() {
     monitor_.reset();
-    panel4_.reset();
-    panel2_.reset();
-    panel1_.reset();
+    preferencesPage_.reset();
+    joinPage_.reset();
+    splitPage_.reset();
     shared_.Drop();
 }
 
@@ -119,7 +119,7 @@ void FrmMain::ConnectMenu() {
     connect(ui_->PicHelp, &QAbstractButton::clicked, this, &FrmMain::PicHelp_Click);
     connect(&helpKey_, &QShortcut::activated, this, [this] { ShowPage("CONTENTS"); });
     connect(ui_->vbalExplorerBarCtl1, &SideBar::ItemClick, this, [this](const std::string& key) {
-        panel4_->LeavePage();
+        preferencesPage_->LeavePage();
         ShowPage(key);
     });
     qApp->installEventFilter(this);
@@ -127,7 +127,7 @@ void FrmMain::ConnectMenu() {
 
 void FrmMain::Form_Initialize() {
     Center_Form(*this);
-    panel1_->ResetSplitForm();
+    splitPage_->ResetSplitForm();
     ShowPage("SPLIT");
     BuildSideBar();
 }
@@ -135,11 +135,9 @@ void FrmMain::Form_Initialize() {
 void FrmMain::Form_Load() {
     contents_ = std::make_unique<FrmContents>(this);
     // A stored password goes into the jobs of this run whether or not its page is looked at.
-    panel4_->LoadCompressionSettings();
+    preferencesPage_->LoadCompressionSettings();
     SetTitle();
-    if (auto* source = panel1_->findChild<QWidget*>("txtSourceFile")) {
-        source->setFocus();
-    }
+    splitPage_->setFocus();
 }
 
 void FrmMain::Form_Activate() {
@@ -147,7 +145,7 @@ void FrmMain::Form_Activate() {
     processes.SetThreadPriority(2);
     processes.SetPriorityClass(PriorityClass::High);
     monitor_->Start();
-    panel1_->WindowActivated();
+    splitPage_->WindowActivated();
 }
 
 void FrmMain::BuildSideBar() {
@@ -173,7 +171,7 @@ void FrmMain::ShowPage(std::string_view key) {
     SetStatusText("Ready");
     if (const PageRow* page = FindPage(key)) {
         if (key == "SETTINGS") {
-            panel4_->TabStrip1_Click();
+            preferencesPage_->TabStrip1_Click();
         }
         ShowPanel(*page);
         ui_->PicHelp->setProperty("HelpContextID", page->helpContext);
@@ -206,11 +204,11 @@ void FrmMain::ShowPanel(const PageRow& page) {
 
 void FrmMain::ShowCompressionSettings() {
     ShowPage("SETTINGS");
-    panel4_->ShowSettingsTab("COMPRESSION");
+    preferencesPage_->ShowSettingsTab("COMPRESSION");
 }
 
 void FrmMain::ResetJoinPage() {
-    panel2_->JoinPageReset();
+    joinPage_->JoinPageReset();
 }
 
 void FrmMain::LoadPriority() {
@@ -222,15 +220,15 @@ void FrmMain::ShowCommandLineHelp() {
 }
 
 void FrmMain::UntickCompress() {
-    panel1_->UntickCompress();
+    splitPage_->UntickCompress();
 }
 
 void FrmMain::ShowDestinationUnit(std::string_view path) {
-    panel1_->ShowDestinationUnit(path);
+    splitPage_->ShowDestinationUnit(path);
 }
 
 void FrmMain::ReturnToPrompt() {
-    if (panel1_->TakeCompressionSetupPending()) {
+    if (splitPage_->TakeCompressionSetupPending()) {
         ShowPanel(FirstPage());
     }
 }
@@ -249,11 +247,11 @@ void FrmMain::SetTitle() {
 }
 
 void FrmMain::OpenSource(std::string_view path) {
-    panel1_->OpenSource(path);
+    splitPage_->OpenSource(path);
 }
 
 std::array<QWidget*, 3> FrmMain::Panels() const {
-    return {panel1_.get(), panel2_.get(), panel4_.get()};
+    return {splitPage_.get(), joinPage_.get(), preferencesPage_.get()};
 }
 
 void FrmMain::PlacePanels() {
@@ -299,7 +297,7 @@ void FrmMain::mnuViewSideMenu_Click() {
 void FrmMain::PicHelp_Click() {
     const auto* method = findChild<QWidget*>("Picture2");
     std::int32_t context = PreferencesHelpContext;
-    if (panel1_->isVisible()) {
+    if (splitPage_->isVisible()) {
         context = SplitHelpContext;
     } else if (method != nullptr && method->isVisible()) {
         context = JoinHelpContext;

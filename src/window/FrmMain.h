@@ -93,9 +93,9 @@ class FrmMain final : public QMainWindow, public PageFrame, private PreferencesF
     std::function<void()> commandLineHelp_;
     std::unique_ptr<Ui::FrmMain> ui_;
     SharedProgress defaultProgress_;  ///< never shown
-    std::unique_ptr<SplitPage> panel1_;
-    std::unique_ptr<JoinPage> panel2_;
-    std::unique_ptr<PreferencesPage> panel4_;
+    std::unique_ptr<SplitPage> splitPage_;
+    std::unique_ptr<JoinPage> joinPage_;
+    std::unique_ptr<PreferencesPage> preferencesPage_;
     std::unique_ptr<FrmMonitor> monitor_;
     std::unique_ptr<FrmContents> contents_;
     QShortcut helpKey_;
