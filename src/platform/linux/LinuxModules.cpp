@@ -10,10 +10,13 @@ namespace zarn {
 
 namespace {
 
+// A program is known here by the name that started it, which may be relative to a working directory
+// that was left since.
 std::string OwnFolder() {
     Dl_info here = {};
     const bool isKnown = dladdr(reinterpret_cast<void*>(&OwnFolder), &here) != 0;
-    return isKnown ? SystemFolderOf(here.dli_fname) : std::string();
+    const std::string file = isKnown ? here.dli_fname : "";
+    return SystemFolderOf(file.starts_with('/') ? file : ProgramFile());
 }
 
 }  // namespace
