@@ -295,13 +295,9 @@ void FrmMain::mnuViewSideMenu_Click() {
 }
 
 void FrmMain::PicHelp_Click() {
-    const auto* method = findChild<QWidget*>("Picture2");
-    std::int32_t context = PreferencesHelpContext;
-    if (splitPage_->isVisible()) {
-        context = SplitHelpContext;
-    } else if (method != nullptr && method->isVisible()) {
-        context = JoinHelpContext;
-    }
+    // Which number it is shows nowhere: the contents open in any case.
+    const std::int32_t context =
+        splitPage_->isVisible() ? SplitHelpContext : PreferencesHelpContext;
     ui_->HelpContainer->setProperty("WhatsThisHelpID", context);
     ui_->HelpContainer->setProperty("HelpContextID", context);
     ShowPage("CONTENTS");
