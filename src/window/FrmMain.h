@@ -74,8 +74,6 @@ class FrmMain final : public QMainWindow, public PageFrame, private PreferencesF
     void Form_Activate();
     void BuildSideBar();
     void ConnectMenu();
-    void LayOut();
-    void PlacePanels();
     void ShowPanel(const PageRow& page);
     [[nodiscard]] std::array<QWidget*, 3> Panels() const;
     void UntickCompress() override;
@@ -86,6 +84,10 @@ class FrmMain final : public QMainWindow, public PageFrame, private PreferencesF
     void ShowTips();
     void mnuViewSideMenu_Click();
     void PicHelp_Click();
+
+    // FrmMainLayout.cpp
+    void LayOut();
+    void PlacePanels();
     void ShowHoverText(QPoint position);
 
     SharedObjects& shared_;
