@@ -7,6 +7,7 @@
 #include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
 #include "window/PieceSizes.h"
+#include "window/SourceChecks.h"
 #include "window/SplitPage.h"
 
 namespace zarn {
@@ -103,18 +104,14 @@ void SplitPage::CmdSourceFile_Click() {
 }
 
 void SplitPage::txtSourceFile_Change() {
-    Files& files = shared_.Files();
     const std::string source = Source();
-    if (!files.CheckValidFile(Trim(source))) {
+    const SourceFault fault = TypedSourceFault(shared_.Files(), source);
+    if (fault == SourceFault::Folder || fault == SourceFault::TooSmall) {
         RejectSource();
         return;
     }
-    if (!Files::CheckLongFileName(source)) {
+    if (fault == SourceFault::LongName) {
         ResetSplitForm();
-        return;
-    }
-    if (!files.CheckFileSize(source)) {
-        RejectSource();
         return;
     }
     if (Trim(source).empty()) {
@@ -145,17 +142,21 @@ void SplitPage::txtSourceFile_OLEDragDrop(const std::vector<std::string>& paths)
             source);
     }
     SetTextColour(*ui_->txtSourceFile, Black);
-    if (!shared_.Files().CheckValidFile(Trim(source))) {
-        RejectSource();
-    } else if (!shared_.Files().CheckFileSize(source)) {
-        RejectSmallFile(source);
-    } else if (!Files::CheckLongFileName(source)) {
-        SetTextColour(*ui_->txtSourceFile, Red);
-        shared_.Platform().messageQueue->Run();
-        shared_.Messages().Error(LongNameMessage);
-        ResetSplitForm();
-    } else {
-        AcceptSource();
+    switch (DroppedSourceFault(shared_.Files(), source)) {
+        case SourceFault::None:
+            AcceptSource();
+            break;
+        case SourceFault::Folder:
+            RejectSource();
+            break;
+        case SourceFault::TooSmall:
+            RejectSmallFile(source);
+            break;
+        case SourceFault::LongName:
+            SetTextColour(*ui_->txtSourceFile, Red);
+            shared_.Platform().messageQueue->Run();
+            shared_.Messages().Error(LongNameMessage);
+            ResetSplitForm();
     }
 }
 
