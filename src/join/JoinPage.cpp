@@ -11,6 +11,7 @@
 #include "controls/QtText.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "settings/FrmLogError.h"
 #include "ui_JoinPage.h"
 
@@ -237,16 +238,9 @@ void JoinPage::ShowReport() {
 }
 
 void JoinPage::JoinButtonCheck() {
-    const std::string folder = Destination();
-    bool canJoin = ui_->txtJoinIntegrity->text() != Errors;
-    SetTextColour(*ui_->txtDestinationFolderJoin, Black);
-    if (Trim(JoinFile()).empty() || Trim(folder).empty()) {
-        canJoin = false;
-    } else if (!Files::CheckFolderNames(folder) || !shared_.Files().FolderExist(folder)) {
-        SetTextColour(*ui_->txtDestinationFolderJoin, Red);
-        canJoin = false;
-    }
-    ui_->CmdJoin->setEnabled(canJoin);
+    const JobPaths paths = JudgeJobPaths(shared_.Files(), JoinFile(), Destination());
+    SetTextColour(*ui_->txtDestinationFolderJoin, paths == JobPaths::NoFolder ? Red : Black);
+    ui_->CmdJoin->setEnabled(paths == JobPaths::Ready && ui_->txtJoinIntegrity->text() != Errors);
 }
 
 void JoinPage::ListView1_DblClick() {

@@ -48,4 +48,12 @@ FolderState FolderAtStart(Files& files, std::string_view folder) {
     return canBeMade ? FolderState::ToBeMade : FolderState::None;
 }
 
+JobPaths JudgeJobPaths(Files& files, std::string_view file, std::string_view folder) {
+    if (Trim(file).empty() || Trim(folder).empty()) {
+        return JobPaths::Unnamed;
+    }
+    const bool isFolder = Files::CheckFolderNames(folder) && files.FolderExist(folder);
+    return isFolder ? JobPaths::Ready : JobPaths::NoFolder;
+}
+
 }  // namespace zarn

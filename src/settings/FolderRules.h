@@ -35,4 +35,10 @@ enum class FolderState { Exists, ToBeMade, None };
 /// ready.
 [[nodiscard]] FolderState FolderAtStart(Files& files, std::string_view folder);
 
+/// What the fields of a file and of its destination have for a job: not both are filled in, the
+/// destination is no folder that is there, or all that it takes.
+enum class JobPaths { Unnamed, NoFolder, Ready };
+
+[[nodiscard]] JobPaths JudgeJobPaths(Files& files, std::string_view file, std::string_view folder);
+
 }  // namespace zarn
