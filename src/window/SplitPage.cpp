@@ -4,8 +4,8 @@
 
 #include "controls/Fields.h"
 #include "controls/QtText.h"
-#include "runtime/Numbers.h"
 #include "runtime/Text.h"
+#include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
 
 namespace zarn {
@@ -61,7 +61,8 @@ void SplitPage::RefreshStartButtons() {
     SetTextColour(*ui_->txtPartsNumber, Black);
     SetTextColour(*ui_->txtSourceFile, Black);
     SetTextColour(*ui_->CmbPartSize, WindowText);
-    if (!PathsMakeJob() || bUpdatingFields_ || PieceCoversSource()) {
+    if (!PathsMakeJob() || bUpdatingFields_ ||
+        PieceCoversSource(shared_.Files(), FieldsAtStart())) {
         return;
     }
     EnableStartButtons(true);
@@ -74,29 +75,15 @@ void SplitPage::EnableStartButtons(bool enable) {
 }
 
 bool SplitPage::PathsMakeJob() {
-    const std::string source(Trim(Source()));
-    const std::string destination = Destination();
-    if (source.empty() || Trim(destination).empty() || !shared_.Files().CheckValidFile(source)) {
+    const std::string source = Source();
+    if (!shared_.Files().CheckValidFile(Trim(source))) {
         return false;
     }
-    if (!Files::CheckFolderNames(destination) || !shared_.Files().FolderExist(destination)) {
+    const JobPaths paths = JudgeJobPaths(shared_.Files(), source, Destination());
+    if (paths == JobPaths::NoFolder) {
         SetTextColour(*ui_->txtDestinationFolder, Red);
-        return false;
     }
-    return true;
-}
-
-// Both tests hold in either mode: the unit keeps its selection while it is hidden.
-bool SplitPage::PieceCoversSource() {
-    const auto covers = [this](double size) {
-        constexpr int Places = 2;
-        return RoundHalfEven(size, Places) <=
-               RoundHalfEven(NumberPrefix(ui_->CmbPartSize->Text()), Places);
-    };
-    if (ui_->OptMB->isChecked() && covers(shared_.Files().FileSizeMBytes(Source()))) {
-        return true;
-    }
-    return ui_->OptGB->isChecked() && covers(shared_.Files().FileSizeGBytes(Source()));
+    return paths == JobPaths::Ready;
 }
 
 }  // namespace zarn

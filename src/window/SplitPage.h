@@ -82,7 +82,6 @@ class SplitPage : public QWidget, public DrivePanel, private PieceSizeFields {
     void FilterDestination(const QEvent& event);
     void EnableStartButtons(bool enable);
     [[nodiscard]] bool PathsMakeJob();
-    [[nodiscard]] bool PieceCoversSource();
 
     // The source: SplitPageSource.cpp
     void ConnectSourceFields();

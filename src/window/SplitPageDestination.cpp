@@ -2,7 +2,6 @@
 
 #include "controls/QtText.h"
 #include "runtime/ByteUnits.h"
-#include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "settings/FolderRules.h"
 #include "ui_SplitPage.h"
@@ -126,16 +125,10 @@ void SplitPage::ShowDestination(const std::string& folder) {
 }
 
 bool SplitPage::CheckFileAgainstDestination(std::string_view source, std::string_view destination) {
-    if (Trim(source).empty()) {
-        return true;
-    }
-    Files& files = shared_.Files();
     const double unit = ui_->OptGB->isChecked() ? BytesInGigabyte : BytesInMegabyte;
-    const double free = RoundHalfEven(files.FreeBytes(destination) / unit, 2);
-    const double size = RoundHalfEven(files.FileSizeBytes(source) / unit, 2);
-    const bool isRemovable = files.IsRemovable(destination);
     const bool isNotReady = MediaIsNotReady();
-    if (!isNotReady && (isRemovable || free >= size)) {
+    if (Trim(source).empty() ||
+        (!isNotReady && FitsDestination(shared_.Files(), source, destination, unit))) {
         return true;
     }
     SetTextColour(*ui_->txtDestinationFolder, Red);

@@ -135,6 +135,21 @@ double PieceBytes(const StartFields& fields) {
     return RoundHalfEven(NumberPrefix(CleanedPartSize(fields.partSize)) * unit, 0);
 }
 
+bool PieceCoversSource(Files& files, const StartFields& fields) {
+    const auto covers = [&fields](double size) {
+        return RoundHalfEven(size, 2) <= RoundHalfEven(NumberPrefix(fields.partSize), 2);
+    };
+    return (fields.inMegabytes && covers(files.FileSizeMBytes(fields.source))) ||
+           (fields.inGigabytes && covers(files.FileSizeGBytes(fields.source)));
+}
+
+bool FitsDestination(Files& files, std::string_view source, std::string_view destination,
+                     double bytesInUnit) {
+    return files.IsRemovable(destination) ||
+           RoundHalfEven(files.FreeBytes(destination) / bytesInUnit, 2) >=
+               RoundHalfEven(files.FileSizeBytes(source) / bytesInUnit, 2);
+}
+
 StartDecision CheckStart(Files& files, const LocaleSeparators& separators,
                          const StartFields& fields) {
     if (IsTooShort(fields.destination)) {

@@ -38,6 +38,16 @@ struct StartDecision {
 /// The bytes that the fields ask for in a part.
 [[nodiscard]] double PieceBytes(const StartFields& fields);
 
+/// Whether a piece of the typed size would take in the whole source, to two places of the chosen
+/// unit. It holds in either mode, since the unit stays selected while it is hidden. In gigabytes it
+/// asks `Files::FileSizeGBytes`, with all that it does to the window.
+[[nodiscard]] bool PieceCoversSource(Files& files, const StartFields& fields);
+
+/// Whether a source fits into the free space of its destination, to two places of a unit. Into a
+/// removable medium every source fits: it is changed when it is full.
+[[nodiscard]] bool FitsDestination(Files& files, std::string_view source,
+                                   std::string_view destination, double bytesInUnit);
+
 /// The checks of destination, count and piece size, in this order, which the first failure ends.
 /// In gigabytes they ask `Files::FileSizeGBytes`, with all that it does to the window.
 [[nodiscard]] StartDecision CheckStart(Files& files, const LocaleSeparators& separators,
