@@ -4,9 +4,9 @@
 #include "engine/FolderMedium.h"
 #include "engine/FrmProgress.h"
 #include "runtime/Text.h"
-#include "support/FormChecks.h"
-#include "support/JobDialogFixture.h"
 #include "support/WatchedFileSystem.h"
+#include "support/forms/FormChecks.h"
+#include "support/forms/JobDialogFixture.h"
 
 namespace zarn::testing {
 namespace {

@@ -6,8 +6,8 @@
 #include "engine/FrmRemovables.h"
 #include "platform/linux/LinuxVolumes.h"
 #include "runtime/Text.h"
-#include "support/FormChecks.h"
 #include "support/Soon.h"
+#include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
 namespace {

@@ -5,9 +5,9 @@
 
 #include "join/FrmCommandLine.h"
 #include "runtime/Text.h"
-#include "support/FormChecks.h"
 #include "support/TestPlatform.h"
 #include "support/forms/AnsweringDialogs.h"
+#include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
 namespace {

@@ -3,8 +3,8 @@
 #include "join/FrmProgressJoin.h"
 #include "join/JoinFixture.h"
 #include "platform/linux/LinuxProcesses.h"
-#include "support/FormChecks.h"
-#include "support/JobDialogFixture.h"
+#include "support/forms/FormChecks.h"
+#include "support/forms/JobDialogFixture.h"
 
 namespace zarn::testing {
 namespace {

@@ -6,7 +6,7 @@
 #include "controls/XP_ProgressBar.h"
 #include "monitor/FrmMonitor.h"
 #include "support/FakeFigures.h"
-#include "support/forms/Fitting.h"
+#include "support/forms/FormChecks.h"
 #include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {

@@ -3,8 +3,8 @@
 
 #include "controls/PanelText.h"
 #include "runtime/Text.h"
-#include "support/FormChecks.h"
 #include "support/Soon.h"
+#include "support/forms/FormChecks.h"
 #include "support/forms/PreferencesPageFixture.h"
 
 namespace zarn::testing {

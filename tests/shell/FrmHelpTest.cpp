@@ -5,7 +5,7 @@
 
 #include "shell/FrmHelp.h"
 #include "shell/HelpTexts.h"
-#include "support/forms/Fitting.h"
+#include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
 namespace {

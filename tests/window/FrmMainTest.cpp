@@ -11,7 +11,8 @@
 
 #include "controls/HSlider.h"
 #include "monitor/FrmMonitor.h"
-#include "support/forms/Fitting.h"
+#include "support/Soon.h"
+#include "support/forms/FormChecks.h"
 #include "support/forms/QuietProcesses.h"
 #include "support/forms/SplitPageFixture.h"
 #include "window/FrmContents.h"
@@ -70,15 +71,12 @@ class FrmMainTest : public ::testing::Test {
     /// The class of the window that a step shows and waits for.
     static std::string Modal(const std::function<void()>& step) {
         std::string shown;
-        QTimer look;
-        look.setSingleShot(true);
-        QObject::connect(&look, &QTimer::timeout, [&shown] {
+        const Soon look([&shown] {
             if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
                 shown = dialog->metaObject()->className();
                 dialog->reject();
             }
         });
-        look.start(0);
         step();
         return shown;
     }

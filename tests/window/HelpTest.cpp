@@ -8,7 +8,7 @@
 #include <QTextBrowser>
 #include <set>
 
-#include "support/forms/Fitting.h"
+#include "support/forms/FormChecks.h"
 #include "window/FrmAbout.h"
 #include "window/FrmContents.h"
 #include "window/frmTip.h"

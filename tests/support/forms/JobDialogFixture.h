@@ -21,6 +21,7 @@
 #include "support/ErrorOf.h"
 #include "support/Soon.h"
 #include "support/TestPlatform.h"
+#include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
 
@@ -100,17 +101,14 @@ class JobDialogFixture : public ::testing::Test {
     /// A line's text and colour; a line that is shown must have room for all of it.
     std::string TextOf(const char* name) {
         const auto& label = Find<QLabel>(name);
-        EXPECT_EQ(label.size().expandedTo(label.sizeHint()), label.size()) << FromQt(label.text());
+        EXPECT_TRUE(Fits(label)) << FromQt(label.text());
         return label.isHidden()
                    ? "-|"
                    : FromQt(label.text()) + "#" + std::to_string(TextColour(label)) + "|";
     }
     std::string ButtonText() {
-        constexpr int Border = 12;
-        const QString caption = Button().Caption();
-        EXPECT_LE(Button().fontMetrics().size(Qt::TextShowMnemonic, caption).width(),
-                  Button().width() - Border);
-        return FromQt(caption) + (Button().isEnabled() ? "" : " off");
+        EXPECT_TRUE(Fits(Button())) << FromQt(Button().Caption());
+        return FromQt(Button().Caption()) + (Button().isEnabled() ? "" : " off");
     }
     std::string Pointer() { return form->cursor().shape() == Qt::WaitCursor ? "wait" : ""; }
 
