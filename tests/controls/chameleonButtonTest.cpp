@@ -183,20 +183,6 @@ TEST(chameleonButton, PointerForms) {
     EXPECT_EQ(button.MousePointer(), -32768);
 }
 
-TEST(chameleonButton, FontPropertiesForwardToTheFont) {
-    chameleonButton button;
-    EXPECT_DOUBLE_EQ(button.FontSize(), 8.25);
-    for (const auto& [name, value] :
-         {std::pair("FontBold", QVariant(true)), std::pair("FontItalic", QVariant(true)),
-          std::pair("FontUnderline", QVariant(true)), std::pair("FontSize", QVariant(12.0)),
-          std::pair("FontName", QVariant("DejaVu Sans"))}) {
-        button.setProperty(name, value);
-        EXPECT_EQ(button.property(name), value) << name;
-    }
-    button.FontSize(0);
-    EXPECT_DOUBLE_EQ(button.Font().pointSizeF(), 12);
-}
-
 TEST(chameleonButton, OffersItselfAsAButtonLargeEnoughForItsText) {
     chameleonButton button;
     const QString text = "Start to split the file into many parts now";

@@ -209,6 +209,10 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
     EXPECT_EQ(Bar().State("MAIN") + Bar().State("SYS"), 2);
     EXPECT_FALSE(Find("Item_TIPS").visibleRegion().isEmpty());
 
+    Find("Bar_MAIN").setFocus();
+    ExpectTabOrder(Window(), {"Item_SPLIT", "Item_JOIN", "Item_SETTINGS", "Bar_SYS",
+                              "PriorityProcessor", "Bar_HELP", "Item_CONTENTS"});
+
     Click("Item_JOIN");
     EXPECT_EQ(Modal([this] { Click("Item_ABOUT"); }), "zarn::FrmAbout");
     EXPECT_EQ(Modal([this] { Click("Item_TIPS"); }), "zarn::frmTip");

@@ -73,16 +73,5 @@ TEST_F(SideBarTest, WhatHasNoRoomIsReachedByScrolling) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return bar.verticalScrollBar()->maximum() == 0; }));
 }
 
-TEST_F(SideBarTest, TheTabKeyGoesThroughTitlesAndItems) {
-    std::vector<std::string> passed;
-    Button("Bar_ONE").setFocus();
-    for (int step = 0; step < 4; ++step) {
-        passed.push_back(bar.focusWidget()->objectName().toStdString());
-        QTest::keyClick(bar.focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(passed,
-              (std::vector<std::string>{"Bar_ONE", "Item_FIRST", "Item_SECOND", "Bar_TWO"}));
-}
-
 }  // namespace
 }  // namespace zarn::testing

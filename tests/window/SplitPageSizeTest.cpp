@@ -1,6 +1,6 @@
-#include <set>
 #include <tuple>
 
+#include "support/forms/FormChecks.h"
 #include "support/forms/SplitPageFixture.h"
 
 namespace zarn::testing {
@@ -19,17 +19,7 @@ class SplitPageSize : public SplitPageFixture {
 };
 
 TEST_F(SplitPageSize, EveryControlHasANameAndAKeyOfItsOwn) {
-    std::set<QKeySequence> keys;
-    for (const QWidget* control : Page().findChildren<QWidget*>()) {
-        const QString name = control->objectName();
-        EXPECT_TRUE(name.isEmpty() || name.startsWith("qt_") ||
-                    !control->accessibleName().isEmpty())
-            << FromQt(name);
-        const auto* button = qobject_cast<const QAbstractButton*>(control);
-        const QString caption = button == nullptr ? "" : button->text();
-        const QKeySequence key = QKeySequence::mnemonic(caption);
-        EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << FromQt(name);
-    }
+    ExpectNamesAndKeys(Page());
 }
 
 TEST_F(SplitPageSize, TheTabKeyGoesThePagesWay) {
@@ -37,13 +27,10 @@ TEST_F(SplitPageSize, TheTabKeyGoesThePagesWay) {
     Button("ChkDestinationFolder").setChecked(false);
     Page().RefreshStartButtons();
     Field("txtSourceFile").setFocus();
-    for (const char* name :
-         {"txtSourceFile", "CmdSourceFile", "OptSize", "CmbPartSize", "OptMB", "ChkSFV",
-          "ChkCompress", "ChkDeleteSource", "ChkDeleteJoin", "txtDestinationFolder",
-          "CmdDestinationFolder", "ChkDestinationFolder"}) {
-        EXPECT_EQ(FromQt(Page().focusWidget()->objectName()), name);
-        QTest::keyClick(Page().focusWidget(), Qt::Key_Tab);
-    }
+    ExpectTabOrder(
+        Page(), {"CmdSourceFile", "OptSize", "CmbPartSize", "OptMB", "ChkSFV", "ChkCompress",
+                 "ChkDeleteSource", "ChkDeleteJoin", "txtDestinationFolder", "CmdDestinationFolder",
+                 "ChkDestinationFolder"});
 }
 
 TEST_F(SplitPageSize, AUnitIsStoredSuppliesACountAndMarksAMissingSource) {
