@@ -165,7 +165,8 @@ void SplitterEngine::Run::FinishPart(PartEnd end) {
     output_->Close();
     platform_.messageQueue->Run();
     const std::string& path = engine_.parts_.Path(engine_.parts_.UpperBound() - 1);
-    if (end == PartEnd::Complete && files_.FileSizeBytes(path) == 0) {
+    // A part that cannot be found again is no empty one: a script without it would lose its bytes.
+    if (end == PartEnd::Complete && platform_.fileSystem->FileSize(path) == 0) {
         files_.FileDelete(path);
         engine_.parts_.BlankLastName();
     }
