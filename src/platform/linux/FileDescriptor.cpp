@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <string_view>
 
 #include "platform/linux/ErrnoError.h"
 
@@ -36,6 +38,25 @@ FileDescriptor OpenFile(const std::string& systemPath, int flags, unsigned mode)
         number = open(systemPath.c_str(), flags | O_CLOEXEC, mode);
     } while (number < 0 && errno == EINTR);
     return FileDescriptor(number);
+}
+
+FileDescriptor MakeUniqueFile(std::string& path) {
+    constexpr std::string_view Places = "XXXXXX";
+    const std::size_t length = path.size();
+    int number = -1;
+    do {
+        path.replace(length, std::string::npos, Places);
+        number = mkostemp(path.data(), O_CLOEXEC);
+    } while (number < 0 && errno == EINTR);
+    return FileDescriptor(number);
+}
+
+bool FlushToMedium(const FileDescriptor& file) noexcept {
+    int result = -1;
+    do {
+        result = fsync(file.Number());
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
 }
 
 FileDescriptor OpenForReading(const std::string& systemPath) {

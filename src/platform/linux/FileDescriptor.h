@@ -34,6 +34,13 @@ class FileDescriptor {
 [[nodiscard]] FileDescriptor OpenFile(const std::string& systemPath, int flags,
                                       unsigned mode = 0) noexcept;
 
+/// Makes a file of the owner's alone, with a name that nobody has: `path` and six characters, which
+/// `path` gets. Repeated where a signal breaks in. Not open, with `errno` set, if it failed.
+[[nodiscard]] FileDescriptor MakeUniqueFile(std::string& path);
+
+/// fsync(2), repeated where a signal breaks in. False, with `errno` set, if it failed.
+[[nodiscard]] bool FlushToMedium(const FileDescriptor& file) noexcept;
+
 /// Opens a file of bytes for reading, or raises: 75 for what is none. A folder has no bytes, and a
 /// pipe or device in a file's place could block for ever.
 [[nodiscard]] FileDescriptor OpenForReading(const std::string& systemPath);

@@ -167,8 +167,12 @@ void LinuxFileSystem::FlushVolume(std::string_view folder) {
     if (!opened.IsOpen()) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
-    if (syncfs(opened.Number()) != 0) {
-        throw RuntimeError(ErrorNumber::DeviceIOError);
+    int result = -1;
+    do {
+        result = syncfs(opened.Number());
+    } while (result != 0 && errno == EINTR);
+    if (result != 0) {
+        RaiseErrno(errno);
     }
 }
 

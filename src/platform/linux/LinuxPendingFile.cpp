@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 #include "platform/linux/ErrnoError.h"
@@ -34,14 +33,6 @@ mode_t RightsFor(const std::string& target) {
     return NewFile & ~mask;
 }
 
-void FlushFile(const FileDescriptor& file) {
-    while (fsync(file.Number()) != 0) {
-        if (errno != EINTR) {
-            RaiseErrno(errno);
-        }
-    }
-}
-
 }  // namespace
 
 LinuxPendingFile::LinuxPendingFile(std::shared_ptr<PathResolver> paths,
@@ -51,8 +42,8 @@ LinuxPendingFile::LinuxPendingFile(std::shared_ptr<PathResolver> paths,
     if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
     }
-    std::string name = JoinSystemPath(SystemFolderOf(target_), ".zarn-XXXXXX");
-    file_ = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
+    std::string name = JoinSystemPath(SystemFolderOf(target_), ".zarn-");
+    file_ = MakeUniqueFile(name);
     if (!file_.IsOpen()) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
@@ -72,7 +63,9 @@ void LinuxPendingFile::Write(std::span<const std::byte> bytes) {
 }
 
 void LinuxPendingFile::Flush() {
-    FlushFile(file_);
+    if (!FlushToMedium(file_)) {
+        RaiseErrno(errno);
+    }
     flushed_ = true;
     if (temporary_.empty()) {
         FlushFolder();
@@ -99,7 +92,7 @@ void LinuxPendingFile::Commit() {
 void LinuxPendingFile::FlushFolder() const {
     const FileDescriptor folder = OpenFile(SystemFolderOf(target_), O_RDONLY | O_DIRECTORY);
     // Some file systems have nothing to flush for a folder and say so.
-    if (!folder.IsOpen() || (fsync(folder.Number()) != 0 && errno != EINVAL)) {
+    if (!folder.IsOpen() || (!FlushToMedium(folder) && errno != EINVAL)) {
         RaiseErrno(errno);
     }
 }

@@ -6,6 +6,7 @@
 #include <sys/sysmacros.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <limits>
 #include <memory>
@@ -52,8 +53,15 @@ std::string LabelOf(const Mount& mount) {
 
 // Nothing for a drive without a medium.
 std::optional<struct statvfs> FiguresOf(const std::optional<Drive>& drive) {
+    if (!drive || !drive->ready) {
+        return std::nullopt;
+    }
     struct statvfs figures = {};
-    if (!drive || !drive->ready || statvfs(drive->folder.c_str(), &figures) != 0) {
+    int result = -1;
+    do {
+        result = statvfs(drive->folder.c_str(), &figures);
+    } while (result != 0 && errno == EINTR);
+    if (result != 0) {
         return std::nullopt;
     }
     figures.f_frsize = figures.f_frsize == 0 ? figures.f_bsize : figures.f_frsize;
