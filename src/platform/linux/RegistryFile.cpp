@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <utility>
@@ -31,14 +30,25 @@ bool IsThere(const std::string& path) {
 
 bool FlushFolder(const std::string& folder) {
     const FileDescriptor file = OpenFile(folder, O_RDONLY | O_DIRECTORY);
-    return file.IsOpen() && fsync(file.Number()) == 0;
+    return file.IsOpen() && FlushToMedium(file);
+}
+
+// A file that came here by a copy may be open to others. Where it is not it is left alone: setting
+// its rights would make another state of the file, to be read anew.
+void CloseToOthers(const FileDescriptor& file) {
+    constexpr mode_t OwnerOnly = 0600;
+    constexpr mode_t Rights = 0777;
+    struct stat status = {};
+    if (fstat(file.Number(), &status) == 0 && (status.st_mode & Rights) != OwnerOnly) {
+        static_cast<void>(fchmod(file.Number(), OwnerOnly));
+    }
 }
 
 /// Takes the file over and closes it with everything on the medium.
 bool WriteAndFlush(FileDescriptor file, std::string_view text) {
     try {
         WriteAll(file, std::as_bytes(std::span(text)));
-        const bool flushed = fsync(file.Number()) == 0;
+        const bool flushed = FlushToMedium(file);
         file.Close();
         return flushed;
     } catch (const RuntimeError&) {
@@ -87,6 +97,10 @@ RegistryStatus RegistryFile::SetValue(RegistryHive /*hive*/, std::string_view ke
         return RegistryStatus::Success;
     }
     return Apply([&](RegistryKeys& keys) {
+        // It would be a default for what the store may well hold.
+        if (!isReadable_) {
+            return RegistryStatus::Failed;
+        }
         auto& entries = MakeRegistryKey(keys, key).entries;
         entries.try_emplace(UpperCase(name), RegistryEntry{std::string(name), {}, {}})
             .first->second.value = value;
@@ -157,6 +171,7 @@ const RegistryKeys& RegistryFile::Read() {
     const Stamp now = StampOfFile();
     if (stamp_ != now) {
         const std::optional<std::string> text = ReadText();
+        isReadable_ = text.has_value();
         keys_ = text ? ParseRegistry(*text).value_or(RegistryKeys()) : RegistryKeys();
         stamp_ = now;
     }
@@ -175,11 +190,10 @@ std::optional<std::string> RegistryFile::ReadText() const {
     constexpr std::size_t Limit = 1 << 24;
     const FileDescriptor file = OpenFile(file_, O_RDONLY);
     if (!file.IsOpen()) {
-        return errno == ENOENT || errno == ENOTDIR ? std::optional(std::string()) : std::nullopt;
+        const bool isMissing = (errno == ENOENT || errno == ENOTDIR) && !IsThere(file_);
+        return isMissing ? std::optional(std::string()) : std::nullopt;
     }
-    // A file that came here by a copy may be open to others.
-    constexpr mode_t OwnerOnly = 0600;
-    static_cast<void>(fchmod(file.Number(), OwnerOnly));
+    CloseToOthers(file);
     try {
         std::string text = ReadToEnd(file, Limit);
         return text.size() < Limit ? std::optional(std::move(text)) : std::nullopt;
@@ -215,8 +229,8 @@ bool RegistryFile::KeepAside() const {
 
 bool RegistryFile::Replace(std::string_view text) const {
     RemoveLeftOvers();
-    std::string path = file_ + std::string(NewMark) + "XXXXXX";
-    FileDescriptor file(mkostemp(path.data(), O_CLOEXEC));
+    std::string path = file_ + std::string(NewMark);
+    FileDescriptor file = MakeUniqueFile(path);
     if (!file.IsOpen()) {
         return false;
     }

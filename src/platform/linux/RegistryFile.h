@@ -20,7 +20,8 @@ namespace zarn {
 /// A write replaces the file whole, under a lock that all instances share: a crash at any moment
 /// leaves the old or the new store. A write that changes nothing leaves the file alone. A file
 /// that does not parse gives nothing to a read, and the next write first keeps it aside as
-/// `settings.reg.damaged`, `settings.reg.damaged-2` and so on.
+/// `settings.reg.damaged`, `settings.reg.damaged-2` and so on. A file that cannot be read gives
+/// nothing either, and takes no value until it has changed.
 class RegistryFile : public Registry {
   public:
     /// `folder` is an absolute system path; it is made when something is written.
@@ -64,6 +65,7 @@ class RegistryFile : public Registry {
     std::string folder_;
     std::string file_;
     std::optional<Stamp> stamp_;  ///< of the file that `keys_` were read from
+    bool isReadable_ = true;      ///< it could be read
     RegistryKeys keys_;
 };
 
