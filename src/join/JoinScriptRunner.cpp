@@ -59,10 +59,11 @@ void JoinScriptRunner::AppendPart(const std::string& part) {
 
 // Once a part could not be shared the ends of the later ones lie between blocks as well.
 std::int64_t JoinScriptRunner::CopyWhole(const std::string& from, LargeFileAccess& to) {
+    // Asked first, since it knows why a file that is there cannot be used.
+    const auto size = static_cast<std::int64_t>(fileSystem_.FileSize(from));
     if (!fileSystem_.FindFile(from)) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
-    const auto size = static_cast<std::int64_t>(fileSystem_.FileSize(from));
     if (size == 0) {
         return size;
     }
@@ -193,7 +194,8 @@ std::vector<std::string> JoinScriptRunner::SetFiles() const {
 
 void JoinScriptRunner::Delete(std::string_view path) {
     Doing("delete", path);
-    if (!fileSystem_.DeleteFile(path) && Exists(path)) {
+    // Where the system does not say whether the file is there, it may well be.
+    if (!fileSystem_.DeleteFile(path) && fileSystem_.SystemPath(path)) {
         throw RuntimeError(ErrorNumber::PathFileAccessError);
     }
 }

@@ -93,8 +93,10 @@ bool LinuxFileSystem::FolderExists(std::string_view path) {
 double LinuxFileSystem::FileSize(std::string_view path) {
     const ResolvedPath resolved = paths_->Resolve(path);
     struct stat status = {};
-    if (resolved.state != PathState::Exists || stat(resolved.path.c_str(), &status) != 0 ||
-        !S_ISREG(status.st_mode)) {
+    if (resolved.state == PathState::Exists && stat(resolved.path.c_str(), &status) != 0) {
+        RaiseErrno(errno);
+    }
+    if (resolved.state != PathState::Exists || !S_ISREG(status.st_mode)) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
     return static_cast<double>(status.st_size);
