@@ -31,7 +31,8 @@ class PendingFile {
     PendingFile& operator=(const PendingFile&) = delete;
     virtual ~PendingFile() = default;
 
-    /// Waits until the bytes are on the medium. Raises like `LargeFileAccess`.
+    /// Waits until the bytes are on the medium. Raises like `LargeFileAccess`. Call it before
+    /// `Commit`, which then waits for the name as well.
     virtual void Flush() = 0;
 
     /// Gives the file its name in one step, replacing a file of that name. Raises 75 where the
@@ -63,7 +64,7 @@ class FileSystem {
     /// 70, 61 or 75 as the system refuses.
     virtual void CreateFolder(std::string_view path) = 0;
 
-    /// Size in bytes of an existing file. Raises 53 if there is none.
+    /// Size in bytes of an existing file. Raises 53 if there is none, else like `LargeFileAccess`.
     [[nodiscard]] virtual double FileSize(std::string_view path) = 0;
 
     /// Directory search with the normal-file mask: the name, without folder, of the first file
@@ -119,8 +120,9 @@ class FileSystem {
                                                                    LargeFileAccess& source) = 0;
 
     /// Waits until everything written below an existing folder's file system is on the medium,
-    /// names included. Raises 57 if the medium failed, 76 if there is no such folder. In a folder
-    /// that may be written but not read all volumes are flushed, and a failing one goes unnoticed.
+    /// names included. Raises 57 if the medium failed, 61 if it is full, 76 if there is no such
+    /// folder. In a folder that may be written but not read all volumes are flushed, and a failing
+    /// one goes unnoticed.
     virtual void FlushVolume(std::string_view folder) = 0;
 
     /// A folder of the user's own for temporary files, with a backslash at its end: `$TMPDIR`,

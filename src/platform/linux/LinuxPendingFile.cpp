@@ -67,9 +67,6 @@ void LinuxPendingFile::Flush() {
         RaiseErrno(errno);
     }
     flushed_ = true;
-    if (temporary_.empty()) {
-        FlushFolder();
-    }
 }
 
 void LinuxPendingFile::Commit() {
@@ -77,6 +74,8 @@ void LinuxPendingFile::Commit() {
     if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
     }
+    // Some file systems say only now that the bytes found no room.
+    file_.Close();
     {
         const FolderChange change = paths_->Changing(target_);
         if (rename(temporary_.c_str(), target_.c_str()) != 0) {
