@@ -1,0 +1,76 @@
+#include "faults/FaultRun.h"
+
+#include <csignal>
+#include <sstream>
+
+#include "support/TestFolder.h"
+
+namespace zarn::testing {
+
+namespace {
+
+FileOperation ReadOperation(std::istringstream& line, const std::string& folder) {
+    FileOperation operation;
+    line >> operation.number >> operation.call;
+    line.get();
+    std::getline(line, operation.path);
+    if (operation.path.starts_with(folder + "/")) {
+        operation.path.erase(0, folder.size() + 1);
+    }
+    return operation;
+}
+
+void ReadLog(const std::string& text, const std::string& folder, WatchedResult& result) {
+    std::istringstream log(text);
+    for (std::string line; std::getline(log, line);) {
+        std::istringstream words(line);
+        std::string word;
+        words >> word;
+        if (word == "count") {
+            words >> result.count;
+            continue;
+        }
+        FileOperation operation = ReadOperation(words, folder);
+        if (word == "struck") {
+            result.struck = std::move(operation);
+        } else if (word == "open") {
+            result.open.push_back(operation.path);
+        } else {
+            result.operations.push_back(std::move(operation));
+        }
+    }
+}
+
+}  // namespace
+
+WatchedResult RunWatched(const WatchedProgram& program, const std::string& folder,
+                         const Fault& fault, bool trace) {
+    constexpr long WatchdogLife = 20'000'000;
+    const TestFolder notes;
+    notes.Write("log", "");
+    std::map<std::string, std::string> environment = {
+        {"XDG_CONFIG_HOME", folder + "/config"},
+        {"XDG_CACHE_HOME", folder + "/cache"},
+        {"TMPDIR", folder + "/tmp"},
+        {"LC_ALL", "C"},
+        {"DISPLAY", ""},
+        {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
+        {"ZARN_FAULT_FOLDER", folder},
+        {"ZARN_FAULT_NUMBER", std::to_string(fault.number)},
+        {"ZARN_FAULT_KIND", fault.kind},
+        {"ZARN_FAULT_CALL", fault.call},
+        {"ZARN_FAULT_STAYS", fault.stays ? "1" : ""},
+        {"ZARN_FAULT_VOLUME", program.volume},
+        {"ZARN_FAULT_LIFE", std::to_string(fault.life > 0 ? fault.life : WatchdogLife)},
+        {"ZARN_FAULT_TRACE", trace ? "1" : ""},
+        {"ZARN_FAULT_LOG", notes.System("log")}};
+    WatchedResult result;
+    result.program = RunProgram(program.program, program.arguments, environment, folder);
+    const bool timer = result.program.status == 128 + SIGALRM;
+    result.hung = timer && fault.life == 0;
+    result.killed = (timer && fault.life > 0) || result.program.status == 128 + SIGKILL;
+    ReadLog(notes.Read("log"), folder, result);
+    return result;
+}
+
+}  // namespace zarn::testing
