@@ -9,34 +9,19 @@ namespace zarn::testing {
 
 namespace {
 
-FileOperation ReadOperation(std::istringstream& line, const std::string& folder) {
-    FileOperation operation;
-    line >> operation.number >> operation.call;
-    line.get();
-    std::getline(line, operation.path);
-    if (operation.path.starts_with(folder + "/")) {
-        operation.path.erase(0, folder.size() + 1);
-    }
-    return operation;
-}
-
 void ReadLog(const std::string& text, const std::string& folder, WatchedResult& result) {
     std::istringstream log(text);
-    for (std::string line; std::getline(log, line);) {
-        std::istringstream words(line);
-        std::string word;
-        words >> word;
-        if (word == "count") {
-            words >> result.count;
-            continue;
+    std::string word;
+    FileOperation operation;
+    while (log >> word >> operation.number >> operation.call && log.get() != EOF &&
+           std::getline(log, operation.path)) {
+        if (operation.path.starts_with(folder + "/")) {
+            operation.path.erase(0, folder.size() + 1);
         }
-        FileOperation operation = ReadOperation(words, folder);
         if (word == "struck") {
-            result.struck = std::move(operation);
-        } else if (word == "open") {
-            result.open.push_back(operation.path);
+            result.struck = operation;
         } else {
-            result.operations.push_back(std::move(operation));
+            (word == "open" ? result.open : result.operations).push_back(operation);
         }
     }
 }
@@ -44,7 +29,7 @@ void ReadLog(const std::string& text, const std::string& folder, WatchedResult& 
 }  // namespace
 
 WatchedResult RunWatched(const WatchedProgram& program, const std::string& folder,
-                         const Fault& fault, bool trace) {
+                         const Fault& fault) {
     constexpr long WatchdogLife = 20'000'000;
     const TestFolder notes;
     notes.Write("log", "");
@@ -53,6 +38,7 @@ WatchedResult RunWatched(const WatchedProgram& program, const std::string& folde
         {"XDG_CACHE_HOME", folder + "/cache"},
         {"TMPDIR", folder + "/tmp"},
         {"LC_ALL", "C"},
+        {"ASAN_OPTIONS", "verify_asan_link_order=0"},
         {"DISPLAY", ""},
         {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
         {"ZARN_FAULT_FOLDER", folder},
@@ -62,7 +48,6 @@ WatchedResult RunWatched(const WatchedProgram& program, const std::string& folde
         {"ZARN_FAULT_STAYS", fault.stays ? "1" : ""},
         {"ZARN_FAULT_VOLUME", program.volume},
         {"ZARN_FAULT_LIFE", std::to_string(fault.life > 0 ? fault.life : WatchdogLife)},
-        {"ZARN_FAULT_TRACE", trace ? "1" : ""},
         {"ZARN_FAULT_LOG", notes.System("log")}};
     WatchedResult result;
     result.program = RunProgram(program.program, program.arguments, environment, folder);

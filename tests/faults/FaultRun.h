@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,7 +8,7 @@
 
 namespace zarn::testing {
 
-/// What the file layer (`FaultLayer.cpp` tells the words) does to a run; nothing, as it stands.
+/// What the file layer (`FaultLayer.h` tells the words) does to a run; nothing, as it stands.
 struct Fault {
     long number = 0;
     std::string kind = {};
@@ -28,10 +27,9 @@ struct WatchedResult {
     ProgramResult program;
     bool hung = false;                           ///< ended by the watchdog
     bool killed = false;                         ///< by the fault
-    long count = 0;                              ///< of operations
     std::optional<FileOperation> struck = {};    ///< what the fault met
-    std::vector<FileOperation> operations = {};  ///< all of them, if asked for
-    std::vector<std::string> open = {};          ///< paths of files that were open at the end
+    std::vector<FileOperation> operations = {};  ///< all of them
+    std::vector<FileOperation> open = {};        ///< files that were open at the end
 };
 
 struct WatchedProgram {
@@ -43,6 +41,6 @@ struct WatchedProgram {
 /// Runs a program of the build over the file layer, for 20 seconds at most. Its settings, cache and
 /// temporary folder are `config`, `cache` and `tmp` in the watched folder.
 [[nodiscard]] WatchedResult RunWatched(const WatchedProgram& program, const std::string& folder,
-                                       const Fault& fault, bool trace = false);
+                                       const Fault& fault);
 
 }  // namespace zarn::testing

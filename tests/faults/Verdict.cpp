@@ -108,6 +108,18 @@ bool StrikesOutput(const Evidence& evidence) {
                : struck.call == "close" && std::regex_match(struck.path, unfinished);
 }
 
+// The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
+// library does not. The programs handle no signal, so that none can.
+bool CanBeRepeated(const Evidence& evidence) {
+    static const std::set<std::string> calls = {"open",   "create", "read",  "write",
+                                                "copy",   "share",  "flush", "close",
+                                                "statfs", "space",  "lock"};
+    const std::string& kind = evidence.fault.kind;
+    const bool broken =
+        kind == "EINTR" && evidence.run.struck && calls.contains(evidence.run.struck->call);
+    return (broken || kind == "half" || kind == "one") && !evidence.Struck("tmp/DATA.zip.");
+}
+
 std::string JudgeEnd(const Evidence& evidence) {
     const WatchedResult& run = evidence.run;
     if (run.hung) {
@@ -117,7 +129,7 @@ std::string JudgeEnd(const Evidence& evidence) {
         return {};
     }
     if (!run.open.empty()) {
-        return "left open: " + run.open.front();
+        return "left open: " + run.open.front().path;
     }
     const bool told = !evidence.Message().empty();
     if (evidence.job.road == Road::Join ? (run.program.status != 0) != told
@@ -127,12 +139,7 @@ std::string JudgeEnd(const Evidence& evidence) {
     if (StrikesOutput(evidence) && SaysDone(evidence.job, run)) {
         return "nobody says that it failed";
     }
-    const std::string& kind = evidence.fault.kind;
-    const bool unseen = kind == "EINTR" || kind == "half" || kind == "one";
-    // The ZIP library does not repeat what a signal broke off. The programs handle no signal, so
-    // that none can.
-    const bool atLibrary = evidence.Struck("tmp/DATA.zip.");
-    if (unseen && !SaysDone(evidence.job, run) && !atLibrary) {
+    if (CanBeRepeated(evidence) && !SaysDone(evidence.job, run)) {
         return "seen from outside";
     }
     return {};
@@ -159,7 +166,8 @@ bool IsReasonFor(const Evidence& evidence, const std::string& text) {
         {"ENOSPC", {"Disk full"}},
         {"EIO", {"Device I/O error"}},
         {"EACCES", {"Permission denied"}},
-        {"ENOENT", {"File not found", "Path not found"}}};
+        {"ENOENT", {"File not found", "Path not found"}},
+        {"EINTR", {"Path/File access error"}}};
     static const std::set<std::string> others = {"File not found", "Path not found",
                                                  "Path/File access error", "File already exists"};
     static const std::set<std::string> questions = {"stat",   "list",  "attribute", "statfs",
