@@ -1,7 +1,6 @@
 // Runs a job as the window does, without the window: `SOURCE FOLDER COUNT` are split, the checksums
 // of the parts are written, and the source goes if the settings say so.
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -40,7 +39,7 @@ void Run(zarn::SharedObjects& shared, const std::vector<std::string>& words) {
     zarn::SplitterEngine engine(shared, progress, nobodyListens);
     double partSize = 0;
     engine.SplittFile(words.at(0), words.at(1), partSize, false, false, "Parts",
-                      std::atoi(words.at(2).c_str()), true);
+                      std::stoi(words.at(2)), true);
     WriteSfv(shared, engine);
     if (shared.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();

@@ -29,7 +29,7 @@ void RestoreSnapshot(const std::string& folder, const Snapshot& snapshot) {
     }
     // A folder's path sorts before those of the files in it.
     for (const auto& [name, bytes] : snapshot) {
-        const std::string path = folder + "/" + name;
+        const std::string path = std::string(folder).append("/").append(name);
         if (name.ends_with('/')) {
             fs::create_directory(path);
         } else {
