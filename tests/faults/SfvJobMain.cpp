@@ -19,12 +19,11 @@ namespace {
 void WriteSfv(zarn::SharedObjects& shared, const zarn::SplitterEngine& engine) {
     const std::int32_t items = engine.ItemsFilesMatrixPath();
     std::vector<zarn::SfvEntry> entries(static_cast<std::size_t>(items));
-    zarn::FileChecksum checksum(*shared.Platform().fileSystem);
     for (std::int32_t index = 1; index <= items; ++index) {
         const std::string& path = engine.tabFilesMatrixPath(index);
         if (shared.Files().FileExist(path)) {
             zarn::SfvEntry& entry = entries[static_cast<std::size_t>(index) - 1];
-            entry.CRC = checksum.CalcCRC32(path);
+            entry.CRC = zarn::CalcCRC32(*shared.Platform().fileSystem, path);
             entry.Size = zarn::NumberText(shared.Files().FileSizeBytes(path), shared.Separators());
             entry.Date = shared.Files().FileDate(path);
             entry.Name = engine.tabFilesMatrix(index);
