@@ -24,7 +24,9 @@ std::vector<Job> MakeJobs() {
         {"SplitOfSharedBlocks", Road::Split, {splitter, {source, out, "/PN=3"}, "shares"}},
         {"SplitThatDeletes", Road::Split, {splitter, {source, out, "/PN=3", "/DS"}, ""}},
         {"Compressed", Road::Split, {splitter, {source, out, "/PN=3", "/C", "/CL=5"}, ""}},
-        {"CompressedOver", Road::Split, {splitter, {source, out, "/PN=3", "/C", "/CL=5"}, ""}},
+        {"EncryptedThatDeletes",
+         Road::Split,
+         {splitter, {source, out, "/PN=3", "/C", "/CL=5"}, ""}},
         {"Sfv", Road::Sfv, {"ZarnSfvJob", sfv, ""}},
         {"SfvThatDeletes", Road::Sfv, {"ZarnSfvJob", sfv, "buffered"}},
         {"Join", Road::Join, {"ZarnScript", {script}, ""}},
@@ -35,12 +37,13 @@ std::vector<Job> MakeJobs() {
     };
     for (Job& job : jobs) {
         const std::string& name = job.name;
-        job.compressed = name.starts_with("Compressed");
+        job.encrypted = name == "EncryptedThatDeletes";
+        job.compressed = name == "Compressed" || job.encrypted;
         job.deletesAlways = name == "SplitThatDeletes";
-        job.deletesSource =
-            name == "SplitOfSharedBlocks" || name == "CompressedOver" || name == "SfvThatDeletes";
-        job.overEarlier =
-            name == "SplitThroughABuffer" || name == "CompressedOver" || name == "SfvThatDeletes";
+        job.deletesSource = name == "SplitOfSharedBlocks" || name == "EncryptedThatDeletes" ||
+                            name == "SfvThatDeletes";
+        job.overEarlier = name == "SplitThroughABuffer" || name == "EncryptedThatDeletes" ||
+                          name == "SfvThatDeletes";
         job.deletesParts = name == "JoinThatDeletes" || name == "JoinThatMovesAcross";
         job.moves = name.starts_with("JoinThatMoves");
     }
@@ -56,7 +59,7 @@ void StoreSettings(const Job& job, const TestFolder& folder) {
     StoredValue deletesParts = 1;
     parameters.DeleteSplitParts(deletesParts);
     parameters.CompressDestination(1);
-    parameters.CompressPasswordProtect(1);
+    parameters.CompressPasswordProtect(job.encrypted ? 1 : 0);
     parameters.CompressPassword(Password);
 }
 

@@ -19,6 +19,7 @@ struct Job {
     Road road = Road::Split;
     WatchedProgram program;  ///< '@' in an argument stands for the folder
     bool compressed = false;
+    bool encrypted = false;
     bool deletesSource = false;  ///< by the setting
     bool deletesAlways = false;  ///< by `/DS`, however the run ended
     bool overEarlier = false;    ///< parts and script of an earlier job are there
@@ -39,7 +40,7 @@ void PrintTo(const Job& job, std::ostream* stream);
 /// The bytes of `IN/DATA.BIN`, before and behind.
 [[nodiscard]] const std::string& Content();
 
-/// The password of the archives of compressing jobs.
+/// The password of the archives of encrypting jobs.
 constexpr const char* Password = "Qv-secret";
 
 /// Fills an empty folder with what a job begins with.

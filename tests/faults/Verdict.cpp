@@ -96,16 +96,19 @@ std::string JudgeStore(const Evidence& evidence) {
 // Bytes of the job's own may be missing. The end of a file that was only read says nothing.
 bool StrikesOutput(const Evidence& evidence) {
     static const std::set<std::string> errors = {"EIO", "EACCES", "ENOENT", "ENOSPC"};
-    static const std::set<std::string> calls = {"create", "write", "copy"};
-    static const std::regex output("OUT/.*|DEST/Zarn.*|PARTS/Zarn.*");
-    static const std::regex unfinished(R"(OUT/\.zarn-.*|DEST/Zarn.*|PARTS/Zarn.*)");
+    static const std::set<std::string> calls = {"create", "write", "copy", "flush"};
+    static const std::regex output("(OUT|DEST|PARTS)(/.*)?");
+    static const std::regex written(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)");
+    static const std::regex part("OUT/.*_Part[1-9]");
     if (!evidence.run.struck || !errors.contains(evidence.fault.kind)) {
         return false;
     }
-    const FileOperation& struck = *evidence.run.struck;
-    return calls.contains(struck.call)
-               ? std::regex_match(struck.path, output)
-               : struck.call == "close" && std::regex_match(struck.path, unfinished);
+    const auto& [number, call, path] = *evidence.run.struck;
+    return calls.contains(call)
+               ? std::regex_match(path, output)
+               : call == "close" &&
+                     (std::regex_match(path, written) ||
+                      (evidence.job.road == Road::Split && std::regex_match(path, part)));
 }
 
 // The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
