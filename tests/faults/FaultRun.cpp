@@ -38,6 +38,7 @@ WatchedResult RunWatched(const WatchedProgram& program, const std::string& folde
         {"XDG_CACHE_HOME", folder + "/cache"},
         {"TMPDIR", folder + "/tmp"},
         {"LC_ALL", "C"},
+        // The sanitizers' layer does not insist on being the first.
         {"ASAN_OPTIONS", "verify_asan_link_order=0"},
         {"DISPLAY", ""},
         {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
