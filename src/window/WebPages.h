@@ -5,8 +5,8 @@
 
 namespace zarn {
 
-/// The product's pages on the web. Whoever builds the window configures the addresses; what leads to
-/// an empty one is disabled.
+/// The product's pages on the web. Whoever builds the window configures the addresses; what leads
+/// to an empty one is disabled.
 struct WebPages {
     std::string news;
     std::string support;
