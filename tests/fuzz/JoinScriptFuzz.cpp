@@ -393,7 +393,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     run.hereAfter = stage.FilesIn("here");
     run.thereAfter = stage.FilesIn("there");
     fuzz::CheckRun(run, originals);
-    if (IsUtf8(text) && !scripts.empty()) {
+    const bool staysPut = scene.hasDestination && !scripts.empty() && scripts.front().moveLine == 0;
+    fuzz::Require(!staysPut || !IsUtf8(text) || run.outcome.status == ScriptStatus::Refused,
+                  "a script that moves nothing is no script for a destination");
+    if (IsUtf8(text) && !scripts.empty() && !staysPut) {
         fuzz::CheckResult(run, scripts.front());
     }
     fuzz::Require(parts.empty() == (run.outcome.status == ScriptStatus::Refused),

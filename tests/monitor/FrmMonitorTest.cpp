@@ -88,14 +88,14 @@ TEST_F(FrmMonitorTest, ShowsLoadAndMemoryUntilAQueryFails) {
 }
 
 TEST_F(FrmMonitorTest, ThePriorityActsAtOnce) {
-    const std::string highest = "3.9|Level 4 (Realtime)|class 256 class 256 4";
+    const std::string highest = "3.9|Level 4 (Realtime)|real-time real-time 4";
     panel.LoadPriority();
-    EXPECT_EQ(Priority(), "1.9|Level 2 (Normal)|class 32 class 32 2");
+    EXPECT_EQ(Priority(), "1.9|Level 2 (Normal)|normal normal 2");
     for (const auto& [key, priority] :
-         {std::pair(Qt::Key_Right, std::string("3|Level 3 (High)|class 128 class 128 3")),
+         {std::pair(Qt::Key_Right, std::string("3|Level 3 (High)|high high 3")),
           {Qt::Key_Right, highest},
-          {Qt::Key_Right, "3.9|Level 4 (Realtime)|class 256 4"},
-          {Qt::Key_Home, "1|Level 1 (Low)|class 64 class 64 1"},
+          {Qt::Key_Right, "3.9|Level 4 (Realtime)|real-time 4"},
+          {Qt::Key_Home, "1|Level 1 (Low)|idle idle 1"},
           {Qt::Key_End, highest}}) {
         QTest::keyClick(&Slider(), key);
         EXPECT_EQ(Priority(), priority);
@@ -108,7 +108,7 @@ TEST_F(FrmMonitorTest, ThePriorityActsAtOnce) {
         processes->calls.clear();
         emit Slider().Scroll();
         EXPECT_EQ(TextOf("txtPriorityDesc"), value == 3 ? "Level 3 (High)" : "");
-        EXPECT_EQ(processes->calls, "class 128 ");
+        EXPECT_EQ(processes->calls, "high ");
     }
 }
 

@@ -324,7 +324,7 @@ TEST_F(FrmMainTest, StatusLineTakesTheTextsOfTheControlsBelowTheMouse) {
 TEST_F(FrmMainTest, RaisesThePriorityEachTimeItComesToTheFront) {
     Open();
     std::string& calls = processes->calls;
-    const std::string once = "thread 2 class 128 ";
+    const std::string once = "thread 2 high ";
     EXPECT_TRUE(calls.ends_with(once)) << calls;
     EXPECT_EQ(calls.find("thread"), calls.size() - once.size());
     EXPECT_EQ(TextColour(Find("txtSourceFile")), Red);

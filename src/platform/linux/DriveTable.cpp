@@ -1,7 +1,6 @@
 #include "platform/linux/DriveTable.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>

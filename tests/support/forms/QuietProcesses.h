@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "platform/linux/LinuxProcesses.h"
@@ -12,7 +13,8 @@ class QuietProcesses : public LinuxProcesses {
   public:
     explicit QuietProcesses(const TestFolder& home) : LinuxProcesses(nullptr, FoldersIn(home)) {}
     void SetPriorityClass(PriorityClass priority) override {
-        calls += "class " + std::to_string(static_cast<int>(priority)) + " ";
+        constexpr std::array Names = {"normal", "idle", "high", "real-time"};
+        calls += std::string(Names.at(static_cast<std::size_t>(priority))) + " ";
     }
     void SetThreadPriority(int priority) override {
         calls += "thread " + std::to_string(priority) + " ";
