@@ -5,6 +5,7 @@
 
 #include "shell/FrmHelp.h"
 #include "shell/HelpTexts.h"
+#include "support/Soon.h"
 #include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
@@ -41,7 +42,7 @@ TEST(FrmHelp, ItsButtonEndsTheProgramUnlessThatOpenedIt) {
         popup.OpenedFromProgram = opened;
         popup.show();
         bool stillRuns = false;
-        QTimer::singleShot(0, [&popup] {
+        const Soon press([&popup] {
             QTest::mouseClick(popup.findChild<chameleonButton*>("CmdClose"), Qt::LeftButton);
         });
         QTimer::singleShot(50, &popup, [&stillRuns] {
