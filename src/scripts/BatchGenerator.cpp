@@ -73,7 +73,8 @@ std::string BatchGenerator::CopyLines() const {
     std::string lines = Line("IF EXIST " + built + " Del " + built);
     lines += Line("Copy " + files_.front() + " " + built);
     for (std::size_t index = 1; index < files_.size(); ++index) {
-        lines += Line("Copy /b " + built + " + " + files_[index] + " " + built);
+        lines.append("Copy /b ").append(built).append(" + ").append(files_[index]);
+        lines.append(" ").append(Line(built));
     }
     return lines;
 }

@@ -60,7 +60,7 @@ class PathResolver {
 
     /// To lie around a change of the process's own: `systemPath` is about to be made or removed.
     [[nodiscard]] FolderChange Changing(std::string_view systemPath) {
-        return FolderChange(index_, systemPath);
+        return {index_, systemPath};
     }
 
   private:
