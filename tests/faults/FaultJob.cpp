@@ -2,75 +2,37 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sstream>
+
 #include "platform/linux/LinuxPlatform.h"
 #include "runtime/Text.h"
 #include "settings/SharedObjects.h"
+#include "support/RunProgram.h"
 
 namespace zarn::testing {
 
 namespace {
-
-std::vector<Job> MakeJobs() {
-    const std::string splitter = "ZarnFileSplitter";
-    const std::string source = R"(/F=@\IN\DATA.BIN)";
-    const std::string out = R"(/D=@\OUT)";
-    const std::string script = R"(@\PARTS\DATA.BIN_Part0.bat)";
-    const std::string copy = R"(@\PARTS\DATA.BIN_Part0_TMP.bat)";
-    const std::string target = R"(@\DEST\DATA.BIN)";
-    const std::vector<std::string> sfv = {R"(@\IN\DATA.BIN)", R"(@\OUT\)", "3"};
-    std::vector<Job> jobs = {
-        {"Split", Road::Split, {splitter, {source, out, "/PN=3", "/DP"}, ""}},
-        {"SplitThroughABuffer", Road::Split, {splitter, {source, out, "/PN=3"}, "buffered"}},
-        {"SplitOfSharedBlocks", Road::Split, {splitter, {source, out, "/PN=3"}, "shares"}},
-        {"SplitThatDeletes", Road::Split, {splitter, {source, out, "/PN=3", "/DS"}, ""}},
-        {"Compressed", Road::Split, {splitter, {source, out, "/PN=3", "/C", "/CL=5"}, ""}},
-        {"EncryptedThatDeletes",
-         Road::Split,
-         {splitter, {source, out, "/PN=3", "/C", "/CL=5"}, ""}},
-        {"Sfv", Road::Sfv, {"ZarnSfvJob", sfv, ""}},
-        {"SfvThatDeletes", Road::Sfv, {"ZarnSfvJob", sfv, "buffered"}},
-        {"Join", Road::Join, {"ZarnScript", {script}, ""}},
-        {"JoinThatDeletes", Road::Join, {"ZarnScript", {script}, "buffered"}},
-        {"JoinThatMoves", Road::Join, {"ZarnScript", {copy, target}, "shares"}},
-        {"JoinThatMovesAcross", Road::Join, {"ZarnScript", {copy, target}, "split"}},
-        {"Settings", Road::Settings, {splitter, {source, out, "/PN=3", "/DP", "/TEST"}, ""}},
-    };
-    for (Job& job : jobs) {
-        const std::string& name = job.name;
-        job.encrypted = name == "EncryptedThatDeletes";
-        job.compressed = name == "Compressed" || job.encrypted;
-        job.deletesAlways = name == "SplitThatDeletes";
-        job.deletesSource = name == "SplitOfSharedBlocks" || name == "EncryptedThatDeletes" ||
-                            name == "SfvThatDeletes";
-        job.overEarlier = name == "SplitThroughABuffer" || name == "EncryptedThatDeletes" ||
-                          name == "SfvThatDeletes";
-        job.deletesParts = name == "JoinThatDeletes" || name == "JoinThatMovesAcross";
-        job.moves = name.starts_with("JoinThatMoves");
-    }
-    return jobs;
-}
 
 void StoreSettings(const Job& job, const TestFolder& folder) {
     SharedObjects shared(MakeLinuxPlatform(
         {folder.System("config/ZarnFileSplitter"), folder.System("cache"), folder.System("tmp")}));
     Parameters& parameters = shared.Parameters();
     parameters.TemporaryFolder(folder.Drive("tmp") + "\\");
-    parameters.DeleteSource(job.deletesSource ? 1 : 0);
+    parameters.DeleteSource(job.Has(Job::DeletesSource) ? 1 : 0);
     StoredValue deletesParts = 1;
     parameters.DeleteSplitParts(deletesParts);
     parameters.CompressDestination(1);
-    parameters.CompressPasswordProtect(job.encrypted ? 1 : 0);
+    parameters.CompressPasswordProtect(job.Has(Job::Encrypted) ? 1 : 0);
     parameters.CompressPassword(Password);
 }
 
 void PrepareSplit(const Job& job, const TestFolder& folder) {
-    folder.MakeFolder("IN");
-    folder.Write("IN/DATA.BIN", Content());
     folder.Write("IN/NOTE.TXT", "a note");
-    if (job.overEarlier || job.road == Road::Sfv) {
+    if (job.Has(Job::OverEarlier) || job.road == Road::Sfv) {
         folder.MakeFolder("OUT");
     }
-    if (job.overEarlier) {
+    if (job.Has(Job::OverEarlier)) {
         for (const char* ending : {"1", "2", "3", "4", "0.bat", "0.sfv"}) {
             folder.Write("OUT/" + job.Stem() + "_Part" + ending, std::string("older ") + ending);
         }
@@ -80,22 +42,16 @@ void PrepareSplit(const Job& job, const TestFolder& folder) {
 }
 
 void PrepareJoin(const Job& job, const TestFolder& folder) {
-    folder.MakeFolder("IN");
     folder.MakeFolder("DEST");
-    folder.Write("IN/DATA.BIN", Content());
-    WatchedProgram split = {
-        "ZarnFileSplitter", {R"(/F=@\IN\DATA.BIN)", R"(/D=@\PARTS)", "/PN=3"}, {}};
-    if (job.deletesParts) {
-        split.arguments.emplace_back("/DP");
-    }
-    const Job before = {"", Road::Split, split};
-    EXPECT_EQ(RunWatched(before.In(folder), folder.System(), {}).program.error, "");
+    const std::vector<std::string> split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\PARTS)", "/PN=3",
+                                            job.Has(Job::DeletesParts) ? "/DP" : ""};
+    EXPECT_EQ(RunWatched({"", Road::Split, split}, folder, {}).message, "");
     folder.Write("PARTS/DATA.BIN", "an older result");
     folder.Write("PARTS/DATA.BIN_Part0.sfv", "checksums");
     folder.Write("PARTS/DATA.BIN_Part1.bak", "somebody's copy");
     folder.Write("DEST/DATA.BIN", "an older result elsewhere");
     folder.Write("DEST/NOTE.TXT", "a note");
-    if (job.moves) {
+    if (job.Has(Job::Moves)) {
         const std::string target = "\"" + folder.Drive("DEST/DATA.BIN") + "\"";
         folder.Write("PARTS/DATA.BIN_Part0_TMP.bat",
                      folder.Read("PARTS/DATA.BIN_Part0.bat") + "Del " + target + "\r\nMove \"" +
@@ -106,16 +62,35 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
 
 }  // namespace
 
-WatchedProgram Job::In(const TestFolder& folder) const {
-    WatchedProgram result = program;
-    for (std::string& argument : result.arguments) {
-        argument = Replace(argument, "@", folder.Drive());
-    }
-    return result;
-}
-
 const std::vector<Job>& Jobs() {
-    static const std::vector<Job> jobs = MakeJobs();
+    using Words = std::vector<std::string>;
+    static const Words split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\OUT)", "/PN=3"};
+    const auto with = [](Words words) {
+        words.insert(words.begin(), split.begin(), split.end());
+        return words;
+    };
+    static const Words sfv = {R"(@\IN\DATA.BIN)", R"(@\OUT\)"};
+    static const Words join = {R"(@\PARTS\DATA.BIN_Part0.bat)"};
+    static const Words move = {R"(@\PARTS\DATA.BIN_Part0_TMP.bat)", R"(@\DEST\DATA.BIN)"};
+    static const std::vector<Job> jobs = {
+        {"Split", Road::Split, with({"/DP"})},
+        {"SplitThroughABuffer", Road::Split, split, "buffered", {Job::OverEarlier}},
+        {"SplitOfSharedBlocks", Road::Split, split, "shares", {Job::DeletesSource}},
+        {"SplitThatDeletes", Road::Split, with({"/DS"}), "", {Job::DeletesAlways}},
+        {"Compressed", Road::Split, with({"/C", "/CL=5"}), "", {Job::Compressed}},
+        {"EncryptedThatDeletes",
+         Road::Split,
+         with({"/C", "/CL=5"}),
+         "",
+         {Job::Compressed, Job::Encrypted, Job::DeletesSource, Job::OverEarlier}},
+        {"Sfv", Road::Sfv, sfv},
+        {"SfvThatDeletes", Road::Sfv, sfv, "buffered", {Job::DeletesSource, Job::OverEarlier}},
+        {"Join", Road::Join, join},
+        {"JoinThatDeletes", Road::Join, join, "buffered", {Job::DeletesParts}},
+        {"JoinThatMoves", Road::Join, move, "shares", {Job::Moves}},
+        {"JoinThatMovesAcross", Road::Join, move, "split", {Job::DeletesParts, Job::Moves}},
+        {"Settings", Road::Settings, with({"/DP", "/TEST"})},
+    };
     return jobs;
 }
 
@@ -131,12 +106,54 @@ void PrintTo(const Job& job, std::ostream* stream) {
 
 void Prepare(const Job& job, const TestFolder& folder) {
     folder.MakeFolder("tmp");
+    folder.MakeFolder("IN");
+    folder.Write("IN/DATA.BIN", Content());
     StoreSettings(job, folder);
-    if (job.road == Road::Join) {
-        PrepareJoin(job, folder);
-    } else {
-        PrepareSplit(job, folder);
+    (job.road == Road::Join ? PrepareJoin : PrepareSplit)(job, folder);
+}
+
+WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fault) {
+    static const std::map<Road, std::string> programs = {{Road::Split, "ZarnFileSplitter"},
+                                                         {Road::Sfv, "ZarnSfvJob"},
+                                                         {Road::Join, "ZarnScript"},
+                                                         {Road::Settings, "ZarnFileSplitter"}};
+    const TestFolder notes;
+    notes.Write("log", "");
+    std::vector<std::string> arguments;
+    for (const std::string& argument : job.arguments) {
+        arguments.push_back(Replace(argument, "@", folder.Drive()));
     }
+    const ProgramResult program = RunProgram(programs.at(job.road), arguments,
+                                             {{"XDG_CONFIG_HOME", folder.System("config")},
+                                              {"XDG_CACHE_HOME", folder.System("cache")},
+                                              {"TMPDIR", folder.System("tmp")},
+                                              {"LC_ALL", "C"},
+                                              // The sanitizers' layer need not be the first.
+                                              {"ASAN_OPTIONS", "verify_asan_link_order=0"},
+                                              {"DISPLAY", ""},
+                                              {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
+                                              {"ZARN_FAULT_FOLDER", folder.System()},
+                                              {"ZARN_FAULT_NUMBER", std::to_string(fault.number)},
+                                              {"ZARN_FAULT_KIND", fault.kind},
+                                              {"ZARN_FAULT_STAYS", fault.stays ? "1" : ""},
+                                              {"ZARN_FAULT_VOLUME", job.volume},
+                                              {"ZARN_FAULT_LOG", notes.System("log")}},
+                                             folder.System());
+    WatchedRun run = {program.status, program.error, program.status == 128 + SIGALRM,
+                      program.status == 128 + SIGKILL};
+    std::istringstream log(Replace(notes.Read("log"), folder.System() + "/", ""));
+    FileOperation operation;
+    while (log >> operation.call && log.get() != EOF && std::getline(log, operation.path)) {
+        if (operation.call == "left") {
+            run.open.push_back(operation.path);
+        } else {
+            run.operations.push_back(operation);
+        }
+    }
+    if (fault.number > 0 && fault.number <= run.operations.size()) {
+        run.struck = run.operations[fault.number - 1];
+    }
+    return run;
 }
 
 }  // namespace zarn::testing

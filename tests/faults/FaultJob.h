@@ -1,11 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
-#include "faults/FaultRun.h"
-#include "faults/Snapshot.h"
+#include "support/Snapshot.h"
 #include "support/TestFolder.h"
 
 namespace zarn::testing {
@@ -15,22 +16,25 @@ enum class Road { Split, Sfv, Join, Settings };
 /// A job of one of the programs, in a folder of its own: `IN/DATA.BIN` is split into three parts in
 /// `OUT`, or the parts in `PARTS` are joined.
 struct Job {
+    enum Trait {
+        Compressed,
+        Encrypted,
+        DeletesSource,  ///< by the setting
+        DeletesAlways,  ///< by `/DS`, however the run ended
+        OverEarlier,    ///< parts and script of an earlier job are there
+        DeletesParts,   ///< a join's script does
+        Moves           ///< a join's result, to `DEST`
+    };
+
     std::string name;
     Road road = Road::Split;
-    WatchedProgram program;  ///< '@' in an argument stands for the folder
-    bool compressed = false;
-    bool encrypted = false;
-    bool deletesSource = false;  ///< by the setting
-    bool deletesAlways = false;  ///< by `/DS`, however the run ended
-    bool overEarlier = false;    ///< parts and script of an earlier job are there
-    bool deletesParts = false;   ///< a join's script does
-    bool moves = false;          ///< a join's result, to `DEST`
+    std::vector<std::string> arguments;  ///< '@' stands for the folder
+    std::string volume = {};             ///< what the volume is like
+    std::set<Trait> traits = {};
 
-    /// The job's program with the folder's path in its arguments.
-    [[nodiscard]] WatchedProgram In(const TestFolder& folder) const;
-
+    [[nodiscard]] bool Has(Trait trait) const { return traits.contains(trait); }
     /// The name of what is cut, as the parts carry it.
-    [[nodiscard]] std::string Stem() const { return compressed ? "DATA.zip" : "DATA.BIN"; }
+    [[nodiscard]] std::string Stem() const { return Has(Compressed) ? "DATA.zip" : "DATA.BIN"; }
 };
 
 [[nodiscard]] const std::vector<Job>& Jobs();
@@ -45,5 +49,31 @@ constexpr const char* Password = "Qv-secret";
 
 /// Fills an empty folder with what a job begins with.
 void Prepare(const Job& job, const TestFolder& folder);
+
+/// What the file layer (`FaultLayer.cpp` tells the words) does to a run; nothing, as it stands.
+struct Fault {
+    std::size_t number = 0;
+    std::string kind = {};
+    bool stays = false;
+};
+
+struct FileOperation {
+    std::string call;
+    std::string path;  ///< in the watched folder, or absolute
+};
+
+struct WatchedRun {
+    int status = 0;
+    std::string message;
+    bool hung = false;    ///< ended by the watchdog
+    bool killed = false;  ///< by the fault
+    std::vector<FileOperation> operations = {};
+    std::optional<FileOperation> struck = {};  ///< the one that the fault met
+    std::vector<std::string> open = {};        ///< files that were open at the end
+};
+
+/// Runs a job over the file layer. Its program's settings, cache and temporary folder are `config`,
+/// `cache` and `tmp` in the folder.
+[[nodiscard]] WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fault);
 
 }  // namespace zarn::testing

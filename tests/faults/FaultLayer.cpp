@@ -1,7 +1,29 @@
-#include "faults/FaultLayer.h"
+// A layer between a program and the C library that makes file operations fail. It is preloaded into
+// the programs as they were built; these variables tell it what to do. Operations on paths below
+// one folder are counted, with those on files opened there and every question for free space; the
+// n-th fails. A program that takes too long is ended by SIGALRM.
+//
+//   ZARN_FAULT_FOLDER  the folder
+//   ZARN_FAULT_NUMBER  n, from 1; 0 lets all pass
+//   ZARN_FAULT_KIND    what becomes of it: ENOSPC, EIO, EACCES, ENOENT or EINTR; `half` of the
+//   bytes
+//                      that were asked for; `kill`, or `kill-within` (half of the bytes are moved)
+//   ZARN_FAULT_STAYS   set: every later one fails too; of ENOSPC those that need space
+//   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
+//                      (it shares blocks), `split` (each folder is a volume of its own)
+//   ZARN_FAULT_LOG     the log: the call and the path of every operation, and `left` with that of
+//                      every file that was open at the end
 
+#include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/time.h>
+#include <linux/fs.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/vfs.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,11 +31,16 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
-
-namespace zarn::testing {
 
 namespace {
 
@@ -22,124 +49,415 @@ std::string Variable(const char* name) {
     return value == nullptr ? std::string() : std::string(value);
 }
 
-int ErrnoOf(std::string_view kind) {
-    constexpr std::array<std::pair<std::string_view, int>, 5> Errors = {{{"ENOSPC", ENOSPC},
-                                                                         {"EIO", EIO},
-                                                                         {"EACCES", EACCES},
-                                                                         {"ENOENT", ENOENT},
-                                                                         {"EINTR", EINTR}}};
-    const auto* const found = std::find_if(Errors.begin(), Errors.end(),
-                                           [&](const auto& error) { return error.first == kind; });
-    return found == Errors.end() ? 0 : found->second;
+// The C library's own function of a name that this file takes; of the taker's type.
+template <typename Function>
+Function* Next(const char* name, Function* /*taker*/) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-bool NeedsSpace(std::string_view call) {
-    constexpr std::array<std::string_view, 8> Calls = {"create", "write", "copy",   "share",
-                                                       "mkdir",  "flush", "rename", "link"};
-    return std::find(Calls.begin(), Calls.end(), call) != Calls.end();
-}
-
-std::string Line(std::string_view word, long number, std::string_view call,
-                 const std::string& path) {
-    return std::string(word) + " " + std::to_string(number) + " " + std::string(call) + " " + path +
-           "\n";
-}
-
-}  // namespace
-
-FaultLayer& FaultLayer::Instance() {
-    // Never destroyed: the program's own last steps come after this library's.
-    static FaultLayer& layer = *std::make_unique<FaultLayer>().release();
-    return layer;
-}
-
-FaultLayer::FaultLayer()
-    : folder_(Variable("ZARN_FAULT_FOLDER")),
-      call_(Variable("ZARN_FAULT_CALL")),
-      kind_(Variable("ZARN_FAULT_KIND")),
-      volume_(Variable("ZARN_FAULT_VOLUME")),
-      logFile_(Variable("ZARN_FAULT_LOG")),
-      number_(std::strtol(Variable("ZARN_FAULT_NUMBER").c_str(), nullptr, 10)),
-      stays_(!Variable("ZARN_FAULT_STAYS").empty()) {
-    constexpr long Million = 1'000'000;
-    const long life = std::strtol(Variable("ZARN_FAULT_LIFE").c_str(), nullptr, 10);
-    const itimerval timer = {{0, 0}, {life / Million, life % Million}};
-    setitimer(ITIMER_REAL, &timer, nullptr);
-}
-
-FaultLayer::Fate FaultLayer::Count(std::string_view call, const std::string& path,
-                                   std::size_t bytes) {
-    ++count_;
-    log_ += Line("op", count_, call, path);
-    const bool strikes =
-        !hasStruck_ && number_ > 0 && count_ >= number_ && (call_.empty() || call_ == call);
-    const bool suffers = hasStruck_ && stays_ && (kind_ != "ENOSPC" || NeedsSpace(call));
-    if (!strikes && !suffers) {
-        return {0, bytes};
-    }
-    if (strikes) {
-        hasStruck_ = true;
-        log_ += Line("struck", count_, call, path);
-    }
-    if (kind_ == "kill-before") {
-        Kill();
-    }
-    if (kind_ == "one") {
-        bytes = std::min(bytes, std::size_t{1});
-    } else if (kind_ == "half" || kind_ == "kill-within") {
-        bytes = (bytes + 1) / 2;
-    }
-    return {ErrnoOf(kind_), bytes, kind_ == "kill-after" || kind_ == "kill-within"};
-}
-
-void FaultLayer::Kill() {
-    WriteLog();
+void Kill() {
     static_cast<void>(kill(getpid(), SIGKILL));
 }
 
-void FaultLayer::End() {
-    for (const auto& [file, path] : files_) {
-        log_ += Line("open", count_, "file", path);
+struct Layer {
+    Layer() {
+        constexpr unsigned TooLong = 20;
+        constexpr unsigned OwnerOnly = 0600;
+        constexpr int Append = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
+        alarm(TooLong);
+        logFile = Next("open", open)(Variable("ZARN_FAULT_LOG").c_str(), Append, OwnerOnly);
     }
-    WriteLog();
+
+    void Log(std::string_view call, const std::string& path) const {
+        const std::string line = std::string(call) + " " + path + "\n";
+        static_cast<void>(Next("write", write)(logFile, line.data(), line.size()));
+    }
+
+    // The error of the next operation; 0 if it goes through, perhaps with fewer bytes.
+    int Count(std::string_view call, const std::string& path, std::size_t& bytes) {
+        static const std::map<std::string_view, int> errors = {{"ENOSPC", ENOSPC},
+                                                               {"EIO", EIO},
+                                                               {"EACCES", EACCES},
+                                                               {"ENOENT", ENOENT},
+                                                               {"EINTR", EINTR}};
+        static const std::set<std::string_view> needSpace = {"create", "write", "copy",   "share",
+                                                             "mkdir",  "flush", "rename", "link"};
+        Log(call, path);
+        ++count;
+        const bool suffers =
+            number > 0 && count > number && stays && (kind != "ENOSPC" || needSpace.contains(call));
+        if (count != number && !suffers) {
+            return 0;
+        }
+        if (kind == "kill") {
+            Kill();
+        }
+        bytes = (bytes + 1) / 2;
+        const auto found = errors.find(kind);
+        return found == errors.end() ? 0 : found->second;
+    }
+
+    // Watches a file, where there is one and it lies in the folder.
+    void Opened(int file, const std::string& path) {
+        if (file >= 0 && !path.empty()) {
+            files[file] = path;
+        }
+    }
+
+    const std::string folder = Variable("ZARN_FAULT_FOLDER");
+    const std::string kind = Variable("ZARN_FAULT_KIND");
+    const std::string volume = Variable("ZARN_FAULT_VOLUME");
+    const bool stays = !Variable("ZARN_FAULT_STAYS").empty();
+    const long number = std::strtol(Variable("ZARN_FAULT_NUMBER").c_str(), nullptr, 10);
+    long count = 0;
+    int logFile = -1;
+    std::map<int, std::string> files;
+    std::map<int, std::FILE*> streams;  // on watched files
+};
+
+// Never destroyed: the program's own last steps come after this library's.
+Layer& TheLayer() {
+    static Layer& layer = *std::make_unique<Layer>().release();
+    return layer;
 }
 
-// The log does not lie in the folder, and so passes this layer.
-void FaultLayer::WriteLog() {
-    constexpr unsigned OwnerOnly = 0600;
-    const int file = open(logFile_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, OwnerOnly);
-    if (file >= 0) {
-        static_cast<void>(write(file, log_.data(), log_.size()));
-        close(file);
+const std::unique_ptr<Layer, void (*)(Layer*)> atEnd(&TheLayer(), [](Layer* layer) {
+    for (const auto& [file, path] : layer->files) {
+        layer->Log("left", path);
     }
-    log_.clear();
-}
+});
 
-std::string FaultLayer::WatchedPath(const char* path) const {
-    if (path == nullptr || folder_.empty()) {
+// The absolute path of a path, or of a file that was opened; empty if it is not in the folder.
+std::string Watched(const char* path) {
+    const std::string& folder = TheLayer().folder;
+    if (path == nullptr || folder.empty()) {
         return {};
     }
     std::string whole = path;
     if (*path != '/') {
-        std::array<char, PATH_MAX> folder = {};
-        whole = getcwd(folder.data(), folder.size()) == nullptr
+        std::array<char, PATH_MAX> current = {};
+        whole = getcwd(current.data(), current.size()) == nullptr
                     ? std::string()
-                    : std::string(folder.data()) + "/" + path;
+                    : std::string(current.data()) + "/" + path;
     }
-    const bool isBelow = whole.starts_with(folder_) &&
-                         (whole.size() == folder_.size() || whole[folder_.size()] == '/');
-    return isBelow ? whole : std::string();
+    return (whole + "/").starts_with(folder + "/") ? whole : std::string();
 }
 
-const std::string* FaultLayer::PathOf(int file) const {
-    const auto found = files_.find(file);
-    return found == files_.end() ? nullptr : &found->second;
+std::string Watched(int file) {
+    const auto found = TheLayer().files.find(file);
+    return found == TheLayer().files.end() ? std::string() : found->second;
 }
 
-void FaultLayer::Opened(int file, const std::string& path) {
-    if (file >= 0 && !path.empty()) {
-        files_[file] = path;
+// Does `operation` with up to `bytes` bytes, or fails in its stead; watched unless the path is
+// empty.
+template <typename Operation>
+auto Strike(std::string_view call, const std::string& path, std::size_t bytes,
+            const Operation& operation) {
+    using Result = decltype(operation(bytes));
+    if (path.empty()) {
+        return operation(bytes);
     }
+    const int error = TheLayer().Count(call, path, bytes);
+    if (error != 0) {
+        errno = error;
+        if constexpr (std::is_pointer_v<Result>) {
+            return Result(nullptr);
+        } else {
+            return Result(-1);
+        }
+    }
+    const Result result = operation(bytes);
+    if (TheLayer().kind == "kill-within" && TheLayer().count == TheLayer().number) {
+        Kill();
+    }
+    return result;
 }
 
-}  // namespace zarn::testing
+template <typename Result, typename What, typename... Rest>
+Result On(std::string_view call, const char* name, Result (*taker)(What, Rest...), What what,
+          Rest... rest) {
+    return Strike(call, Watched(what), 0,
+                  [&](std::size_t /*bytes*/) { return Next(name, taker)(what, rest...); });
+}
+
+template <typename Bytes, typename... Rest>
+ssize_t OnBytes(std::string_view call, const char* name,
+                ssize_t (*taker)(int, Bytes, std::size_t, Rest...), int file, Bytes bytes,
+                std::size_t count, Rest... rest) {
+    return Strike(call, Watched(file), count,
+                  [&](std::size_t some) { return Next(name, taker)(file, bytes, some, rest...); });
+}
+
+// Streams of the C library call its own functions, not these; so a stream on a watched file is made
+// anew on top of these, moving bytes as the C library does.
+using Stream = std::pair<const int, std::FILE*>;
+
+ssize_t ReadStream(void* cookie, char* bytes, std::size_t count) {
+    return read(static_cast<Stream*>(cookie)->first, bytes, count);
+}
+
+ssize_t WriteStream(void* cookie, const char* bytes, std::size_t count) {
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t written =
+            write(static_cast<Stream*>(cookie)->first, bytes + done, count - done);
+        if (written < 0) {
+            break;
+        }
+        done += static_cast<std::size_t>(written);
+    }
+    return static_cast<ssize_t>(done);
+}
+
+int SeekStream(void* cookie, off64_t* offset, int from) {
+    *offset = lseek(static_cast<Stream*>(cookie)->first, *offset, from);
+    return *offset < 0 ? -1 : 0;
+}
+
+int CloseStream(void* cookie) {
+    const int file = static_cast<Stream*>(cookie)->first;
+    TheLayer().streams.erase(file);
+    return close(file);
+}
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+bool CrossesVolumes(const char* from, const char* to) {
+    errno = EXDEV;
+    return TheLayer().volume == "split" && FolderOf(Watched(from)) != FolderOf(Watched(to));
+}
+
+// What sharing blocks comes to for whoever reads the files.
+int CopyRange(int to, const file_clone_range& range) {
+    std::string bytes(range.src_length, '\0');
+    const auto got = Next("pread", pread)(static_cast<int>(range.src_fd), bytes.data(),
+                                          bytes.size(), static_cast<off_t>(range.src_offset));
+    const bool copied =
+        got == static_cast<ssize_t>(bytes.size()) &&
+        pwrite(to, bytes.data(), bytes.size(), static_cast<off_t>(range.dest_offset)) == got;
+    errno = EINVAL;
+    return copied ? 0 : -1;
+}
+
+}  // namespace
+
+extern "C" {
+
+int open(const char* path, int flags, ...) {
+    std::va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    const std::string watched = Watched(path);
+    const int file =
+        Strike((flags & O_CREAT) != 0 ? "create" : "open", watched, 0,
+               [&](std::size_t /*bytes*/) { return Next("open", open)(path, flags, mode); });
+    TheLayer().Opened(file, watched);
+    return file;
+}
+
+int mkostemp(char* pattern, int flags) {
+    const int file = On("create", "mkostemp", mkostemp, pattern, flags);
+    TheLayer().Opened(file, Watched(pattern));
+    return file;
+}
+
+int mkstemp(char* pattern) {
+    return mkostemp(pattern, 0);
+}
+
+// Linux lets go of the number whatever close says.
+int close(int file) {
+    const int result = On("close", "close", close, file);
+    const int error = errno;
+    if (result != 0 && !Watched(file).empty()) {
+        Next("close", close)(file);
+    }
+    TheLayer().files.erase(file);
+    errno = error;
+    return result;
+}
+
+ssize_t read(int file, void* bytes, std::size_t count) {
+    return OnBytes("read", "read", read, file, bytes, count);
+}
+
+ssize_t pread(int file, void* bytes, std::size_t count, off_t at) {
+    return OnBytes("read", "pread", pread, file, bytes, count, at);
+}
+
+ssize_t write(int file, const void* bytes, std::size_t count) {
+    return OnBytes("write", "write", write, file, bytes, count);
+}
+
+ssize_t copy_file_range(int from, off_t* fromAt, int to, off_t* toAt, std::size_t count,
+                        unsigned flags) {
+    errno = EXDEV;
+    return TheLayer().volume == "buffered"
+               ? -1
+               : Strike("copy", Watched(to), count, [&](std::size_t some) {
+                     return Next("copy_file_range", copy_file_range)(from, fromAt, to, toAt, some,
+                                                                     flags);
+                 });
+}
+
+int ioctl(int file, unsigned long request, ...) {
+    std::va_list rest;
+    va_start(rest, request);
+    void* argument = va_arg(rest, void*);
+    va_end(rest);
+    const bool shares = request == FICLONERANGE || request == FICLONE;
+    return Strike("share", shares ? Watched(file) : "", 0, [&](std::size_t /*bytes*/) {
+        return request == FICLONERANGE && TheLayer().volume == "shares"
+                   ? CopyRange(file, *static_cast<const file_clone_range*>(argument))
+                   : Next("ioctl", ioctl)(file, request, argument);
+    });
+}
+
+int fsync(int file) {
+    return On("flush", "fsync", fsync, file);
+}
+
+int fdatasync(int file) {
+    return On("flush", "fdatasync", fdatasync, file);
+}
+
+int syncfs(int file) noexcept {
+    return On("flush", "syncfs", syncfs, file);
+}
+
+int ftruncate(int file, off_t size) noexcept {
+    return On("truncate", "ftruncate", ftruncate, file, size);
+}
+
+int fstat(int file, struct stat* status) noexcept {
+    return On("stat", "fstat", fstat, file, status);
+}
+
+int fchmod(int file, mode_t mode) noexcept {
+    return On("chmod", "fchmod", fchmod, file, mode);
+}
+
+int fstatfs(int file, struct statfs* volume) noexcept {
+    return On("statfs", "fstatfs", fstatfs, file, volume);
+}
+
+int flock(int file, int operation) noexcept {
+    return On("lock", "flock", flock, file, operation);
+}
+
+int dup(int file) noexcept {
+    const int copy = Next("dup", dup)(file);
+    TheLayer().Opened(copy, Watched(file));
+    return copy;
+}
+
+int stat(const char* path, struct stat* status) noexcept {
+    return On("stat", "stat", stat, path, status);
+}
+
+int lstat(const char* path, struct stat* status) noexcept {
+    return On("stat", "lstat", lstat, path, status);
+}
+
+int statfs(const char* path, struct statfs* volume) noexcept {
+    return On("statfs", "statfs", statfs, path, volume);
+}
+
+// Free space is asked for by drive, which is no path below the folder.
+int statvfs(const char* path, struct statvfs* volume) noexcept {
+    return Strike("space", path, 0,
+                  [&](std::size_t /*bytes*/) { return Next("statvfs", statvfs)(path, volume); });
+}
+
+char* realpath(const char* path, char* resolved) noexcept {
+    return On("link", "realpath", realpath, path, resolved);
+}
+
+ssize_t readlink(const char* path, char* target, std::size_t size) noexcept {
+    return On("link", "readlink", readlink, path, target, size);
+}
+
+ssize_t getxattr(const char* path, const char* name, void* value, std::size_t size) noexcept {
+    return On("attribute", "getxattr", getxattr, path, name, value, size);
+}
+
+int removexattr(const char* path, const char* name) noexcept {
+    return On("attribute", "removexattr", removexattr, path, name);
+}
+
+int chmod(const char* path, mode_t mode) noexcept {
+    return On("chmod", "chmod", chmod, path, mode);
+}
+
+int chdir(const char* path) noexcept {
+    return On("chdir", "chdir", chdir, path);
+}
+
+int mkdir(const char* path, mode_t mode) noexcept {
+    return On("mkdir", "mkdir", mkdir, path, mode);
+}
+
+int unlink(const char* path) noexcept {
+    return On("delete", "unlink", unlink, path);
+}
+
+int unlinkat(int folder, const char* name, int flags) noexcept {
+    return On("delete", "unlinkat", unlinkat, folder, name, flags);
+}
+
+int remove(const char* path) noexcept {
+    return unlink(path);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+              unsigned flags) noexcept {
+    return Strike("rename", Watched(from), 0, [&](std::size_t /*bytes*/) {
+        return CrossesVolumes(from, to)
+                   ? -1
+                   : Next("renameat2", renameat2)(fromFolder, from, toFolder, to, flags);
+    });
+}
+
+int rename(const char* from, const char* to) noexcept {
+    return renameat2(AT_FDCWD, from, AT_FDCWD, to, 0);
+}
+
+int link(const char* from, const char* to) noexcept {
+    return On("link", "link", link, from, to);
+}
+
+DIR* opendir(const char* path) {
+    DIR* const folder = On("list", "opendir", opendir, path);
+    TheLayer().Opened(folder == nullptr ? -1 : dirfd(folder), Watched(path));
+    return folder;
+}
+
+dirent* readdir(DIR* folder) {
+    return Strike("list", Watched(dirfd(folder)), 0,
+                  [&](std::size_t /*bytes*/) { return Next("readdir", readdir)(folder); });
+}
+
+int closedir(DIR* folder) {
+    TheLayer().files.erase(dirfd(folder));
+    return Next("closedir", closedir)(folder);
+}
+
+std::FILE* fdopen(int file, const char* mode) noexcept {
+    if (Watched(file).empty()) {
+        return Next("fdopen", fdopen)(file, mode);
+    }
+    Stream& stream = *TheLayer().streams.try_emplace(file).first;
+    stream.second = fopencookie(&stream, mode, {ReadStream, WriteStream, SeekStream, CloseStream});
+    return stream.second;
+}
+
+int fileno(std::FILE* stream) noexcept {
+    const auto& streams = TheLayer().streams;
+    const auto found = std::find_if(streams.begin(), streams.end(),
+                                    [&](const Stream& known) { return known.second == stream; });
+    return found == streams.end() ? Next("fileno", fileno)(stream) : found->first;
+}
+}

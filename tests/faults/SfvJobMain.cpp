@@ -1,8 +1,5 @@
-// Runs a job as the window does, without the window: `SOURCE FOLDER COUNT` are split, the checksums
-// of the parts are written, and the source goes if the settings say so.
-
-#include <string>
-#include <vector>
+// Runs a job as the window does, without the window: `SOURCE FOLDER` is split in three, the
+// checksums of the parts are written, and the source goes if the settings say so.
 
 #include "engine/SharedProgress.h"
 #include "engine/SplitterEngine.h"
@@ -16,13 +13,17 @@
 
 namespace {
 
-void WriteSfv(zarn::SharedObjects& shared, const zarn::SplitterEngine& engine) {
-    const std::int32_t items = engine.ItemsFilesMatrixPath();
-    std::vector<zarn::SfvEntry> entries(static_cast<std::size_t>(items));
-    for (std::int32_t index = 1; index <= items; ++index) {
+void Run(zarn::SharedObjects& shared, const std::string& source, const std::string& folder) {
+    zarn::SharedProgress progress;
+    zarn::SplitterEvents nobodyListens;
+    zarn::SplitterEngine engine(shared, progress, nobodyListens);
+    double partSize = 0;
+    engine.SplittFile(source, folder, partSize, false, false, "Parts", 3, true);
+    std::vector<zarn::SfvEntry> entries;
+    for (std::int32_t index = 1; index <= engine.ItemsFilesMatrixPath(); ++index) {
         const std::string& path = engine.tabFilesMatrixPath(index);
+        zarn::SfvEntry& entry = entries.emplace_back();
         if (shared.Files().FileExist(path)) {
-            zarn::SfvEntry& entry = entries[static_cast<std::size_t>(index) - 1];
             entry.CRC = zarn::CalcCRC32(*shared.Platform().fileSystem, path);
             entry.Size = zarn::NumberText(shared.Files().FileSizeBytes(path), shared.Separators());
             entry.Date = shared.Files().FileDate(path);
@@ -30,19 +31,9 @@ void WriteSfv(zarn::SharedObjects& shared, const zarn::SplitterEngine& engine) {
         }
     }
     zarn::BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
-}
-
-void Run(zarn::SharedObjects& shared, const std::vector<std::string>& words) {
-    zarn::SharedProgress progress;
-    zarn::SplitterEvents nobodyListens;
-    zarn::SplitterEngine engine(shared, progress, nobodyListens);
-    double partSize = 0;
-    engine.SplittFile(words.at(0), words.at(1), partSize, false, false, "Parts",
-                      std::stoi(words.at(2)), true);
-    WriteSfv(shared, engine);
     if (shared.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();
-        shared.Files().FileDelete(words.at(0));
+        shared.Files().FileDelete(source);
     }
 }
 
@@ -50,8 +41,9 @@ void Run(zarn::SharedObjects& shared, const std::vector<std::string>& words) {
 
 int main(int count, char** arguments) {
     zarn::SharedObjects shared(zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment()));
+    const std::vector<std::string> words(arguments + 1, arguments + count);
     try {
-        Run(shared, {arguments + 1, arguments + count});
+        Run(shared, words.at(0), words.at(1));
     } catch (const zarn::RuntimeError& error) {
         zarn::ReportCriticalError(error, shared);
     }

@@ -1,20 +1,93 @@
 #include "faults/Verdict.h"
 
 #include <algorithm>
-#include <map>
 #include <regex>
-#include <set>
 #include <sstream>
+
+#include "runtime/Text.h"
+#include "scripts/Crc32.h"
+#include "support/RunProgram.h"
 
 namespace zarn::testing {
 
 namespace {
 
-constexpr std::string_view Store = "config/ZarnFileSplitter/settings.reg";
+using Words = std::set<std::string>;
 
+constexpr const char* Source = "IN/DATA.BIN";
+constexpr const char* Archive = "tmp/DATA.zip";
+constexpr const char* Beside = "PARTS/DATA.BIN";
+constexpr const char* Elsewhere = "DEST/DATA.BIN";
+
+bool Matches(const std::string& text, const char* pattern) {
+    return std::regex_match(text, std::regex(pattern));
+}
+
+bool IsJoin(const Job& job) {
+    return job.road == Road::Join;
+}
+
+// A file's bytes, or nothing that any file has.
+const std::string& BytesOf(const Snapshot& files, const std::string& path) {
+    static const std::string none = "(no such file)";
+    const auto found = files.find(path);
+    return found == files.end() ? none : found->second;
+}
+
+std::string PartPath(const Job& job, const std::string& ending) {
+    return (IsJoin(job) ? "PARTS/" : "OUT/") + job.Stem() + "_Part" + ending;
+}
+
+// The file in an archive; nothing that any file has if it is not whole.
+std::string Unpack(const std::string& archive) {
+    const TestFolder folder;
+    folder.Write("a.zip", archive);
+    const ProgramResult unpacked = RunProgram(
+        "/usr/bin/7z", {"e", "-so", std::string("-p") + Password, folder.System("a.zip")});
+    return unpacked.status == 0 ? unpacked.output : "(no archive)";
+}
+
+// The parts hold the content, in the order in which the script's commands join them.
+bool PartsHoldContent(const Job& job, const Snapshot& files) {
+    static const std::regex copy(R"re(Copy (?:/b Zarn\.TMP \+ )?"([^"]+)" Zarn\.TMP\r\n)re");
+    const std::string& script = BytesOf(files, PartPath(job, "0.bat"));
+    std::string joined;
+    for (std::sregex_iterator next(script.begin(), script.end(), copy), end; next != end; ++next) {
+        joined += BytesOf(files, "OUT/" + (*next)[1].str());
+    }
+    return (job.Has(Job::Compressed) ? Unpack(joined) : joined) == Content();
+}
+
+bool HasPartsToJoin(const Job& job, const Snapshot& files) {
+    return BytesOf(files, PartPath(job, "1")) + BytesOf(files, PartPath(job, "2")) +
+               BytesOf(files, PartPath(job, "3")) ==
+           Content();
+}
+
+// The files called `name`, or all, that are the whole content.
+bool HasWholeFile(const Snapshot& files, const std::string& name = {}) {
+    return std::any_of(files.begin(), files.end(), [&](const auto& file) {
+        return file.second == Content() && ("/" + file.first).ends_with(name);
+    });
+}
+
+// A file that a job may make, replace or delete.
 bool IsOfJob(const Job& job, const std::string& path) {
-    return path.starts_with("config/") || path.starts_with("cache/") ||
-           (job.road == Road::Join ? IsOfJoin(job, path) : IsOfSplit(job, path));
+    if (path.starts_with("config/") || path.starts_with("cache/")) {
+        return true;
+    }
+    const std::string stem = PartPath(job, "");
+    const std::string ending = path.starts_with(stem) ? path.substr(stem.size()) : "";
+    if (IsJoin(job)) {
+        return path == Beside || path == "PARTS/Zarn.TMP" ||
+               (job.Has(Job::DeletesParts) &&
+                Matches(ending, R"(1|2|3|0\.bat|0_TMP\.bat|0\.sfv)")) ||
+               (job.Has(Job::Moves) && path == Elsewhere);
+    }
+    const bool deletes = job.Has(Job::DeletesSource) || job.Has(Job::DeletesAlways);
+    return Matches(ending, R"(1|2|3|0\.bat)") || (job.road == Road::Sfv && ending == "0.sfv") ||
+           path == "OUT/" || (path == Source && deletes) ||
+           (path == Archive && job.Has(Job::Compressed));
 }
 
 // The names under which the programs build a file. A run that was killed, or whose deletion was
@@ -25,67 +98,44 @@ bool IsUnfinished(const std::string& path) {
     return std::regex_match(path, names);
 }
 
-bool MayLeaveUnfinished(const Evidence& evidence) {
-    return evidence.run.killed || evidence.fault.stays ||
-           (evidence.run.struck &&
-            (evidence.run.struck->call == "delete" || IsUnfinished(evidence.run.struck->path)));
-}
-
 std::string JudgeOthers(const Evidence& evidence) {
+    const auto& struck = evidence.run.struck;
+    const bool mayLeave = evidence.run.killed || evidence.fault.stays ||
+                          (struck && (struck->call == "delete" || IsUnfinished(struck->path)));
     for (const auto& [path, bytes] : evidence.before) {
-        const auto found = evidence.after.find(path);
         if (!IsOfJob(evidence.job, path) &&
-            (found == evidence.after.end() || found->second != bytes)) {
+            (!evidence.after.contains(path) || evidence.after.at(path) != bytes)) {
             return "lost or changed: " + path;
         }
     }
     for (const auto& [path, bytes] : evidence.after) {
         if (!evidence.before.contains(path) && !IsOfJob(evidence.job, path) &&
-            !(IsUnfinished(path) && MayLeaveUnfinished(evidence))) {
+            !(IsUnfinished(path) && mayLeave)) {
             return "left behind: " + path;
         }
     }
     return {};
 }
 
-std::set<std::string> LinesOf(const std::string& text) {
-    std::set<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.insert(line);
-    }
-    return lines;
-}
-
-std::set<std::string> NamesIn(const std::set<std::string>& lines) {
-    std::set<std::string> names;
-    for (const std::string& line : lines) {
-        names.insert(line.substr(0, line.find('=')));
-    }
-    return names;
-}
-
 // The store is written whole, value by value: every value in it is the one before, the one behind
 // the run, or one on the way (a setting that is put back at the end, or a default that stands in
 // for a value that a folder denied).
 std::string JudgeStore(const Evidence& evidence) {
-    const std::string path(Store);
+    const std::string path = "config/ZarnFileSplitter/settings.reg";
     const std::string& store = BytesOf(evidence.after, path);
-    const std::set<std::string> lines = LinesOf(store);
-    const std::set<std::string> before = LinesOf(BytesOf(evidence.before, path));
+    const std::string& before = BytesOf(evidence.before, path);
     if (!store.starts_with("; Zarn File Splitter settings\n") || !store.ends_with('\n')) {
         return "torn store:\n" + store;
     }
-    const std::set<std::string> names = NamesIn(lines);
-    for (const std::string& name : NamesIn(before)) {
-        if (!names.contains(name)) {
-            return "the store has lost " + name;
+    for (const std::string& line : Split(before, "\n")) {
+        if (!Contains(store, line.substr(0, line.find('=')))) {
+            return "the store has lost " + line;
         }
     }
-    const std::set<std::string> clean = LinesOf(BytesOf(evidence.clean, path));
+    const std::string known = "\n" + before + "\n" + BytesOf(evidence.clean, path);
     const bool denied = evidence.fault.kind == "ENOENT" && evidence.Struck("config");
-    for (const std::string& line : lines) {
-        if (!before.contains(line) && !clean.contains(line) && !denied &&
+    for (const std::string& line : Split(store, "\n")) {
+        if (!Contains(known, "\n" + line + "\n") && !denied &&
             !line.starts_with("\"Delete Split Parts\"=dword:0000000")) {
             return "the store has a value of nobody's: " + line;
         }
@@ -95,130 +145,249 @@ std::string JudgeStore(const Evidence& evidence) {
 
 // Bytes of the job's own may be missing. The end of a file that was only read says nothing.
 bool StrikesOutput(const Evidence& evidence) {
-    static const std::set<std::string> errors = {"EIO", "EACCES", "ENOENT", "ENOSPC"};
-    static const std::set<std::string> calls = {"create", "write", "copy", "flush"};
-    static const std::regex output("(OUT|DEST|PARTS)(/.*)?");
-    static const std::regex written(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)");
-    static const std::regex part("OUT/.*_Part[1-9]");
+    static const Words errors = {"EIO", "EACCES", "ENOENT", "ENOSPC"};
+    static const Words calls = {"create", "write", "copy", "flush"};
     if (!evidence.run.struck || !errors.contains(evidence.fault.kind)) {
         return false;
     }
-    const auto& [number, call, path] = *evidence.run.struck;
+    const auto& [call, path] = *evidence.run.struck;
     return calls.contains(call)
-               ? std::regex_match(path, output)
+               ? Matches(path, "(OUT|DEST|PARTS)(/.*)?")
                : call == "close" &&
-                     (std::regex_match(path, written) ||
-                      (evidence.job.road == Road::Split && std::regex_match(path, part)));
+                     (Matches(path, R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
+                      (evidence.job.road == Road::Split && Matches(path, "OUT/.*_Part[1-9]")));
 }
 
 // The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
 // library does not. The programs handle no signal, so that none can.
 bool CanBeRepeated(const Evidence& evidence) {
-    static const std::set<std::string> calls = {"open",   "create", "read",  "write",
-                                                "copy",   "share",  "flush", "close",
-                                                "statfs", "space",  "lock"};
+    static const Words calls = {"open",  "create", "read",   "write", "copy", "share",
+                                "flush", "close",  "statfs", "space", "lock"};
     const std::string& kind = evidence.fault.kind;
     const bool broken =
         kind == "EINTR" && evidence.run.struck && calls.contains(evidence.run.struck->call);
-    return (broken || kind == "half" || kind == "one") && !evidence.Struck("tmp/DATA.zip.");
+    return (broken || kind == "half") && !evidence.Struck("tmp/DATA.zip.");
 }
 
 std::string JudgeEnd(const Evidence& evidence) {
-    const WatchedResult& run = evidence.run;
-    if (run.hung) {
-        return "hung";
-    }
-    if (run.killed) {
+    const WatchedRun& run = evidence.run;
+    const bool done = SaysDone(evidence.job, run);
+    const bool fails = IsJoin(evidence.job) && !run.message.empty();
+    return run.hung                           ? "hung"
+           : run.killed                       ? ""
+           : !run.open.empty()                ? "left open: " + run.open.front()
+           : (run.status != 0) != fails       ? "status " + std::to_string(run.status)
+           : StrikesOutput(evidence) && done  ? "nobody says that it failed"
+           : CanBeRepeated(evidence) && !done ? "seen from outside"
+                                              : "";
+}
+
+std::string JudgeSplitLoss(const Evidence& evidence) {
+    const Job& job = evidence.job;
+    const Snapshot& after = evidence.after;
+    if (BytesOf(after, Source) == Content() || PartsHoldContent(job, after) ||
+        (job.Has(Job::Compressed) && Unpack(BytesOf(after, Archive)) == Content())) {
         return {};
     }
-    if (!run.open.empty()) {
-        return "left open: " + run.open.front().path;
+    // The switch means that the source goes at the end whatever became of the run, and so does the
+    // setting in a job of the window. The failure is told.
+    const bool always =
+        job.Has(Job::DeletesAlways) || (job.road == Road::Sfv && job.Has(Job::DeletesSource));
+    const bool bySwitch = always && !evidence.run.killed && !evidence.run.message.empty();
+    return bySwitch || BytesOf(evidence.before, Source) != Content() ? "" : "LOSS of the source";
+}
+
+std::string JudgeJoinLoss(const Evidence& evidence) {
+    const auto& [job, fault, run, before, after, clean] = evidence;
+    const bool parts = HasPartsToJoin(job, after);
+    const bool whole = HasWholeFile(after);
+    if (!parts && !whole) {
+        return "LOSS of parts";
     }
-    const bool told = !evidence.Message().empty();
-    if (evidence.job.road == Road::Join ? (run.program.status != 0) != told
-                                        : run.program.status != 0) {
-        return "status " + std::to_string(run.program.status);
+    for (const char* older : {Beside, Elsewhere}) {
+        if (before.contains(older) && BytesOf(after, older) != before.at(older) && !whole) {
+            return std::string("LOSS of ") + older;
+        }
     }
-    if (StrikesOutput(evidence) && SaysDone(evidence.job, run)) {
-        return "nobody says that it failed";
-    }
-    if (CanBeRepeated(evidence) && !SaysDone(evidence.job, run)) {
-        return "seen from outside";
+    // Whoever has to look for the file is told where it is.
+    const bool final = BytesOf(after, job.Has(Job::Moves) ? Elsewhere : Beside) == Content();
+    const bool lost = HasPartsToJoin(job, before) && !parts && !final;
+    return lost && !run.killed && !fault.stays &&
+                   !Contains(run.message, "\nThe joined file is complete: ")
+               ? "nobody says where the joined file is"
+               : "";
+}
+
+// A part whose checksum failed has the error's text in its line, and one that could not be found
+// again has none.
+std::string JudgeSfv(const Evidence& evidence, const Snapshot& files) {
+    const std::string& sfv = BytesOf(files, PartPath(evidence.job, "0.sfv"));
+    const bool partStruck = evidence.Struck("OUT") || evidence.fault.stays;
+    for (const char* ending : {"1", "2", "3"}) {
+        const std::string path = PartPath(evidence.job, ending);
+        std::smatch line;
+        const bool found =
+            std::regex_search(sfv, line, std::regex("\n" + path.substr(4) + "  ([^\r]*)\r"));
+        Crc32 engine;
+        const std::uint32_t right = Crc32::CRCFinal(
+            engine.CRCUpdate(std::as_bytes(std::span(BytesOf(files, path))),
+                             engine.CRCTableBuild(Crc32::IeeePolynomial, Crc32::InitialValue)));
+        const bool saysSo = partStruck && (!found || line[1].str().ends_with(" ERROR "));
+        if (!saysSo && (!found || std::stoul(line[1], nullptr, 16) != right)) {
+            return "no or wrong checksum of " + path;
+        }
     }
     return {};
 }
 
-std::string JudgeResult(const Evidence& evidence, const WatchedResult& run, const Snapshot& files) {
+// A run that says nothing has done its work, here in `files`.
+std::string JudgeSplitResult(const Evidence& evidence, const Snapshot& files) {
+    const Job& job = evidence.job;
+    // The program has no word for a store that cannot be read or written: it uses defaults.
+    const bool otherSettings =
+        evidence.Struck("config") || (evidence.fault.stays && evidence.fault.number > 0);
+    if (!PartsHoldContent(job, files)) {
+        const bool open = job.Has(Job::Compressed) && otherSettings;
+        return open ? "" : "the parts are not the source";
+    }
+    // A script without its date, and without the line that a setting decides.
+    const auto timeless = [&](const Snapshot& from) {
+        static const std::regex date(R"(Rem \|  Created [^\r]*\r\n)");
+        static const std::regex deletion("Del \"[^\r]*_Part\\*\"\r\n");
+        const std::string script =
+            std::regex_replace(BytesOf(from, PartPath(job, "0.bat")), date, "");
+        return otherSettings ? std::regex_replace(script, deletion, "") : script;
+    };
+    if (timeless(files) != timeless(evidence.clean)) {
+        return "another script";
+    }
+    return job.road == Road::Sfv ? JudgeSfv(evidence, files) : "";
+}
+
+std::string JudgeJoinResult(const Evidence& evidence, const Snapshot& files) {
+    if (BytesOf(files, evidence.job.Has(Job::Moves) ? Elsewhere : Beside) != Content()) {
+        return "the joined file is not the source";
+    }
+    for (const auto& [path, bytes] : evidence.clean) {
+        if (!files.contains(path)) {
+            return "missing: " + path;
+        }
+    }
+    for (const auto& [path, bytes] : files) {
+        if (path.starts_with("PARTS") && !evidence.clean.contains(path)) {
+            return "still there: " + path;
+        }
+    }
+    return {};
+}
+
+std::string JudgeResult(const Evidence& evidence, const WatchedRun& run, const Snapshot& files) {
     if (!SaysDone(evidence.job, run) || evidence.job.road == Road::Settings) {
         return {};
     }
-    return evidence.job.road == Road::Join ? JudgeJoinResult(evidence, files)
-                                           : JudgeSplitResult(evidence, files);
+    return (IsJoin(evidence.job) ? JudgeJoinResult : JudgeSplitResult)(evidence, files);
 }
 
-}  // namespace
-
-const std::string& BytesOf(const Snapshot& files, const std::string& path) {
-    static const std::string none = "(no such file)";
-    const auto found = files.find(path);
-    return found == files.end() ? none : found->second;
-}
-
+// The run time's text for a fault. Where the program only asks for a file it may take the fault
+// for an absence, and a deletion tells no reason; a fault that stays may be met again elsewhere.
 bool IsReasonFor(const Evidence& evidence, const std::string& text) {
-    static const std::map<std::string, std::set<std::string>> reasons = {
+    static const std::map<std::string, Words> reasons = {
         {"ENOSPC", {"Disk full"}},
         {"EIO", {"Device I/O error"}},
         {"EACCES", {"Permission denied"}},
         {"ENOENT", {"File not found", "Path not found"}},
         {"EINTR", {"Path/File access error"}}};
-    static const std::set<std::string> others = {"File not found", "Path not found",
-                                                 "Path/File access error", "File already exists"};
-    static const std::set<std::string> questions = {"stat",   "list",  "attribute", "statfs",
-                                                    "delete", "chdir", "space",     "chmod"};
+    static const Words others = {"File not found", "Path not found", "Path/File access error",
+                                 "File already exists"};
+    static const Words questions = {"stat",   "list",  "attribute", "statfs",
+                                    "delete", "chdir", "space",     "chmod"};
     const auto found = reasons.find(evidence.fault.kind);
-    if (found != reasons.end() && found->second.contains(text)) {
-        return true;
-    }
     const bool vague = evidence.fault.stays ||
                        (evidence.run.struck && questions.contains(evidence.run.struck->call));
-    return vague && others.contains(text);
+    return (found != reasons.end() && found->second.contains(text)) ||
+           (vague && others.contains(text));
 }
 
-bool SaysDone(const Job& job, const WatchedResult& run) {
+// True if the words are those that the program has for a failure.
+bool IsSplitMessage(const Evidence& evidence) {
+    static const std::regex boxes(
+        "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n|"
+        "Error\nError in Folder, Please check\n|Information\nScript Checked Successfully !\n|"
+        "^Error\nSource File : [^\n]*\\\\DATA\\.BIN\nNot exist, verify file name and Path \n");
+    static const std::regex critical(
+        "Critical Error\nApplication Critical Error {24}\n[0-9]+: ([^\n]+)\n");
+    const std::string words = std::regex_replace(evidence.run.message, boxes, "");
+    std::smatch match;
+    // Where the first part is gone, the file of checksums has no name.
+    return words.empty() ||
+           (std::regex_match(words, match, critical) &&
+            (IsReasonFor(evidence, match[1]) ||
+             (evidence.job.road == Road::Sfv && match[1] == "Subscript out of range")));
+}
+
+bool IsJoinMessage(const Evidence& evidence) {
+    static const std::regex failed(
+        "ZarnScript: [^\n]*\\.bat: cannot (?:make|copy|delete|rename|build|move) \"[^\"\n]+\": "
+        "([^\n]+)\n(?:The joined file is complete: [^\n]*(\\\\[^\n]+)\n)?");
+    static const std::regex refused("ZarnScript: [^\n]*: ([^\n:]+)\n");
+    std::smatch match;
+    if (evidence.run.status == 2) {
+        return std::regex_match(evidence.run.message, match, refused) &&
+               (IsReasonFor(evidence, match[1]) || match[1] == "no join script");
+    }
+    return evidence.run.message.empty() ||
+           (std::regex_match(evidence.run.message, match, failed) &&
+            IsReasonFor(evidence, match[1]) &&
+            (!match[2].matched ||
+             HasWholeFile(evidence.after, Replace(match[2].str(), "\\", "/"))));
+}
+
+std::string JudgeMessage(const Evidence& evidence) {
+    const bool known = (IsJoin(evidence.job) ? IsJoinMessage : IsSplitMessage)(evidence);
+    return known ? "" : "words of nobody's: " + evidence.run.message;
+}
+
+std::string JudgeLoss(const Evidence& evidence) {
+    return (IsJoin(evidence.job) ? JudgeJoinLoss : JudgeSplitLoss)(evidence);
+}
+
+std::string FirstOf(const std::vector<std::string>& complaints) {
+    const auto found = std::find_if(complaints.begin(), complaints.end(),
+                                    [](const std::string& text) { return !text.empty(); });
+    return found == complaints.end() ? std::string() : *found;
+}
+
+// Nothing a second run needs has been deleted.
+bool CanRepeat(const Evidence& evidence) {
+    const std::string& script = evidence.job.arguments.front();
+    return IsJoin(evidence.job)
+               ? HasPartsToJoin(evidence.job, evidence.after) &&
+                     evidence.after.contains("PARTS" +
+                                             Replace(script.substr(script.rfind('\\')), "\\", "/"))
+               : BytesOf(evidence.after, Source) == Content();
+}
+
+}  // namespace
+
+bool SaysDone(const Job& job, const WatchedRun& run) {
     const std::string done = "Information\nScript Checked Successfully !\n";
-    return !run.killed && run.program.error == (job.road == Road::Settings ? done : "");
+    return !run.killed && run.message == (job.road == Road::Settings ? done : "");
 }
 
 std::string JudgeRun(const Evidence& evidence) {
-    const bool join = evidence.job.road == Road::Join;
-    for (const std::string& complaint :
-         {JudgeEnd(evidence), join ? JudgeJoinLoss(evidence) : JudgeSplitLoss(evidence),
-          JudgeOthers(evidence), JudgeStore(evidence),
-          JudgeResult(evidence, evidence.run, evidence.after),
-          join ? JudgeJoinWords(evidence) : JudgeSplitWords(evidence)}) {
-        if (!complaint.empty()) {
-            return complaint;
-        }
-    }
-    return {};
+    return FirstOf({JudgeEnd(evidence), JudgeLoss(evidence), JudgeOthers(evidence),
+                    JudgeStore(evidence), JudgeResult(evidence, evidence.run, evidence.after),
+                    JudgeMessage(evidence)});
 }
 
-std::string JudgeRepetition(const Evidence& first, const WatchedResult& second,
+std::string JudgeRepetition(const Evidence& first, const WatchedRun& second,
                             const Snapshot& after) {
-    const bool join = first.job.road == Road::Join;
-    const bool canRepeat = join ? CanRepeatJoin(first) : CanRepeatSplit(first);
-    if (canRepeat && !SaysDone(first.job, second)) {
-        return "a second run fails: " + second.program.error;
-    }
+    const bool canRepeat = CanRepeat(first);
     const Evidence again = {first.job, {}, second, first.after, after, first.clean};
-    for (const std::string& complaint :
-         {JudgeEnd(again), join ? JudgeJoinLoss(again) : JudgeSplitLoss(again),
-          canRepeat ? JudgeResult(first, second, after) : std::string()}) {
-        if (!complaint.empty()) {
-            return "in a second run: " + complaint;
-        }
-    }
-    return {};
+    const std::string complaint = FirstOf(
+        {canRepeat && !SaysDone(first.job, second) ? "fails: " + second.message : "",
+         JudgeEnd(again), JudgeLoss(again), canRepeat ? JudgeResult(first, second, after) : ""});
+    return complaint.empty() ? "" : "in a second run: " + complaint;
 }
 
 }  // namespace zarn::testing

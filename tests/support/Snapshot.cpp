@@ -1,4 +1,4 @@
-#include "faults/Snapshot.h"
+#include "support/Snapshot.h"
 
 #include <filesystem>
 #include <fstream>
