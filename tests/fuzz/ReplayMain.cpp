@@ -4,23 +4,14 @@
 
 #include "fuzz/Fuzz.h"
 
-namespace {
-
-void Run(const std::filesystem::path& input) {
-    std::ifstream file(input, std::ios::binary);
-    const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
-    const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
-    LLVMFuzzerTestOneInput(data.data(), data.size());
-}
-
-}  // namespace
-
 /// Runs every file of a folder; the last name on standard error is the input that broke a rule.
 int main(int count, char** arguments) {
     int inputs = 0;
     for (const auto& entry : std::filesystem::directory_iterator(count > 1 ? arguments[1] : ".")) {
         static_cast<void>(std::fprintf(stderr, "%s\n", entry.path().filename().c_str()));
-        Run(entry.path());
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
         ++inputs;
     }
     zarn::fuzz::Require(inputs > 0, "a corpus holds inputs");
