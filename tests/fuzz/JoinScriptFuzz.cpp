@@ -138,6 +138,15 @@ bool IsOfParts(std::string_view bytes) {
     return true;
 }
 
+/// Copies, the deletion of an older file, the name, and only then what deletes or moves.
+void CheckOrder(const JoinScript& script) {
+    const auto stage = [](const ScriptCommand& command) {
+        return std::min(command.action, ScriptAction::DeleteParts);
+    };
+    Require(std::ranges::is_sorted(script.commands, {}, stage),
+            "nothing is lost before the file has its name");
+}
+
 struct Run {
     Snapshot before, after;
     ScriptOutcome outcome;
@@ -240,6 +249,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (const std::string& bytes : {DecodeText(text), text}) {
         const auto parsed = JoinScriptParser(name, spellings).Parse(bytes);
         if (const auto* script = std::get_if<JoinScript>(&parsed)) {
+            fuzz::CheckOrder(*script);
             run.readings.push_back(*script);
         }
     }
