@@ -1,10 +1,9 @@
 #pragma once
 
 #include <map>
-#include <memory>
-#include <utility>
 
-#include "platform/Volumes.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "support/TestPlatform.h"
 
 namespace zarn::testing {
 
@@ -12,42 +11,30 @@ inline constexpr double Megabyte = 1048576;  ///< bytes
 inline constexpr double Gigabyte = 1073741824;
 
 /// The real volumes, of which a test gives some a type and a room of its own, by their letter.
-class FakeVolumes : public Volumes {
+class FakeVolumes : public LinuxVolumes {
   public:
     struct Volume {
         DriveType type;
-        double free;   ///< bytes
-        double total;  ///< bytes
+        double free, total;  ///< bytes
     };
 
-    explicit FakeVolumes(std::unique_ptr<Volumes> real) : real_(std::move(real)) {}
+    explicit FakeVolumes(const TestFolder& home)
+        : LinuxVolumes(std::make_shared<PathResolver>(FoldersIn(home).configuration)) {}
 
     DriveType GetDriveType(std::string_view root) override {
-        return IsFake(root) ? volumes.at(root.front()).type : real_->GetDriveType(root);
-    }
-    std::optional<VolumeInformation> GetVolumeInformation(std::string_view root) override {
-        return real_->GetVolumeInformation(root);
-    }
-    DiskFreeSpace GetDiskFreeSpace(std::string_view root) override {
-        return real_->GetDiskFreeSpace(root);
+        const auto fake = volumes.find(root.substr(0, 1));
+        return fake == volumes.end() ? LinuxVolumes::GetDriveType(root) : fake->second.type;
     }
     DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view root) override {
-        if (!IsFake(root)) {
-            return real_->GetDiskFreeSpaceEx(root);
+        const auto fake = volumes.find(root.substr(0, 1));
+        if (fake == volumes.end()) {
+            return LinuxVolumes::GetDiskFreeSpaceEx(root);
         }
-        const auto& [type, free, total] = volumes.at(root.front());
-        const auto freeBytes = static_cast<std::uint64_t>(free);
-        return {freeBytes, static_cast<std::uint64_t>(total), freeBytes};
+        const auto free = static_cast<std::uint64_t>(fake->second.free);
+        return {free, static_cast<std::uint64_t>(fake->second.total), free};
     }
 
-    std::map<char, Volume> volumes;
-
-  private:
-    [[nodiscard]] bool IsFake(std::string_view root) const {
-        return !root.empty() && volumes.contains(root.front());
-    }
-
-    std::unique_ptr<Volumes> real_;
+    std::map<std::string, Volume, std::less<>> volumes;
 };
 
 }  // namespace zarn::testing

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "support/ErrorOf.h"
 #include "window/PieceSizes.h"
 
@@ -52,39 +50,32 @@ TEST(PieceSizes, AJobPutsItsSizeFirstAndKeepsPlaces) {
     constexpr auto MB = SizeUnit::Megabytes;
     constexpr auto GB = SizeUnit::Gigabytes;
     using Rows = std::vector<std::string>;
-    const std::vector<std::tuple<std::string_view, Rows, SizeUnit, std::string_view>> cases = {
-        {"650 MB", {}, MB, "650 MB|681574400"},
-        {"650", {}, MB, "650 MB|681574400"},
-        {"2 GB", {}, GB, "2 GB|2147483648"},
-        {"1.5 GB", {}, MB, "1.5 MB|1572864"},
-        {"0.0091", {}, MB, "0.0091 MB|9542.0416"},
-        {"1,5", {}, MB, "1 MB|1048576"},
-        {"5MB3", {}, MB, "53 MB|55574528"},
-        {"0.009", {"1 MB"}, MB, "1 MB|1048576"},
-        {"", {}, MB, ""},
-        // A third older size falls out; a preset's job leaves the first place empty.
-        {"5", {"1 MB", "2 MB", "3 MB"}, MB, "5 MB|5242880;1 MB|1048576;2 MB|2097152"},
-        {"700 MB - CD-R", {"1 MB", "2 MB", "3 MB"}, MB, "1 MB|1048576;2 MB|2097152"},
-        {"1.44 MB - Diskette", {}, MB, ""},
-        {"100 MB - Zip Drive", {"9 MB"}, MB, "9 MB|9437184"},
-        {"4.7 GB - DVD-R", {}, GB, ""},
-        // So does a typed size that holds a preset's.
-        {"100", {"1 MB", "2 MB", "3 MB"}, MB, "1 MB|1048576;2 MB|2097152"},
-        {"2100 MB", {}, MB, ""},
-        {"4.7", {}, GB, ""},
-        {"4.7", {}, MB, "4.7 MB|4928307.2"},
-        // An equal size further back loses its place for good.
-        {"2", {"1 MB", "2 MB", "3 MB"}, MB, "2 MB|2097152;1 MB|1048576"},
-        {"1", {"1024 MB", "3 MB"}, GB, "1 GB|1073741824;3 MB|3145728"},
-        {"5", {"1 GB", "1024 MB"}, MB, "5 MB|5242880;1 GB|1073741824"},
-        // Rows as a hand may have written them.
-        {"5", {"12"}, MB, "5 MB|5242880;12MB|12582912"},
-        {"5", {"12"}, GB, "5 GB|5368709120;12GB|12884901888"},
-        {"5", {"3  MB"}, MB, "5 MB|5242880;3 MB|3145728"},
-        {"5", {"some MB", "3 MB"}, MB, "5 MB|5242880;3 MB|3145728"},
-        {"5", {"some MB"}, MB, "5 MB|5242880;some MB|0"},
-    };
-    for (const auto& [text, customRows, unit, stored] : cases) {
+    const Rows three = {"1 MB", "2 MB", "3 MB"};
+    const std::string two = "1 MB|1048576;2 MB|2097152";  // where a third older size falls out
+    using Case = std::tuple<const char*, Rows, SizeUnit, std::string>;
+    for (const auto& [text, customRows, unit, stored] :
+         {Case("650 MB", {}, MB, "650 MB|681574400"), Case("650", {}, MB, "650 MB|681574400"),
+          Case("2 GB", {}, GB, "2 GB|2147483648"), Case("1.5 GB", {}, MB, "1.5 MB|1572864"),
+          Case("0.0091", {}, MB, "0.0091 MB|9542.0416"), Case("1,5", {}, MB, "1 MB|1048576"),
+          Case("5MB3", {}, MB, "53 MB|55574528"), Case("0.009", {"1 MB"}, MB, "1 MB|1048576"),
+          Case("", {}, MB, ""),
+          // A preset's job leaves the first place empty, and so does a typed size that holds one's.
+          Case("5", three, MB, "5 MB|5242880;" + two), Case("700 MB - CD-R", three, MB, two),
+          Case("1.44 MB - Diskette", {}, MB, ""),
+          Case("100 MB - Zip Drive", {"9 MB"}, MB, "9 MB|9437184"),
+          Case("4.7 GB - DVD-R", {}, GB, ""), Case("100", three, MB, two),
+          Case("2100 MB", {}, MB, ""), Case("4.7", {}, GB, ""),
+          Case("4.7", {}, MB, "4.7 MB|4928307.2"),
+          // An equal size further back loses its place for good.
+          Case("2", three, MB, "2 MB|2097152;1 MB|1048576"),
+          Case("1", {"1024 MB", "3 MB"}, GB, "1 GB|1073741824;3 MB|3145728"),
+          Case("5", {"1 GB", "1024 MB"}, MB, "5 MB|5242880;1 GB|1073741824"),
+          // Rows as a hand may have written them.
+          Case("5", {"12"}, MB, "5 MB|5242880;12MB|12582912"),
+          Case("5", {"12"}, GB, "5 GB|5368709120;12GB|12884901888"),
+          Case("5", {"3  MB"}, MB, "5 MB|5242880;3 MB|3145728"),
+          Case("5", {"some MB", "3 MB"}, MB, "5 MB|5242880;3 MB|3145728"),
+          Case("5", {"some MB"}, MB, "5 MB|5242880;some MB|0")}) {
         Rows rows = customRows;
         for (const PieceSizeRow& row : PieceSizeRows("")) {
             rows.push_back(row.text);

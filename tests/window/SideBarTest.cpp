@@ -18,7 +18,7 @@ class SideBarTest : public ::testing::Test {
         bar.AddItem("FIRST", "&First", ":/icons/split.svg");
         bar.AddItem("SECOND", "Salt && P&epper", "");
         bar.AddBar("TWO", "Two", {0xFFFFFF, 0xFFFFFF, 0, false});
-        bar.AddControl(*hosted);
+        bar.AddControl(hosted);
         QObject::connect(&bar, &SideBar::ItemClick,
                          [this](const std::string& key) { clicked.push_back(key); });
         bar.resize(200, 200);
@@ -29,8 +29,7 @@ class SideBarTest : public ::testing::Test {
     QAbstractButton& Button(const char* name) { return *bar.findChild<QAbstractButton*>(name); }
 
     SideBar bar;
-    std::unique_ptr<QLabel> owner = std::make_unique<QLabel>("hosted");
-    QLabel* hosted = owner.release();
+    QLabel hosted{"hosted"};
     std::vector<std::string> clicked;
 };
 
@@ -51,7 +50,7 @@ TEST_F(SideBarTest, ATitleClosesItsBarAndOpensItAgain) {
     const auto expect = [&](const char* after, int state) {
         EXPECT_EQ(bar.State("ONE"), state) << after;
         EXPECT_EQ(Button("Item_FIRST").isVisible(), state == 1) << after;
-        EXPECT_TRUE(bar.State("TWO") == 1 && hosted->isVisible()) << after;
+        EXPECT_TRUE(bar.State("TWO") == 1 && hosted.isVisible()) << after;
     };
     QTest::mouseClick(&title, Qt::LeftButton);
     expect("the mouse", 0);
@@ -67,7 +66,7 @@ TEST_F(SideBarTest, ATitleClosesItsBarAndOpensItAgain) {
 }
 
 TEST_F(SideBarTest, WhatHasNoRoomIsReachedByScrolling) {
-    hosted->setMinimumHeight(300);
+    hosted.setMinimumHeight(300);
     EXPECT_TRUE(QTest::qWaitFor([this] { return bar.verticalScrollBar()->maximum() > 0; }));
     bar.State("TWO", 0);
     EXPECT_TRUE(QTest::qWaitFor([this] { return bar.verticalScrollBar()->maximum() == 0; }));

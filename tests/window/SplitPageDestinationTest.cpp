@@ -18,9 +18,8 @@ class SplitPageDestination : public SplitPageFixture {
         }
         drives_.Write("config/drives", "X: fixed " + drives_.System("x") + "\nA: removable " +
                                            drives_.System("a") + "\n");
-        Platform real = MakeLinuxPlatform(FoldersIn(drives_));
-        PlatformParts().fileSystem = std::move(real.fileSystem);
-        auto fake = std::make_unique<FakeVolumes>(std::move(real.volumes));
+        PlatformParts().fileSystem = MakeLinuxPlatform(FoldersIn(drives_)).fileSystem;
+        auto fake = std::make_unique<FakeVolumes>(drives_);
         volumes = &fake->volumes;
         PlatformParts().volumes = std::move(fake);
     }
@@ -43,7 +42,7 @@ class SplitPageDestination : public SplitPageFixture {
         Click("CmdSourceFile");
     }
 
-    std::map<char, FakeVolumes::Volume>* volumes = nullptr;
+    decltype(FakeVolumes::volumes)* volumes = nullptr;
 
   private:
     TestFolder drives_;
@@ -52,41 +51,32 @@ class SplitPageDestination : public SplitPageFixture {
 TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
     OpenSource(10000);
     Folder().MakeFolder("other");
-    const Texts bad{"Invalid Characters in destination folder,\rPlease check."};
-    struct Case {
-        std::string text;
-        const char* state;
-        std::string freeSpace;  ///< "*" for any figure
-        Texts said = {};
-    };
-    for (const Case& row : std::initializer_list<Case>{
-             {"C", "black blue ready start", ""},
-             {"ab", "black red ready start", "kept"},
-             {"C:", "black red ready start", "kept"},
-             {Here() + "other", "black black ready start", "*"},
-             {Here() + "new", "black blue ready start", "*"},
-             {Here() + "ne*", "black red ready", "kept", bad},
-             {R"(\\server\share\x)", "black blue ready start", "N/A"},
-             {R"(Q:\x)", "black red ready start", "Media not Ready"},
-             {"", "black blue ready start", ""},
-             {Here(), "black black ready start", "*"},
-         }) {
-        SCOPED_TRACE(row.text);
+    using Case =
+        std::tuple<std::string, const char*, std::string>;  // free space: "*" for any figure
+    for (const auto& [text, state, freeSpace] :
+         {Case("C", "black blue ready start", ""), Case("ab", "black red ready start", "kept"),
+          Case("C:", "black red ready start", "kept"),
+          Case(Here() + "other", "black black ready start", "*"),
+          Case(Here() + "new", "black blue ready start", "*"),
+          Case(Here() + "ne*", "black red ready", "kept"),
+          Case(R"(\\server\share\x)", "black blue ready start", "N/A"),
+          Case(R"(Q:\x)", "black red ready start", "Media not Ready"),
+          Case("", "black blue ready start", ""), Case(Here(), "black black ready start", "*")}) {
+        SCOPED_TRACE(text);
         Write(Here());
         Enter();
         ASSERT_TRUE(CanStart());
         const std::string before = LabelText("txtFreeSpaceDest");
-        Write(row.text);
-        EXPECT_EQ(State(), row.state);
+        Write(text);
+        EXPECT_EQ(State(), state);
         const std::string free = LabelText("txtFreeSpaceDest");
-        if (row.freeSpace == "*") {
-            EXPECT_TRUE(free.ends_with(" MB") || free.ends_with(" GB")) << free;
-        } else {
-            EXPECT_EQ(free, row.freeSpace == "kept" ? before : row.freeSpace);
-        }
+        EXPECT_TRUE(freeSpace == "*" ? free.ends_with(" MB") || free.ends_with(" GB")
+                                     : free == (freeSpace == "kept" ? before : freeSpace))
+            << free;
         EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
-        EXPECT_EQ(Said(), row.said);
-        const bool isSource = row.text == Here();
+        EXPECT_EQ(Said(), Texts(text.ends_with("*") ? 1 : 0,
+                                "Invalid Characters in destination folder,\rPlease check."));
+        const bool isSource = text == Here();
         EXPECT_EQ(IsChecked("ChkDestinationFolder"), isSource);
         EXPECT_EQ(Settings().DestinationFolderUseSource(), isSource ? 1 : 0);
         EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !isSource);
@@ -122,35 +112,26 @@ TEST_F(SplitPageDestination, FollowsTheBoxOfTheSourcesFolder) {
 TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
     Save(Here());
     const std::string made = Here() + R"(new\deep)";
-    const Texts question{"Folder don't exist, create this new folder ?   "};
-    struct Case {
-        std::string text;
-        Texts said;
-        BoxAnswer answer;
-        std::string textAfter;
-        const char* state = "black black ready start";
-    };
     using enum BoxAnswer;
-    for (const Case& row : std::initializer_list<Case>{
-             {"", nothing, Yes, "", "black red ready"},
-             {"C", nothing, Yes, "C", "black red ready"},
-             {"ab", nothing, Yes, "ab", "black red ready"},
-             {Here() + "refused", question, No, Here()},
-             {R"(Q:\x)", question, Yes, Here()},
-             {made, question, Yes, made},
-             {R"(X:\)", nothing, Yes, R"(X:\)"},
-         }) {
-        SCOPED_TRACE(row.text);
+    using Case = std::tuple<std::string, std::deque<BoxAnswer>, std::string, const char*>;
+    for (const auto& [text, answers, textAfter, state] :
+         {Case("", {}, "", "black red ready"), Case("C", {}, "C", "black red ready"),
+          Case("ab", {}, "ab", "black red ready"),
+          Case(Here() + "refused", {No}, Here(), "black black ready start"),
+          Case(R"(Q:\x)", {Yes}, Here(), "black black ready start"),
+          Case(made, {Yes}, made, "black black ready start"),
+          Case(R"(X:\)", {}, R"(X:\)", "black black ready start")}) {
+        SCOPED_TRACE(text);
         Page().CmdReset_Click();
         OpenSource(10000);
-        Write(row.text);
+        Write(text);
         Widget("CmdStartSplitt").setEnabled(false);
         Widget("cmdCreateCommand").setEnabled(false);
-        Boxes().answers = {row.answer};
+        Boxes().answers = answers;
         Enter();
-        EXPECT_EQ(Said(), row.said);
-        EXPECT_EQ(Destination(), row.textAfter);
-        EXPECT_EQ(State(), row.state);
+        EXPECT_EQ(Said(), Texts(answers.size(), "Folder don't exist, create this new folder ?   "));
+        EXPECT_EQ(Destination(), textAfter);
+        EXPECT_EQ(State(), state);
         EXPECT_EQ(Settings().DestinationFolder(), Folder().Has("new/deep") ? made : Here());
     }
     EXPECT_EQ(Folder().Names(), (Texts{"film.mkv", "new"}));
@@ -184,35 +165,27 @@ TEST_F(SplitPageDestination, IsSavedOnlyWhenItIsLeftOrPicked) {
 }
 
 TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
-    struct Case {
-        const char* what;
-        DriveType type;
-        double size;
-        double free;
-        bool gigabytes;
-        bool fits;
-    };
     using enum DriveType;
     constexpr double TwoMB = 2 * Megabyte + 2000;
     constexpr double OneGB = Gigabyte + 2000;
-    for (const Case& row : {Case{"twice as large", Fixed, 2e6, 1e6, false, false},
-                            Case{"the same, removable", Removable, 2e6, 1e6, false, true},
-                            Case{"a CD counts as fixed", CdRom, 2e6, 1e6, false, false},
-                            Case{"equal in MB", Fixed, 2.004 * Megabyte, TwoMB, false, true},
-                            Case{"equal in GB", Fixed, 1.004 * Gigabyte, OneGB, true, true},
-                            Case{"but not in MB", Fixed, 1.004 * Gigabyte, OneGB, false, false}}) {
-        SCOPED_TRACE(row.what);
-        Settings().SizeMB(row.gigabytes ? 0 : 1);
-        Settings().SizeGB(row.gigabytes ? 1 : 0);
+    using Case = std::tuple<DriveType, double, double, std::int16_t, bool>;
+    for (const auto& [type, size, free, gigabytes, fits] :
+         {Case(Fixed, 2e6, 1e6, 0, false), Case(Removable, 2e6, 1e6, 0, true),
+          Case(CdRom, 2e6, 1e6, 0, false), Case(Fixed, 2.004 * Megabyte, TwoMB, 0, true),
+          Case(Fixed, 1.004 * Gigabyte, OneGB, 1, true),
+          Case(Fixed, 1.004 * Gigabyte, OneGB, 0, false)}) {
+        SCOPED_TRACE(size);
+        Settings().SizeMB(1 - gigabytes);
+        Settings().SizeGB(gigabytes);
         Save(Here());
-        (*volumes)['X'] = {row.type, row.free, 2 * row.free};
+        (*volumes)["X"] = {type, free, 2 * free};
         Open();
-        OpenSource(row.size);
+        OpenSource(size);
         TypeFolder(R"(X:\)");
-        EXPECT_EQ(Said(), row.fits ? nothing : tooLarge);
+        EXPECT_EQ(Said(), fits ? nothing : tooLarge);
         // A refusal returns to the saved folder, which what was typed has not become.
-        EXPECT_EQ(Destination(), row.fits ? R"(X:\)" : Here());
-        EXPECT_EQ(State(), row.fits ? "black black ready start" : "red red ");
+        EXPECT_EQ(Destination(), fits ? R"(X:\)" : Here());
+        EXPECT_EQ(State(), fits ? "black black ready start" : "red red ");
         EXPECT_EQ(Settings().DestinationFolder(), Here());
         EXPECT_TRUE(IsEnabled("CmdReset"));
     }
@@ -221,13 +194,13 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
 // Every folder is too small here, the saved one too: the way back to it has to end.
 TEST_F(SplitPageDestination, EmptiesASourceThatFitsNowhere) {
     Save(R"(X:\)");
-    (*volumes)['X'] = {DriveType::Fixed, 1e6, 2e6};
+    (*volumes)["X"] = {DriveType::Fixed, 1e6, 2e6};
     Browse(2e6);
     ASSERT_FALSE(Boxes().shown.empty());
     EXPECT_EQ(Said().back(), tooLarge[0]);
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-    (*volumes)['C'] = {DriveType::Fixed, 1e6, 2e6};
+    (*volumes)["C"] = {DriveType::Fixed, 1e6, 2e6};
     Page().OpenSource(Folder().Drive("film.mkv"));
     Write(Here());
     EXPECT_EQ(Said().back(), tooLarge[0]);
@@ -243,7 +216,7 @@ TEST_F(SplitPageDestination, WarnsOfAnUnreadyUnitOnceAFileIsBrowsedFor) {
 
 TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     OpenSource(10000);
-    (*volumes)['A'] = {DriveType::Removable, Megabyte, Megabyte};
+    (*volumes)["A"] = {DriveType::Removable, Megabyte, Megabyte};
     for (const char* folder : {R"(A:\)", R"(a:\)", R"(A:\new)"}) {
         PartSize().WriteText("");
         Write(folder);

@@ -7,13 +7,15 @@
 namespace zarn::testing {
 namespace {
 
+using Texts = std::vector<std::string>;
+
 class SplitPageSource : public SplitPageFixture {
   protected:
     void Browse(const std::string& path) {
         Dialogs().answers = {path};
         Click("CmdSourceFile");
     }
-    void Drop(const std::vector<std::string>& paths) { DropOn("txtSourceFile", paths); }
+    void Drop(const Texts& paths) { DropOn("txtSourceFile", paths); }
     std::string Caption() { return FromQt(Find<QGroupBox>("Frame1").title()); }
 };
 
@@ -35,50 +37,40 @@ TEST_F(SplitPageSource, ComesInByThreeWaysThatDiffer) {
                "\rSize : " + size + " Bytes   ";
     };
     const std::string before = R"(C:\before)";
-    struct Case {
-        Way way;
-        std::string name;
-        std::string message;
-        const char* state;
-    };
-    for (const Case& row : std::initializer_list<Case>{
-             {Browsed, "least", "", "black black ready start stored"},
-             {Typed, "least", "", "black black ready start"},
-             {Dropped, "least", "", "black black ready start stored"},
-             {Browsed, "small", "", "black black ready stored"},
-             {Typed, "small", "", "red black "},
-             {Dropped, "small", tooSmall("small", "5242"), "empty"},
-             {Browsed, longest, "", "black black ready start stored"},
-             {Dropped, longest, "", "black black ready start stored"},
-             {Browsed, tooLong, longName, "red black "},
-             {Typed, tooLong, "", "red black "},  // from the text before
-             {Dropped, tooLong, longName, "red black "},
-             {Browsed, "folder", invalid, "empty"},
-             {Typed, "folder", "", "red black "},
-             {Dropped, "folder", "", "red black "},
-             {Browsed, "missing", invalid, "empty"},
-             {Typed, "missing", "", "red black "},
-             {Dropped, "missing", tooSmall("missing", "0"), "empty"},
-         }) {
-        SCOPED_TRACE(row.name + " by way " + std::to_string(static_cast<int>(row.way)));
+    using Case = std::tuple<Way, std::string, std::string, const char*>;
+    for (const auto& [way, name, message, state] :
+         {Case(Browsed, "least", "", "black black ready start stored"),
+          Case(Typed, "least", "", "black black ready start"),
+          Case(Dropped, "least", "", "black black ready start stored"),
+          Case(Browsed, "small", "", "black black ready stored"),
+          Case(Typed, "small", "", "red black "),
+          Case(Dropped, "small", tooSmall("small", "5242"), "empty"),
+          Case(Browsed, longest, "", "black black ready start stored"),
+          Case(Dropped, longest, "", "black black ready start stored"),
+          Case(Browsed, tooLong, longName, "red black "),
+          Case(Typed, tooLong, "", "red black "),  // from the text before
+          Case(Dropped, tooLong, longName, "red black "), Case(Browsed, "folder", invalid, "empty"),
+          Case(Typed, "folder", "", "red black "), Case(Dropped, "folder", "", "red black "),
+          Case(Browsed, "missing", invalid, "empty"), Case(Typed, "missing", "", "red black "),
+          Case(Dropped, "missing", tooSmall("missing", "0"), "empty")}) {
+        SCOPED_TRACE(name + " by way " + std::to_string(static_cast<int>(way)));
         Settings().LastOpenFileFolder(before);
         Open();
-        const std::string path = Folder().Drive(row.name);
-        if (row.way == Browsed) {
+        const std::string path = Folder().Drive(name);
+        if (way == Browsed) {
             Browse(path);
-        } else if (row.way == Dropped) {
-            Drop({Folder().System(row.name)});
+        } else if (way == Dropped) {
+            Drop({Folder().System(name)});
         } else {
             // Over a folder that is known already, so that the page need not fill it in.
             Write("txtSourceFile", Folder().Drive("x"));
             Write("txtSourceFile", path);
         }
-        const auto message = std::vector<std::string>(row.message.empty() ? 0 : 1, row.message);
-        EXPECT_EQ(Said(), message);
+        EXPECT_EQ(Said(), Texts(message.empty() ? 0 : 1, message));
         const std::string stored = Settings().LastOpenFileFolder();
         const std::string text = Text("txtSourceFile");
         const std::string mark = stored == path ? " stored" : stored == before ? "" : stored;
-        EXPECT_EQ((text.empty() ? "empty" : State()) + mark, row.state);
+        EXPECT_EQ((text.empty() ? "empty" : State()) + mark, state);
         EXPECT_TRUE(text.empty() || text == path) << text;
         EXPECT_EQ(Caption() == "Input File", !IsEnabled("OptSize")) << Caption();
     }
@@ -109,7 +101,7 @@ TEST_F(SplitPageSource, IsRedUntilItIsTypedInFull) {
     Click("CmdReset");
     EXPECT_EQ(Text("txtSourceFile") + Text("txtDestinationFolder"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-    EXPECT_EQ(Said(), std::vector<std::string>());
+    EXPECT_EQ(Said(), Texts());
 }
 
 TEST_F(SplitPageSource, TakesTheFirstOfTheDroppedFiles) {
@@ -131,9 +123,8 @@ TEST_F(SplitPageSource, TakesTheFirstOfTheDroppedFiles) {
     data.setData("text/uri-list",
                  "# list\r\nfile:///etc/a%20b\r\nfile://localhost/etc/c\r\nfile:/etc/d%25%FF\r\n"
                  "file://elsewhere/etc/e\r\nhttp://host/f\r\nfile:///etc/g%5Ch\r\n");
-    EXPECT_EQ(
-        FilesOf(data, *Shared().Platform().fileSystem),
-        (std::vector<std::string>{R"(C:\etc\a b)", R"(C:\etc\c)", "C:\\etc\\d%\xFF", "", "", ""}));
+    EXPECT_EQ(FilesOf(data, *Shared().Platform().fileSystem),
+              (Texts{R"(C:\etc\a b)", R"(C:\etc\c)", "C:\\etc\\d%\xFF", "", "", ""}));
 }
 
 TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
@@ -160,7 +151,7 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
     Page().ResetSplitForm();
     EXPECT_EQ(Text("txtPartsNumber") + PartSize().Text(), "");
     EXPECT_EQ(Spinner().Value(), 1);
-    EXPECT_EQ(Said(), std::vector<std::string>());
+    EXPECT_EQ(Said(), Texts());
 }
 
 TEST_F(SplitPageSource, ShowsAndEnablesTheFieldsOfTheModeOnceItIsThere) {
@@ -224,7 +215,7 @@ TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
     EXPECT_EQ(Text("txtDestinationFolder") + LabelText("txtFileSystemDest") +
                   LabelText("txtFreeSpaceDest") + LabelText("txtDriveCapacityDestination"),
               "");
-    EXPECT_EQ(Said(), std::vector<std::string>());
+    EXPECT_EQ(Said(), Texts());
 }
 
 // Writing another destination takes the guard off, so the unit of the diskette's row is chosen;

@@ -22,7 +22,7 @@ constexpr const char* OverDevice = "Piece Size must be smaller than Destination 
 class StartChecks : public ::testing::Test {
   protected:
     SharedObjects MakeShared() {
-        auto fake = std::make_unique<FakeVolumes>(std::move(test.platform.volumes));
+        auto fake = std::make_unique<FakeVolumes>(test.home);
         volumes = &fake->volumes;
         test.platform.volumes = std::move(fake);
         return SharedObjects(std::move(test.platform));
@@ -54,7 +54,7 @@ class StartChecks : public ::testing::Test {
     }
 
     TestPlatform test;
-    std::map<char, FakeVolumes::Volume>* volumes = nullptr;
+    decltype(FakeVolumes::volumes)* volumes = nullptr;
     SharedObjects shared = MakeShared();
     const std::string small = Hole("small", 5 * Megabyte);
     const std::string odd = Hole("odd", 5 * Megabyte + 2000);
@@ -65,59 +65,45 @@ class StartChecks : public ::testing::Test {
 };
 
 TEST_F(StartChecks, EndAtTheFirstFailure) {
-    struct Case {
-        const char* what;
-        StartFields fields;
-        const char* message;
-        const char* criterion;
-        double bytes = 0;
-        Kind kind = Kind::Stop;
-    };
-    const std::vector<Case> cases = {
-        {"no folder", To(""), InvalidFolder, ""},
-        {"one character", To(" C "), InvalidFolder, ""},
-        {"two characters", To("C:"), BadCount, ""},
-        {"hidden count", Count("12000", true), BadCount, ""},
-        {"most", Count("9999", true), "", "Size", Megabyte, Kind::GoOn},
-        {"hidden count of one", Count("1", true), "", "Size", Megabyte, Kind::GoOn},
-        {"no count", Count(""), BadCount, ""},
-        {"count below two", Count("1.9"), BadCount, ""},
-        {"count", Count("2"), "", "Parts", 0, Kind::GoOn},
-        {"too many", Count("10000"), BadCount, ""},
-        {"first row", Size("Type Custom Size ..."), "", "Size", 0, Kind::EmptyPartSize},
-        {"empty", Size(""), BadSize, "Size"},
-        {"below the least", Size("0.005"), BadSize, "Size"},
-        {"the least", Size("0.01"), "", "Size", 10486, Kind::GoOn},
-        {"the least in GB", Gigabytes(large, "0.01"), "", "Size", 10737418, Kind::GoOn},
-        {"units are cut out", Size("1GB2"), "", "Size", 12 * Megabyte, Kind::GoOn},
-        {"row", Row("3 MB", 3000000), "", "Size", 3000000, Kind::GoOn},
-        {"row without bytes", Row("3 MB", 0), BadSize, "Size"},
-        {"row of the source's size", Row("3 MB", 5242880), SameSize, "Size"},
-        {"the source's size", Size("5"), SameSize, "Size"},
-        {"equal to two places", Of(odd, "5"), OverSource, "Size"},
-        {"a little more", Size("5.001"), OverSource, "Size"},
-        {"a little less", Size("4.999"), "", "Size", 5241831, Kind::GoOn},
-        {"more, without a source", Of(missing, "6"), "", "Size", 6 * Megabyte, Kind::GoOn},
-        {"diskette", Of(one, "1.44 MB - Diskette"), "", "Size", 1454236, Kind::GoOn},
-        {"typed diskette", Of(one, "1.44"), "", "Size", 1509949, Kind::GoOn},
-        {"nearly a diskette", Of(one, "1.45"), OverSource, "Size"},
-        {"small DVD", Gigabytes(huge, "4.7 GB - DVD-R"), "", "Size", 4702989189, Kind::GoOn},
-        {"large DVD", Gigabytes(huge, "8.5 GB - DVD-R"), "", "Size", 8504035246, Kind::GoOn},
-        {"small DVD, as a text", Gigabytes(huge, "4.7 GB"), "", "Size", 5046586573, Kind::GoOn},
-        {"as large to two places", Gigabytes(large, "2.004"), OverSource, "Size"},
-        {"less to two places", Gigabytes(large, "1.99"), "", "Size", 2136746230, Kind::GoOn},
-        {"no exemption in GB", Gigabytes(one, "1.44"), OverSource, "Size"},
-        {"GB, no source", Gigabytes(missing, "6"), "", "Size", 6 * Gigabyte, Kind::GoOn},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.what);
-        const StartDecision decision = Check(row.fields);
-        EXPECT_EQ(decision.kind, row.kind);
-        EXPECT_EQ(decision.message, row.message);
-        EXPECT_EQ(decision.criterion, row.criterion);
-        EXPECT_TRUE(row.kind != Kind::GoOn || decision.pieceBytes == row.bytes)
-            << decision.pieceBytes;
+    using Case = std::tuple<StartFields, std::string_view, std::string_view, double>;
+    for (const auto& [fields, message, criterion, bytes] :
+         {// The folder, and a count, which is looked at where it is hidden, too.
+          Case(To(""), InvalidFolder, "", 0), Case(To(" C "), InvalidFolder, "", 0),
+          Case(To("C:"), BadCount, "", 0), Case(Count("12000", true), BadCount, "", 0),
+          Case(Count("9999", true), "", "Size", Megabyte),
+          Case(Count("1", true), "", "Size", Megabyte), Case(Count(""), BadCount, "", 0),
+          Case(Count("1.9"), BadCount, "", 0), Case(Count("2"), "", "Parts", 0),
+          Case(Count("10000"), BadCount, "", 0),
+          // Nothing, the least, and rows with their own bytes.
+          Case(Size(""), BadSize, "Size", 0), Case(Size("0.005"), BadSize, "Size", 0),
+          Case(Size("0.01"), "", "Size", 10486),
+          Case(Gigabytes(large, "0.01"), "", "Size", 10737418),
+          Case(Size("1GB2"), "", "Size", 12 * Megabyte),
+          Case(Row("3 MB", 3000000), "", "Size", 3000000), Case(Row("3 MB", 0), BadSize, "Size", 0),
+          Case(Row("3 MB", 5242880), SameSize, "Size", 0),
+          // Against the source's size, to two places.
+          Case(Size("5"), SameSize, "Size", 0), Case(Of(odd, "5"), OverSource, "Size", 0),
+          Case(Size("5.001"), OverSource, "Size", 0), Case(Size("4.999"), "", "Size", 5241831),
+          Case(Of(missing, "6"), "", "Size", 6 * Megabyte),
+          // Media have bytes of their own, and the diskette is exempt.
+          Case(Of(one, "1.44 MB - Diskette"), "", "Size", 1454236),
+          Case(Of(one, "1.44"), "", "Size", 1509949), Case(Of(one, "1.45"), OverSource, "Size", 0),
+          Case(Gigabytes(huge, "4.7 GB - DVD-R"), "", "Size", 4702989189),
+          Case(Gigabytes(huge, "8.5 GB - DVD-R"), "", "Size", 8504035246),
+          Case(Gigabytes(huge, "4.7 GB"), "", "Size", 5046586573),
+          Case(Gigabytes(large, "2.004"), OverSource, "Size", 0),
+          Case(Gigabytes(large, "1.99"), "", "Size", 2136746230),
+          Case(Gigabytes(one, "1.44"), OverSource, "Size", 0),
+          Case(Gigabytes(missing, "6"), "", "Size", 6 * Gigabyte)}) {
+        SCOPED_TRACE(fields.partSize + " or " + fields.partsNumber + " to " + fields.destination);
+        const StartDecision decision = Check(fields);
+        EXPECT_EQ(decision.kind, message.empty() ? Kind::GoOn : Kind::Stop);
+        EXPECT_EQ(decision.message, message);
+        EXPECT_EQ(decision.criterion, criterion);
+        EXPECT_TRUE(!message.empty() || decision.pieceBytes == bytes) << decision.pieceBytes;
     }
+    const StartDecision first = Check(Size("Type Custom Size ..."));
+    EXPECT_TRUE(first.kind == Kind::EmptyPartSize && first.message.empty());
     // A source too small for gigabytes is told of, then compared in megabytes.
     EXPECT_EQ(test.boxes->shown.size(), 1U);
     EXPECT_EQ(Check(Gigabytes(small, "1")).kind, Kind::GoOn);
@@ -126,28 +112,22 @@ TEST_F(StartChecks, EndAtTheFirstFailure) {
 }
 
 TEST_F(StartChecks, HoldAPieceAgainstARemovableDevice) {
-    struct Case {
-        DriveType type;
-        double capacity;
-        StartFields fields;
-        const char* message;
-    };
-    for (const Case& row : std::initializer_list<Case>{
-             {DriveType::Removable, Megabyte, Size("2"), OverDevice},
-             {DriveType::Fixed, Megabyte, Size("2"), ""},
-             {DriveType::Removable, Megabyte, Size("1.44"), ""},
-             {DriveType::Removable, Megabyte, Of(missing, "2"), ""},
-             {DriveType::Removable, 2 * Megabyte + 3000, Size("2.004"), ""},
-             {DriveType::Removable, Gigabyte, Gigabytes(large, "1.44"), OverDevice},
-             {DriveType::Removable, Gigabyte, Gigabytes(missing, "1.44"), OverDevice},
-             {DriveType::Removable, Gigabyte + 3000, Gigabytes(large, "1"), ""},
-             {DriveType::CdRom, Gigabyte, Gigabytes(large, "1.44"), ""},
-         }) {
-        SCOPED_TRACE(row.fields.partSize + " on " + std::to_string(row.capacity));
-        (*volumes)['C'] = {row.type, 1000, row.capacity};
-        const StartDecision decision = Check(row.fields);
-        EXPECT_EQ(decision.message, row.message);
-        EXPECT_EQ(decision.kind, *row.message == '\0' ? Kind::GoOn : Kind::Stop);
+    using enum DriveType;
+    using Case = std::tuple<DriveType, double, StartFields, std::string_view>;
+    for (const auto& [type, capacity, fields, message] :
+         {Case(Removable, Megabyte, Size("2"), OverDevice), Case(Fixed, Megabyte, Size("2"), ""),
+          Case(Removable, Megabyte, Size("1.44"), ""),
+          Case(Removable, Megabyte, Of(missing, "2"), ""),
+          Case(Removable, 2 * Megabyte + 3000, Size("2.004"), ""),
+          Case(Removable, Gigabyte, Gigabytes(large, "1.44"), OverDevice),
+          Case(Removable, Gigabyte, Gigabytes(missing, "1.44"), OverDevice),
+          Case(Removable, Gigabyte + 3000, Gigabytes(large, "1"), ""),
+          Case(CdRom, Gigabyte, Gigabytes(large, "1.44"), "")}) {
+        SCOPED_TRACE(fields.partSize + " on " + std::to_string(capacity));
+        (*volumes)["C"] = {type, 1000, capacity};
+        const StartDecision decision = Check(fields);
+        EXPECT_EQ(decision.message, message);
+        EXPECT_EQ(decision.kind, message.empty() ? Kind::GoOn : Kind::Stop);
     }
 }
 
