@@ -1,5 +1,4 @@
 #include <limits>
-#include <map>
 
 #include "settings/FilesFixture.h"
 
@@ -173,18 +172,14 @@ TEST(MessagesTest, KindsOfBox) {
     boxes.answers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes, BoxAnswer::Ok};
     EXPECT_TRUE(messages.Confirmation("e") && !messages.Confirmation("e"));
     EXPECT_TRUE(messages.ExitSystem("f") && !messages.ExitSystem("f"));
-    const std::map<BoxIcon, std::string> icons = {{BoxIcon::Stop, "x"},
-                                                  {BoxIcon::Question, "?"},
-                                                  {BoxIcon::Exclamation, "!"},
-                                                  {BoxIcon::Information, "i"}};
     std::string all;
     for (const BoxMessage& box : boxes.shown) {
-        all += box.title + '|' + box.text + '|' + icons.at(box.icon) +
+        all += box.title + '|' + box.text + '|' + std::to_string(static_cast<int>(box.icon)) +
                (box.buttons == BoxButtons::YesNo ? "|yes, no\n" : "|ok\n");
     }
     EXPECT_EQ(all,
-              "Information|a  |i|ok\nError|b|!|ok\nCritical Error|c|x|ok\n|d|i|ok\n"
-              "Confirmation|e|?|yes, no\nConfirmation|e|?|yes, no\n|f|?|yes, no\n|f|?|yes, no\n");
+              "Information|a  |3|ok\nError|b|2|ok\nCritical Error|c|0|ok\n|d|3|ok\n"
+              "Confirmation|e|1|yes, no\nConfirmation|e|1|yes, no\n|f|1|yes, no\n|f|1|yes, no\n");
 }
 
 }  // namespace

@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
 #include "settings/CryptPass.h"
 #include "settings/Parameters.h"
 #include "support/ErrorOf.h"
-#include "support/TestPlatform.h"
+#include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {
 namespace {
@@ -15,25 +14,16 @@ namespace {
 constexpr RegistryHive User = RegistryHive::CurrentUser;
 constexpr std::string_view LastUsed = R"(Software\Zarn Technology\Zarn File Splitter\Last Used)";
 
-/// Records the priority classes instead of setting them.
-class RecordingProcesses : public LinuxProcesses {
-  public:
-    using LinuxProcesses::LinuxProcesses;
-    void SetPriorityClass(PriorityClass priority) override { classes.push_back(priority); }
-
-    std::vector<PriorityClass> classes;
-};
-
 struct ParametersTest : public ::testing::Test {
     ParametersTest() {
-        auto recording = std::make_unique<RecordingProcesses>(nullptr, FoldersIn(test.home));
-        processes = recording.get();
-        shared.Platform().processes = std::move(recording);
+        auto quiet = std::make_unique<QuietProcesses>(test.home);
+        processes = quiet.get();
+        shared.Platform().processes = std::move(quiet);
     }
 
     TestPlatform test;
     SharedObjects shared{std::move(test.platform)};
-    RecordingProcesses* processes = nullptr;
+    QuietProcesses* processes = nullptr;
 
     Parameters& Settings() { return shared.Parameters(); }
     Registry& Store() { return *shared.Platform().registry; }
@@ -179,8 +169,8 @@ TEST_F(ParametersTest, ThePriorityIsAppliedByEachAccess) {
     EXPECT_EQ(Stored("Priority Processor"), "#4");
     Settings().PriorityProcessor(2.5);
     EXPECT_EQ(Settings().PriorityProcessor(), 2) << "class by the value, store by its rounding";
+    EXPECT_EQ(processes->calls, "normal normal real-time high normal ");
     using enum PriorityClass;
-    EXPECT_EQ(processes->classes, (std::vector{Normal, Normal, RealTime, High, Normal}));
     using Case = std::pair<double, PriorityClass>;
     for (const auto& [value, expected] :
          {Case(-5, Idle), Case(1, Idle), Case(1.01, Normal), Case(2, Normal), Case(2.01, High),

@@ -1,11 +1,14 @@
+#include <QTabBar>
 #include <deque>
 #include <filesystem>
 
+#include "controls/HSlider.h"
 #include "controls/PanelText.h"
 #include "runtime/Text.h"
+#include "settings/PreferencesPage.h"
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
-#include "support/forms/PreferencesPageFixture.h"
+#include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
 namespace {
@@ -20,9 +23,43 @@ constexpr const char* Bad =
 constexpr const char* Ask = "Temporary folder doesn't exist, create this new folder ?   ";
 constexpr const char* Differ = " Password and confirmation do not match ";
 
+// A window around the page that only notes what it is asked for.
+class RecordingPreferencesFrame : public PreferencesFrame {
+  public:
+    void UntickCompress() override { calls += ", untick"; }
+    void ShowDestinationUnit(std::string_view path) override {
+        calls += ", unit " + std::string(path);
+    }
+    void ReturnToPrompt() override { calls += ", return"; }
+    void UpdateSummary() override { calls += ", summary"; }
+
+    std::string calls;
+};
+
 // The tests write and read paths with HERE for their folder and SYSTEM for the system's one.
-class PreferencesPageTest : public PreferencesPageFixture {
+class PreferencesPageTest : public PageFixture<PreferencesPage> {
   protected:
+    std::unique_ptr<PreferencesPage> Make() override {
+        return std::make_unique<PreferencesPage>(Shared(), Dialogs(), frame_, nullptr);
+    }
+    void BringUp(PreferencesPage& page) override { page.ShowSettingsTab(tab_); }
+    PreferencesPage& Open(std::string_view tab) {
+        tab_ = tab;
+        return PageFixture::Open();
+    }
+    std::string SystemFolder() { return Shared().Files().GetWindowsTempPath(); }
+    HSlider& Slider() { return Find<HSlider>("Slider1"); }
+    void Click(const char* name) { Button(name).click(); }
+    bool CanApply() {
+        EXPECT_EQ(IsEnabled("CmdApply"), IsEnabled("CmdUndo"));
+        return IsEnabled("CmdApply");
+    }
+    // The text of the one box that was shown since the last call; empty if there was none.
+    std::string Message() {
+        const std::vector<std::string> texts = Said();
+        EXPECT_LE(texts.size(), 1U);
+        return texts.empty() ? "" : texts.back();
+    }
     std::string Long(std::string_view text) { return Replace(text, "HERE", Folder().Drive()); }
     std::string Short(std::string_view text) {
         return Replace(Replace(text, SystemFolder(), "SYSTEM"), Folder().Drive(), "HERE");
@@ -60,16 +97,14 @@ class PreferencesPageTest : public PreferencesPageFixture {
         Settings().CompressPassword("secret");
     }
     // What the page has asked of the window since the last call.
-    std::string Calls() {
-        std::string calls;
-        for (const std::string& call : std::exchange(Frame().calls, {})) {
-            calls += ", " + Short(call);
-        }
-        return calls;
-    }
+    std::string Calls() { return Short(std::exchange(frame_.calls, {})); }
+
+  private:
+    std::string tab_ = "GENERAL";
+    RecordingPreferencesFrame frame_;
 };
 
-TEST_F(PreferencesPageTest, EveryTextFitsHasANameAndAKeyOfItsOwn) {
+TEST_F(PreferencesPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
     InEveryFont([this] {
         for (const char* tab : {"GENERAL", "COMPRESSION"}) {
             Open(tab);
@@ -83,9 +118,6 @@ TEST_F(PreferencesPageTest, EveryTextFitsHasANameAndAKeyOfItsOwn) {
         }
     });
     ExpectNamesAndKeys(Page());
-}
-
-TEST_F(PreferencesPageTest, TheTabKeyGoesThePagesWay) {
     Open("GENERAL");
     Write("txtTemporaryFolder", Folder().Drive());
     Tabs().setFocus();
@@ -121,14 +153,11 @@ TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
 
 TEST_F(PreferencesPageTest, SaysByColourWhatAFolderIs) {
     Folder().MakeFolder("other");
-    struct Case {
-        const char *text, *shown, *message;
-    };
     for (const auto& [text, shown, message] :
-         {Case{R"(HERE\other)", R"(HERE\other black pick apply)", ""},
-          Case{R"(HERE\new)", R"(HERE\new blue ticked apply kept)", ""},
-          Case{R"(HERE\ne?w)", R"(HERE\ne?w red ticked kept)", Bad},
-          Case{"C", "C red ticked kept", ""}, Case{"tmp", "tmp red ticked kept", ""}}) {
+         {std::tuple(R"(HERE\other)", R"(HERE\other black pick apply)", ""),
+          std::tuple(R"(HERE\new)", R"(HERE\new blue ticked apply kept)", ""),
+          std::tuple(R"(HERE\ne?w)", R"(HERE\ne?w red ticked kept)", Bad),
+          std::tuple("C", "C red ticked kept", ""), std::tuple("tmp", "tmp red ticked kept", "")}) {
         Open("GENERAL");
         EXPECT_EQ(General(), "SYSTEM black ticked");
         Find<PanelText>("txtFreeSpace").setText("kept");
@@ -169,13 +198,9 @@ TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
     std::vector<bool> security;
     QObject::connect(&Page(), &PreferencesPage::SecurityChanged, &Page(),
                      [&security](bool on) { security.push_back(on); });
-    struct Case {
-        const char *password, *confirmation;
-        bool warns, canApply;
-    };
     for (const auto& [password, confirmation, warns, canApply] :
-         {Case{"secret", "other", true, false}, Case{"secret", "secret", false, false},
-          Case{"new", "old", false, true}, Case{"secret", "old", true, false}}) {
+         {std::tuple("secret", "other", true, false), std::tuple("secret", "secret", false, false),
+          std::tuple("new", "old", false, true), std::tuple("secret", "old", true, false)}) {
         WritePasswords(password, confirmation);
         EXPECT_EQ(LabelText("lblPasswordMatch"), warns ? Differ : "");
         EXPECT_EQ(Widget("lblPasswordMatch").isVisible(), warns);
@@ -227,25 +252,21 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
 
 TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     Folder().Write("plain", "");
-    struct Case {
-        std::string text;
-        Answers answers;
-        std::string atEnter, applied;  ///< text, stored folder and level, box, calls
-    };
     const std::string system = "SYSTEM, SYSTEM 5";
     const std::string failed = R"(SYSTEM, C:\ )";
     const std::string made = R"(HERE\new\deep)";
     const std::string end = ", return, summary";
-    const std::vector<Case> cases = {
-        {"HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end},
-        {" ", {}, R"( , C:\ 8)", system + end},
-        {R"(HERE\ne*w)", {}, failed + "8", system + end},
-        {"ab", no, R"(ab, C:\ 8)", system + ", asked" + end},
-        {R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end},
-        {made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"},
-        {R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"},
-        {R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked"}};
-    for (const auto& [text, answers, atEnter, applied] : cases) {
+    // The text, the stored folder and level, the box, and what the window was asked for.
+    using Case = std::tuple<std::string, Answers, std::string, std::string>;
+    for (const auto& [text, answers, atEnter, applied] :
+         {Case("HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end),
+          Case(" ", {}, R"( , C:\ 8)", system + end),
+          Case(R"(HERE\ne*w)", {}, failed + "8", system + end),
+          Case("ab", no, R"(ab, C:\ 8)", system + ", asked" + end),
+          Case(R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end),
+          Case(made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
+          Case(R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"),
+          Case(R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked")}) {
         for (const bool byEnter : {true, false}) {
             std::filesystem::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");

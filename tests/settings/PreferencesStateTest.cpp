@@ -9,27 +9,23 @@ namespace {
 const Preferences inStore = {R"(C:\tmp\)", 8, true, "secret"};
 
 TEST(PreferencesState, TheFirstFindingCounts) {
-    struct Case {
-        const char* what;
-        Preferences page;
-        const char* findings;  ///< changed, malformed, passwords looked at
-    };
-    for (const Case& row : {
-             Case{"as stored", inStore, "p"},
-             {"short goes before another level", {" C ", 3, true, "secret"}, "m"},
-             {"a level goes before a malformed folder", {"C:", 3, true, "secret"}, "c"},
-             {"no backslash behind the colon", {"C:", 8, true, "secret"}, "m"},
-             {"malformed goes before a password", {"tmp", 8, true, "new"}, "m"},
-             {"a network path has a shape", {R"(\\server)", 8, true, "secret"}, "c"},
-             {"another folder", {R"(C:\tmp)", 8, true, "secret"}, "c"},
-             {"another box", {R"(C:\tmp\)", 8, false, "secret"}, "c"},
-             {"another password", {R"(C:\tmp\)", 8, true, "Secret"}, "c"},
-         }) {
-        const PreferencesState state = JudgePreferences(row.page, "", inStore);
-        const std::string findings = std::string(state.changed ? "c" : "") +
-                                     (state.folderIsMalformed ? "m" : "") +
-                                     (state.passwords ? "p" : "");
-        EXPECT_EQ(findings, row.findings) << row.what;
+    // What is found: "c" changed, "m" malformed, "p" passwords looked at.
+    using Case = std::tuple<const char*, Preferences, const char*>;
+    for (const auto& [what, page, found] :
+         {Case("as stored", inStore, "p"),
+          Case("short goes before another level", {" C ", 3, true, "secret"}, "m"),
+          Case("a level goes before a malformed folder", {"C:", 3, true, "secret"}, "c"),
+          Case("no backslash behind the colon", {"C:", 8, true, "secret"}, "m"),
+          Case("malformed goes before a password", {"tmp", 8, true, "new"}, "m"),
+          Case("a network path has a shape", {R"(\\server)", 8, true, "secret"}, "c"),
+          Case("another folder", {R"(C:\tmp)", 8, true, "secret"}, "c"),
+          Case("another box", {R"(C:\tmp\)", 8, false, "secret"}, "c"),
+          Case("another password", {R"(C:\tmp\)", 8, true, "Secret"}, "c")}) {
+        const PreferencesState state = JudgePreferences(page, "", inStore);
+        EXPECT_EQ(std::string(state.changed ? "c" : "") + (state.folderIsMalformed ? "m" : "") +
+                      (state.passwords ? "p" : ""),
+                  found)
+            << what;
     }
 }
 
@@ -40,52 +36,43 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     constexpr const char* Empty = " Password and confirmation are empty ";
     constexpr const char* Blank = "Password field is empty    ";
     constexpr const char* NoMatch = "Passwords do not match   ";
-    struct Case {
-        bool security;
-        const char* password;
-        const char* confirmation;
-        const char* caption;
-        bool isWrong;
-        const char* fields;  ///< "stay" as they are, become "active" or "idle"
-        const char* refusal;
-    };
-    for (const Case& row : {
-             Case{true, "a", "a", None, false, "active", None},
-             {true, "a", "b", Differ, true, "stay", NoMatch},
-             {true, "a", " ", Unconfirmed, true, "stay", NoMatch},
-             {true, "", "", Empty, false, "active", Blank},
-             {true, " ", "", Empty, false, "active", Blank},
-             {true, "", "b", None, false, "active", Blank},
-             {false, "a", "b", Differ, true, "stay", None},
-             {false, "a", "", Unconfirmed, true, "stay", None},
-             {false, "a", "a", None, false, "idle", None},
-         }) {
-        SCOPED_TRACE(std::string(row.password) + "|" + row.confirmation);
-        const Preferences page = {R"(C:\tmp)", 8, row.security, row.password};
-        const auto passwords = JudgePreferences(page, row.confirmation, page).passwords;
-        ASSERT_TRUE(passwords);
-        EXPECT_EQ(passwords->caption, row.caption);
-        EXPECT_EQ(passwords->confirmationIsWrong, row.isWrong);
-        const char* change = passwords->fieldsAreActive.value_or(false) ? "active" : "idle";
-        EXPECT_STREQ(passwords->fieldsAreActive ? change : "stay", row.fields);
-        EXPECT_EQ(ApplyRefusal(page, row.confirmation), row.refusal);
+    // The fields "stay" as they are, become "active" or "idle".
+    using Case =
+        std::tuple<bool, const char*, const char*, const char*, bool, const char*, const char*>;
+    for (const auto& [security, password, confirmation, caption, isWrong, fields, refusal] :
+         {Case(true, "a", "a", None, false, "active", None),
+          Case(true, "a", "b", Differ, true, "stay", NoMatch),
+          Case(true, "a", " ", Unconfirmed, true, "stay", NoMatch),
+          Case(true, "", "", Empty, false, "active", Blank),
+          Case(true, " ", "", Empty, false, "active", Blank),
+          Case(true, "", "b", None, false, "active", Blank),
+          Case(false, "a", "b", Differ, true, "stay", None),
+          Case(false, "a", "", Unconfirmed, true, "stay", None),
+          Case(false, "a", "a", None, false, "idle", None)}) {
+        SCOPED_TRACE(std::string(password) + "|" + confirmation);
+        const Preferences page = {R"(C:\tmp)", 8, security, password};
+        const auto judged = JudgePreferences(page, confirmation, page).passwords;
+        ASSERT_TRUE(judged);
+        EXPECT_EQ(judged->caption, caption);
+        EXPECT_EQ(judged->confirmationIsWrong, isWrong);
+        const char* change = judged->fieldsAreActive.value_or(false) ? "active" : "idle";
+        EXPECT_STREQ(judged->fieldsAreActive ? change : "stay", fields);
+        EXPECT_EQ(ApplyRefusal(page, confirmation), refusal);
     }
 }
 
 TEST(PreferencesTexts, DescribeEveryLevel) {
-    const std::vector<std::pair<const char*, const char*>> ranges = {
-        {" (No Compression)", "Save process time but file size is not reduced"},
-        {" (Low Compression)", "Save time and compress your file with a reazonable ratio"},
-        {" (Medium Recomended)", "Balance between Compression Level and process time"},
-        {" (High)", "Better Compression but process time can be slow"},
-        {" (Strong)", "Max Compression Ratio reduce your Output file"}};
-    constexpr std::string_view RangeOfLevel = "0111223334";
-    for (std::size_t level = 0; level < RangeOfLevel.size(); ++level) {
-        const auto& [suffix, explanation] =
-            ranges.at(static_cast<std::size_t>(RangeOfLevel[level] - '0'));
-        EXPECT_EQ(LevelCaption(static_cast<std::int32_t>(level)),
-                  "Level " + std::to_string(level) + suffix);
-        EXPECT_EQ(LevelExplanation(static_cast<std::int32_t>(level)), explanation);
+    using Case = std::tuple<std::int32_t, std::int32_t, const char*, const char*>;
+    for (const auto& [from, to, name, explanation] :
+         {Case(0, 0, "No Compression", "Save process time but file size is not reduced"),
+          Case(1, 3, "Low Compression", "Save time and compress your file with a reazonable ratio"),
+          Case(4, 5, "Medium Recomended", "Balance between Compression Level and process time"),
+          Case(6, 8, "High", "Better Compression but process time can be slow"),
+          Case(9, 9, "Strong", "Max Compression Ratio reduce your Output file")}) {
+        for (std::int32_t level = from; level <= to; ++level) {
+            EXPECT_EQ(LevelCaption(level), "Level " + std::to_string(level) + " (" + name + ")");
+            EXPECT_EQ(LevelExplanation(level), explanation);
+        }
     }
 }
 
