@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QTest>
-#include <tuple>
 
 #include "controls/ControlChecks.h"
 #include "controls/HSlider.h"

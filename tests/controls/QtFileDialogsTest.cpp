@@ -6,8 +6,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-#include <functional>
-#include <tuple>
 
 #include "controls/GuardedApplication.h"
 #include "controls/QtFileDialogs.h"

@@ -7,7 +7,6 @@
 #include <QTimer>
 #include <chrono>
 #include <functional>
-#include <tuple>
 
 #include "controls/GuardedApplication.h"
 #include "controls/QtMessageBoxes.h"

@@ -43,31 +43,27 @@ TEST_F(FilesOfLinux, KnowsFoldersFromFiles) {
     fs::create_symlink("Sub", folder.System("toSub"));
     fs::create_symlink("file", folder.System("toFile"));
     fs::create_symlink("none", folder.System("toNone"));
-    struct Case {
-        std::string path;
-        std::uint32_t attributes;
-        std::optional<std::string> systemPath;
-    };
-    for (const Case& at :
-         {Case{folder.Drive("SUB") + "\\\\", AttributeFolder, folder.System("Sub")},
-          Case{folder.Drive("toSub"), AttributeFolder, folder.System("toSub")},
-          Case{"C:\\", AttributeFolder, "/"},
-          Case{folder.Drive("FILE"), AttributeNormal, folder.System("file")},
-          Case{folder.Drive("toFile"), AttributeNormal, folder.System("toFile")},
-          Case{folder.Drive("toNone"), 0, folder.System("toNone")},
-          Case{folder.Drive("file\\x"), 0, {}}, Case{folder.Drive("none"), 0, {}}, Case{"", 0, {}},
-          Case{"B:\\", 0, {}}, Case{R"(\\server\share\)", 0, {}}}) {
-        SCOPED_TRACE(at.path);
-        EXPECT_EQ(files.Attributes(at.path).value_or(0), at.attributes);
-        EXPECT_EQ(files.FolderExists(at.path), at.attributes == AttributeFolder);
-        EXPECT_EQ(files.SystemPath(at.path), at.systemPath);
-        if (at.attributes != AttributeNormal) {
-            EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(at.path); }), FileNotFound);
+    using Case = std::tuple<std::string, std::uint32_t, std::optional<std::string>>;
+    for (const auto& [path, attributes, systemPath] :
+         {Case(folder.Drive("SUB") + "\\\\", AttributeFolder, folder.System("Sub")),
+          Case(folder.Drive("toSub"), AttributeFolder, folder.System("toSub")),
+          Case("C:\\", AttributeFolder, "/"),
+          Case(folder.Drive("FILE"), AttributeNormal, folder.System("file")),
+          Case(folder.Drive("toFile"), AttributeNormal, folder.System("toFile")),
+          Case(folder.Drive("toNone"), 0, folder.System("toNone")),
+          Case(folder.Drive("file\\x"), 0, {}), Case(folder.Drive("none"), 0, {}), Case("", 0, {}),
+          Case("B:\\", 0, {}), Case(R"(\\server\share\)", 0, {})}) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(files.Attributes(path).value_or(0), attributes);
+        EXPECT_EQ(files.FolderExists(path), attributes == AttributeFolder);
+        EXPECT_EQ(files.SystemPath(path), systemPath);
+        if (attributes != AttributeNormal) {
+            EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(path); }), FileNotFound);
             continue;
         }
-        EXPECT_EQ(files.FileSize(at.path), 5);
-        EXPECT_EQ(files.ReadFile(at.path, 5), "12345");
-        EXPECT_EQ(ErrorOf([&] { (void)files.ReadFile(at.path, 4); }), DiskFull);
+        EXPECT_EQ(files.FileSize(path), 5);
+        EXPECT_EQ(files.ReadFile(path, 5), "12345");
+        EXPECT_EQ(ErrorOf([&] { (void)files.ReadFile(path, 4); }), DiskFull);
     }
 }
 

@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <map>
 
 #include "runtime/Text.h"
 #include "shell/CommandLineParser.h"

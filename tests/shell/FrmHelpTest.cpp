@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <QTest>
-#include <QTimer>
 
 #include "shell/FrmHelp.h"
 #include "shell/HelpTexts.h"
