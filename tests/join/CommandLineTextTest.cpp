@@ -17,23 +17,16 @@ CommandLineSettings Settings(std::string_view size, std::string_view parts,
 }
 
 TEST(CommandLineText, HasTheSwitchesThatTheFieldsAskFor) {
-    struct Case {
-        const char *size, *parts;
-        std::string_view flags;
-        const char* pieces;
-    };
-    for (const Case& test : std::initializer_list<Case>{
-             {"5", "5", "GB", ""},
-             {"1.44 MB", "", "size", "/PS=1.44MB "},
-             {"4.70 GB - DVD", "", "size GB", "/PS=4.7GB "},
-             {" 1,5", "", "size", "/PS=1MB "},
-             {"", " 12 ", "parts", "/PN=12 "},
-             {"", "007", AllFlags, "/PS=0GB /PN=007 /C /CL=9 /SFV /DS /DP "},
-             {"", "", "sfv", "/SFV "},
-             {"", "", "source", "/DS "},
-             {"", "", "clause", "/DP "}}) {
-        EXPECT_EQ(CommandLineCommand(Settings(test.size, test.parts, test.flags)),
-                  std::string("ZarnFileSplitter /F=C:\\a b\\Remo.dat /D=C:\\out\\ ") + test.pieces);
+    using Case = std::tuple<const char*, const char*, std::string_view, const char*>;
+    for (const auto& [size, parts, flags, pieces] :
+         {Case("5", "5", "GB", ""), Case("1.44 MB", "", "size", "/PS=1.44MB "),
+          Case("4.70 GB - DVD", "", "size GB", "/PS=4.7GB "), Case(" 1,5", "", "size", "/PS=1MB "),
+          Case("", " 12 ", "parts", "/PN=12 "),
+          Case("", "007", AllFlags, "/PS=0GB /PN=007 /C /CL=9 /SFV /DS /DP "),
+          Case("", "", "sfv", "/SFV "), Case("", "", "source", "/DS "),
+          Case("", "", "clause", "/DP ")}) {
+        EXPECT_EQ(CommandLineCommand(Settings(size, parts, flags)),
+                  std::string("ZarnFileSplitter /F=C:\\a b\\Remo.dat /D=C:\\out\\ ") + pieces);
     }
 }
 
@@ -63,17 +56,13 @@ TEST(CommandLineText, PaintsKeywordsOneOverTheOther) {
         colours.replace(piece.position, piece.length, piece.length,
                         piece.colour == SwitchBlue ? 'B' : 'G');
     }
-    for (const auto& [text, painted] : {std::pair("@Echo on\r", "GGGGGGGG-"),
-                                        {"\rRem ===", "-GGGGGGG"},
-                                        {".test\r", "GGGGG-"},
-                                        {"ZarnFileSplitter /F=C", "BBBBBBBBBBBBBBBB-BBB-"},
-                                        {"\\Remo", "-GGG-"},
-                                        {" /D=C", "-BBB-"},
-                                        {" /PS=", "-BBBB"},
-                                        {" /PN=7", "-BBBB-"},
-                                        {" /C /CL=9 /SFV /DS /DP ", "-BB-BBBB--BBBB-BBB-BBB-"},
-                                        {" /CRC rem", "-BBBB----"},
-                                        {"Rem\rRem *=", "GGG-GGGGGG"}}) {
+    for (const auto& [text, painted] :
+         {std::pair("@Echo on\r", "GGGGGGGG-"), std::pair("\rRem ===", "-GGGGGGG"),
+          std::pair(".test\r", "GGGGG-"),
+          std::pair("ZarnFileSplitter /F=C", "BBBBBBBBBBBBBBBB-BBB-"), std::pair("\\Remo", "-GGG-"),
+          std::pair(" /D=C", "-BBB-"), std::pair(" /PS=", "-BBBB"), std::pair(" /PN=7", "-BBBB-"),
+          std::pair(" /C /CL=9 /SFV /DS /DP ", "-BB-BBBB--BBBB-BBB-BBB-"),
+          std::pair(" /CRC rem", "-BBBB----"), std::pair("Rem\rRem *=", "GGG-GGGGGG")}) {
         EXPECT_EQ(colours.substr(view.find(text), std::string_view(text).size()), painted) << text;
     }
 }

@@ -1,71 +1,59 @@
 #include <QClipboard>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
 
 #include "join/FrmCommandLine.h"
 #include "runtime/Text.h"
-#include "support/TestPlatform.h"
-#include "support/forms/AnsweringDialogs.h"
 #include "support/forms/FormChecks.h"
+#include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
 namespace {
 
-class FrmCommandLineTest : public ::testing::Test {
+class FrmCommandLineTest : public PageFixture<FrmCommandLine> {
   protected:
     FrmCommandLineTest() {
         settings.source = "C:\\\xF0\x9F\x8E\xAC\xFF\\Remo.dat";  // a surrogate pair, and no UTF-8
         settings.partSize = "0.01 MB";
         settings.bySize = true;
     }
+    std::unique_ptr<FrmCommandLine> Make() override {
+        return std::make_unique<FrmCommandLine>(
+            Shared(), Dialogs(), settings, [this] { ++helps; }, nullptr);
+    }
+    void BringUp(FrmCommandLine& /*viewer*/) override {}
 
-    void Open() {
-        viewer = std::make_unique<FrmCommandLine>(
-            shared, dialogs, settings, [this] { ++helps; }, nullptr);
-        viewer->show();
-    }
-    QTextEdit& View() { return *viewer->findChild<QTextEdit*>("RTB"); }
-    void Press(const char* name) {
-        QTest::mouseClick(viewer->findChild<QWidget*>(name), Qt::LeftButton);
-    }
-    // The message of the last box since the last call, if any.
-    std::string Message() {
-        std::string text = test.boxes->shown.empty() ? "" : test.boxes->shown.back().text;
-        test.boxes->shown.clear();
-        return text;
-    }
-    // Saves a batch file under the name that the dialog gives. Returns the message, if any.
-    std::string Save(const std::optional<std::string>& name) {
-        dialogs.answers = {name};
-        Press("CmdBatchFile");
-        return Message();
+    QTextEdit& View() { return Find<QTextEdit>("RTB"); }
+    Texts Save(const std::optional<std::string>& name) {
+        Dialogs().answers = {name};
+        Click("CmdBatchFile");
+        return Said();
     }
 
-    TestPlatform test;
-    TestFolder folder;
-    SharedObjects shared{std::move(test.platform)};
-    AnsweringDialogs dialogs;
     CommandLineSettings settings;
     int helps = 0;
-    std::unique_ptr<FrmCommandLine> viewer;
 };
 
-TEST_F(FrmCommandLineTest, ShowsTheViewInColour) {
-    Open();
+TEST_F(FrmCommandLineTest, ShowsTheViewInColourCopiesItAndOpensHelp) {
     EXPECT_EQ(FromQt(View().toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));
     EXPECT_EQ(View().textCursor().position(), 0);
     QTextCursor cursor(View().document());
     const QBrush plain;
-    for (const auto& [before, colour] : {std::pair("/F", QBrush(Qt::blue)),
-                                         {"/F=", plain},
-                                         {"\\Re", QColor(0, 128, 0)},
-                                         {"\\Rem", plain},
-                                         {"/PS", QColor(0, 0, 255)}}) {
+    using Case = std::pair<const char*, QBrush>;
+    for (const auto& [before, colour] :
+         {Case("/F", QBrush(Qt::blue)), Case("/F=", plain), Case("\\Re", QColor(0, 128, 0)),
+          Case("\\Rem", plain), Case("/PS", QColor(0, 0, 255))}) {
         cursor = View().document()->find(before, 0, QTextDocument::FindCaseSensitively);
         cursor.setPosition(cursor.selectionEnd() + 1);
         EXPECT_EQ(cursor.charFormat().foreground(), colour) << before;
     }
+    Click("CmdClipboard");
+    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), CommandLineCommand(settings));
+    EXPECT_EQ(Said(), Texts{"Clipboard copied        "});
+    Click("CmdHelp");
+    EXPECT_EQ(helps, 1);
+    Click("CmdClose");
+    EXPECT_FALSE(Page().isVisible());
 }
 
 TEST_F(FrmCommandLineTest, FitsAndHasItsKeys) {
@@ -73,40 +61,28 @@ TEST_F(FrmCommandLineTest, FitsAndHasItsKeys) {
         Open();
         EXPECT_EQ(View().font().families().front(), "Verdana");
         EXPECT_EQ(View().document()->findBlockByNumber(1).layout()->lineCount(), 1);
-        ExpectTextsToFit(*viewer, viewer->size());
+        ExpectTextsToFit(Page(), Page().size());
     });
-    ExpectNamesAndKeys(*viewer);
-}
-
-TEST_F(FrmCommandLineTest, CopiesTheCommandAndOpensHelp) {
-    Open();
-    Press("CmdClipboard");
-    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), CommandLineCommand(settings));
-    EXPECT_EQ(Message(), "Clipboard copied        ");
-    Press("CmdHelp");
-    EXPECT_EQ(helps, 1);
-    Press("CmdClose");
-    EXPECT_FALSE(viewer->isVisible());
+    ExpectNamesAndKeys(Page());
 }
 
 TEST_F(FrmCommandLineTest, SavesABatchFile) {
-    folder.MakeFolder("other.bat");
-    folder.Write("run.bat", std::string(5000, 'x'));
-    const std::string start = folder.Drive("start\\");
-    shared.Parameters().SavedBatchFile(start);
-    Open();
+    Folder().MakeFolder("other.bat");
+    Folder().Write("run.bat", std::string(5000, 'x'));
+    const std::string start = Folder().Drive("start\\");
+    Settings().SavedBatchFile(start);
     // No folder; a folder; nothing picked.
     for (const std::optional<std::string>& name :
-         {std::optional(folder.Drive("missing\\a.bat")), {folder.Drive("other")}, {}, {""}}) {
-        EXPECT_EQ(Save(name), "");
+         {std::optional(Folder().Drive("missing\\a.bat")), {Folder().Drive("other")}, {}, {""}}) {
+        EXPECT_EQ(Save(name), Texts());
     }
-    EXPECT_EQ(shared.Parameters().SavedBatchFile(), start);
-    EXPECT_EQ(dialogs.asked.front(),
+    EXPECT_EQ(Settings().SavedBatchFile(), start);
+    EXPECT_EQ(Dialogs().asked.front(),
               "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + start);
-    EXPECT_EQ(Save(folder.Drive("run")),
-              "File : " + folder.Drive("run.bat") + "\r\rwas saved successfully!           ");
-    EXPECT_EQ(folder.Read("run.bat"), CommandLineBatchFile(settings));
-    EXPECT_EQ(shared.Parameters().SavedBatchFile(), folder.Drive() + "\\");
+    EXPECT_EQ(Save(Folder().Drive("run")), Texts{"File : " + Folder().Drive("run.bat") +
+                                                 "\r\rwas saved successfully!           "});
+    EXPECT_EQ(Folder().Read("run.bat"), CommandLineBatchFile(settings));
+    EXPECT_EQ(Settings().SavedBatchFile(), Folder().Drive() + "\\");
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
-#include <deque>
 
 #include "join/FrmProgressJoin.h"
 #include "join/JoinFixture.h"
 #include "platform/linux/LinuxProcesses.h"
-#include "support/forms/FormChecks.h"
 #include "support/forms/JobDialogFixture.h"
 
 namespace zarn::testing {
@@ -164,15 +162,10 @@ TEST_F(FrmProgressJoinTest, ACancelWaitsForTheScriptAndRemovesWhatItMade) {
 }
 
 TEST_F(FrmProgressJoinTest, ACancelCountsUpToTheChecksumStage) {
-    struct Case {
-        const char* state;
-        const char* lastStatus;
-        bool isCancelled;
-    };
     for (const auto& [state, lastStatus, isCancelled] :
-         {Case{"Joining File#0|1/10", "Canceled#128|", true},
-          Case{"0/100 s0", "Starting file CRC32 Process#128|", true},
-          Case{"Join Task Done", "Done !!!#128|", false}}) {
+         {std::tuple("Joining File#0|1/10", "Canceled#128|", true),
+          std::tuple("0/100 s0", "Starting file CRC32 Process#128|", true),
+          std::tuple("Join Task Done", "Done !!!#128|", false)}) {
         MakeForm(folder);
         When(state, [this] { ClickButton(); });
         whenCounting = [this] { Tick("Timer2"); };

@@ -89,18 +89,15 @@ TEST_F(JoinFixture, TheProgramSaysWhatIsWrong) {
     folder.Write("fails.bat", "Copy Movie.avi_Part4 Zarn.TMP\r\nRen Zarn.TMP Movie.avi\r\n");
     folder.Write("long.bat", std::string(std::size_t{17} * 1024 * 1024, '\n'));
     const std::string usage = "usage: ZarnScript FILE [DESTINATION]\n";
-    const std::vector<std::tuple<Names, int, std::string>> calls = {
-        {{}, 2, usage},
-        {{"a", "b", "c"}, 2, usage},
-        {{"bad.bat"}, 2, "ZarnScript: bad.bat: line 2: no line of a join script\n"},
-        {{"missing.bat"}, 2, "ZarnScript: missing.bat: File not found\n"},
-        {{"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"},
-        {{"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"},
-        {{"fails.bat"},
-         1,
-         "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n"},
-    };
-    for (const auto& [arguments, status, error] : calls) {
+    using Case = std::tuple<Names, int, std::string>;
+    for (const auto& [arguments, status, error] :
+         {Case({}, 2, usage), Case({"a", "b", "c"}, 2, usage),
+          Case({"bad.bat"}, 2, "ZarnScript: bad.bat: line 2: no line of a join script\n"),
+          Case({"missing.bat"}, 2, "ZarnScript: missing.bat: File not found\n"),
+          Case({"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"),
+          Case({"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"),
+          Case({"fails.bat"}, 1,
+               "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n")}) {
         const ProgramResult result = RunProgram("ZarnScript", arguments, {}, folder.System());
         EXPECT_EQ(result.status, status) << error;
         EXPECT_EQ(result.error, error);

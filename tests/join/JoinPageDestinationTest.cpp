@@ -1,5 +1,4 @@
 #include <QTimer>
-#include <deque>
 #include <filesystem>
 
 #include "join/FrmProgressJoin.h"
@@ -9,7 +8,6 @@
 namespace zarn::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
 using enum BoxAnswer;
 
 const Texts question = {"Destination folder doesn't exist, create this new folder ?   "};
@@ -67,14 +65,12 @@ class JoinPageDestination : public JoinPageFixture {
 TEST_F(JoinPageDestination, JudgesEveryChange) {
     OpenSet();
     Folder().MakeFolder("other");
-    for (const auto& [text, state] : {std::pair("", " red join, "),
-                                      {" C ", " C  red join, "},
-                                      {"ab", "ab red join, "},
-                                      {R"(HERE\a*)", R"(HERE\a* red, )"},
-                                      {R"(HERE\other)", R"(HERE\other join, )"},
-                                      {R"(HERE\new\deep)", R"(HERE\new\deep join, )"},
-                                      {R"(Q:\x)", R"(Q:\x red join, )"},
-                                      {R"(HERE\)", R"(HERE\ ticked join, )"}}) {
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [text, state] :
+         {Case("", " red join, "), Case(" C ", " C  red join, "), Case("ab", "ab red join, "),
+          Case(R"(HERE\a*)", R"(HERE\a* red, )"), Case(R"(HERE\other)", R"(HERE\other join, )"),
+          Case(R"(HERE\new\deep)", R"(HERE\new\deep join, )"),
+          Case(R"(Q:\x)", R"(Q:\x red join, )"), Case(R"(HERE\)", R"(HERE\ ticked join, )")}) {
         Write(R"(HERE\)");
         Write(R"(HERE\other)");
         EXPECT_EQ(State(), R"(HERE\other join, )");
@@ -93,7 +89,7 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
     EXPECT_FALSE(UsesJoinFolder());
 }
 
-TEST_F(JoinPageDestination, FollowsTheBox) {
+TEST_F(JoinPageDestination, FollowsTheBoxAndWhatIsPicked) {
     Folder().MakeFolder("saved");
     Open(R"(HERE\saved)");
     for (const char* state :
@@ -115,10 +111,7 @@ TEST_F(JoinPageDestination, FollowsTheBox) {
     Open(R"(HERE\saved)");
     Click("CmdResetJoin");
     EXPECT_EQ(State(), R"(HERE\saved ticked, HERE\saved)");
-}
-
-TEST_F(JoinPageDestination, TakesAFolderThatIsPicked) {
-    Folder().MakeFolder("saved");
+    // Or a folder that is picked.
     Settings().DestinationFolderUseMerge(0);
     Open("");
     Dialogs().answers = {std::nullopt, Long(R"(HERE\saved)")};
@@ -132,19 +125,15 @@ TEST_F(JoinPageDestination, TakesAFolderThatIsPicked) {
 TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
     Folder().MakeFolder("saved");
     Open(R"(HERE\saved)");
-    struct Case {
-        const char* text;
-        std::deque<BoxAnswer> answers;
-        const char* state;
-    };
+    using Case = std::tuple<std::string_view, std::deque<BoxAnswer>, const char*>;
     for (const auto& [text, answers, state] :
-         {Case{"", {}, R"( red ticked join, HERE\saved)"},
-          Case{"ab", {}, R"(ab red join, HERE\saved)"},
-          Case{R"(HERE\saved)", {}, R"(HERE\saved join, HERE\saved)"},
-          Case{R"(Q:\x)", {No}, R"(HERE\saved join, HERE\saved)"},
-          Case{R"(HERE\gone\deep)", {No}, R"(HERE\saved join, HERE\saved)"},
-          Case{R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"},
-          Case{R"(Q:\x)", {Yes}, R"(Q:\x red, Q:\x)"}}) {
+         {Case("", {}, R"( red ticked join, HERE\saved)"),
+          Case("ab", {}, R"(ab red join, HERE\saved)"),
+          Case(R"(HERE\saved)", {}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(Q:\x)", {No}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(HERE\gone\deep)", {No}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"),
+          Case(R"(Q:\x)", {Yes}, R"(Q:\x red, Q:\x)")}) {
         Write(text);
         std::filesystem::remove_all(Folder().System("gone"));
         Panel().calls.clear();
@@ -152,22 +141,20 @@ TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
         QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
         EXPECT_EQ(State(), state);
         EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
-        const bool isThere = std::string_view(text) == R"(HERE\saved)";
+        const bool isThere = text == R"(HERE\saved)";
         EXPECT_EQ(PanelCalls(), isThere ? Texts({"black", R"(show HERE\saved)"}) : Texts{"black"});
     }
 }
 
 TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
     Folder().MakeFolder("saved");
-    struct Case {
-        std::string text;
-        std::deque<BoxAnswer> answers;  ///< of a folder that vanishes before the click
-        std::string folder;             ///< where the file comes to lie
-    };
+    // The answers are for a folder that vanishes before the click; then, where the file comes to
+    // lie.
+    using Case = std::tuple<std::string, std::deque<BoxAnswer>, std::string>;
     for (const auto& [text, answers, folder] :
-         {Case{R"(HERE\)", {}, R"(HERE\)"}, Case{R"(HERE\else)", {}, R"(HERE\else\)"},
-          Case{R"(HERE\gone)", {Yes}, R"(HERE\gone\)"},
-          Case{R"(HERE\lost)", {No}, R"(HERE\saved\)"}}) {
+         {Case(R"(HERE\)", {}, R"(HERE\)"), Case(R"(HERE\else)", {}, R"(HERE\else\)"),
+          Case(R"(HERE\gone)", {Yes}, R"(HERE\gone\)"),
+          Case(R"(HERE\lost)", {No}, R"(HERE\saved\)")}) {
         Settings().DestinationFolderUseMerge(1);
         Open(R"(HERE\saved\)");
         Write(text);

@@ -46,14 +46,12 @@ TEST_F(JoinRunTest, NamesTheCopyAndTheResultByTheScriptsPath) {
 TEST_F(JoinRunTest, AppendsTheMoveInTheScriptsOwnEncoding) {
     const std::string accent = other.Drive("Fl\xC3\xB6te");
     const std::string raw = other.Drive("\xF6");
-    struct Row {
-        std::string script, target, copy;
-    };
+    using Row = std::tuple<std::string, std::string, std::string>;
     for (const auto& [script, target, copy] :
-         {Row{"x", folder.Drive("Movie.avi"), "x"},
-          Row{"x", accent, "x\r\n" + EncodeText("Del \"" + accent + "\"")},
-          Row{"x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"), "x\r\n\xC3\xB6\r\nDel \"C:"},
-          Row{"x\r\n\xF6\r\n", raw, "x\r\n\xF6\r\nDel \"" + raw}}) {
+         {Row("x", folder.Drive("Movie.avi"), "x"),
+          Row("x", accent, "x\r\n" + EncodeText("Del \"" + accent + "\"")),
+          Row("x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"), "x\r\n\xC3\xB6\r\nDel \"C:"),
+          Row("x\r\n\xF6\r\n", raw, "x\r\n\xF6\r\nDel \"" + raw)}) {
         JoinRun run(shared, MakeSet(script, target));
         run.PrepareScript();
         EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(copy));
@@ -63,22 +61,18 @@ TEST_F(JoinRunTest, AppendsTheMoveInTheScriptsOwnEncoding) {
     }
 }
 
+// Where the parts are gone, it is the only copy.
 TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
-    struct Row {
-        std::string target, script;
-        bool cancelled;
-        bool isThere;
-    };
+    using Row = std::tuple<std::string, std::string, bool, bool>;
     for (const auto& [target, script, cancelled, isThere] :
-         {Row{folder.Drive("Movie.avi"), keeps, false, true},
-          Row{other.Drive("Movie.avi"), keeps, false, true},
-          Row{folder.Drive("MOVIE.avi"), keeps, false, true},
-          Row{other.Drive("Movie.avi"), wholeScript, false, true},
-          Row{folder.Drive("Movie.avi"), keeps, true, false},
-          Row{other.Drive("Movie.avi"), keeps, true, false},
-          // The parts are gone: it is the only copy.
-          Row{folder.Drive("Movie.avi"), wholeScript, true, true},
-          Row{other.Drive("Movie.avi"), wholeScript, true, true}}) {
+         {Row(folder.Drive("Movie.avi"), keeps, false, true),
+          Row(other.Drive("Movie.avi"), keeps, false, true),
+          Row(folder.Drive("MOVIE.avi"), keeps, false, true),
+          Row(other.Drive("Movie.avi"), wholeScript, false, true),
+          Row(folder.Drive("Movie.avi"), keeps, true, false),
+          Row(other.Drive("Movie.avi"), keeps, true, false),
+          Row(folder.Drive("Movie.avi"), wholeScript, true, true),
+          Row(other.Drive("Movie.avi"), wholeScript, true, true)}) {
         SCOPED_TRACE(target + (cancelled ? " cancelled" : ""));
         FileSystem& files = *shared.Platform().fileSystem;
         folder.Write("Movie.avi", "of an earlier join");
@@ -131,29 +125,26 @@ TEST_F(JoinRunTest, CancelKeepsTheFileOfASetUnderOtherNames) {
     EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
 }
 
-TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMade) {
+TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {
     folder.MakeFolder("a.bat");
     JoinRun run(shared, {folder.Drive("a.bat\\x_Part0.bat"), folder.Drive("x")});
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::FileNotFound);
     folder.Write("a.bat/x_Part0.bat", "");
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::PathNotFound);
-}
-
-TEST_F(JoinRunTest, LeavesNoCopyWhereTheScriptCannotBeStarted) {
     shared.Platform().processes =
         std::make_unique<LinuxProcesses>(std::make_shared<PathResolver>(test.home.System()),
                                          FoldersIn(test.home), "/no/interpreter");
-    JoinRun run(shared, MakeSet(keeps, other.Drive("Movie.avi")));
-    run.PrepareScript();
-    EXPECT_EQ(ErrorOf([&] { run.Start(); }), ErrorNumber::FileNotFound);
-    EXPECT_EQ(folder.Names(), setNames);
+    JoinRun unstarted(shared, MakeSet(keeps, other.Drive("Movie.avi")));
+    unstarted.PrepareScript();
+    EXPECT_EQ(ErrorOf([&] { unstarted.Start(); }), ErrorNumber::FileNotFound);
+    EXPECT_FALSE(folder.Has("Movie.avi_Part0_TMP.bat"));
 }
 
 TEST(PriorityPause, ThereIsOneForEachOfTenPriorities) {
-    const std::vector<int> pauses = {2, 2, 2, 1, 1, 0, 0, 0, 0, 0};
-    for (std::size_t priority = 0; priority < pauses.size(); ++priority) {
+    constexpr std::string_view Pauses = "2221100000";
+    for (std::size_t priority = 0; priority < Pauses.size(); ++priority) {
         EXPECT_EQ(PriorityPause(static_cast<double>(priority)),
-                  std::chrono::milliseconds(pauses[priority]));
+                  std::chrono::milliseconds(Pauses[priority] - '0'));
     }
     for (const double other : {-1.0, 10.0, 1.9, 8.999, std::nan("")}) {
         EXPECT_FALSE(PriorityPause(other)) << other;

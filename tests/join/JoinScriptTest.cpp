@@ -1,7 +1,5 @@
 #include <sys/stat.h>
 
-#include <functional>
-
 #include "join/JoinFixture.h"
 #include "runtime/Text.h"
 

@@ -1,5 +1,4 @@
 #include <QTabBar>
-#include <deque>
 #include <filesystem>
 
 #include "controls/HSlider.h"
@@ -56,7 +55,7 @@ class PreferencesPageTest : public PageFixture<PreferencesPage> {
     }
     // The text of the one box that was shown since the last call; empty if there was none.
     std::string Message() {
-        const std::vector<std::string> texts = Said();
+        const Texts texts = Said();
         EXPECT_LE(texts.size(), 1U);
         return texts.empty() ? "" : texts.back();
     }
@@ -113,7 +112,7 @@ TEST_F(PreferencesPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
                 Find<QLabel>("lblPasswordMatch").setText(Differ);
                 Widget("lblPasswordMatch").show();
                 QTest::qWait(1);
-                ExpectTextsToFit(Page(), {PageWidth, PageHeight});
+                ExpectTextsToFit(Page(), PageSize);
             }
         }
     });
@@ -221,8 +220,8 @@ TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
 
 TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     Open("COMPRESSION");
-    Slider().Value(3);
     Click("ChkSecurity");
+    Slider().Value(3);
     WritePasswords("Grüße 7", "Grüße 7");
     Write("txtTemporaryFolder", Folder().Drive());
     Click("CmdApply");
@@ -247,6 +246,17 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
         EXPECT_EQ(Calls(),
                   std::string(level == 0 ? ", untick" : "") + ", unit HERE, return, summary");
         EXPECT_EQ(General(), "HERE black pick");
+    }
+    // A password that is not blank is selected when its field gets the keyboard.
+    Click("ChkSecurity");
+    WritePasswords("secret", "  ");
+    for (const auto& [field, reason] : {std::pair("txtPassword", Qt::MouseFocusReason),
+                                        {"txtPassword2", Qt::MouseFocusReason},
+                                        {"txtPassword", Qt::ActiveWindowFocusReason}}) {
+        Field("txtPassword").deselect();
+        Field(field).setFocus(reason);
+        EXPECT_EQ(Field(field).hasSelectedText(),
+                  Text(field) == "secret" && reason == Qt::MouseFocusReason);
     }
 }
 
@@ -321,8 +331,7 @@ TEST_F(PreferencesPageTest, UndoesAndIsLeftWithWhatCannotBeApplied) {
         } else {
             Boxes().answers = yes;
             Page().LeavePage();
-            EXPECT_EQ(Said(),
-                      (std::vector<std::string>{"Apply Settings ? ", "Passwords do not match   "}));
+            EXPECT_EQ(Said(), (Texts{"Apply Settings ? ", "Passwords do not match   "}));
         }
         EXPECT_EQ(General() + ", " + Compression(),
                   undoes ? "SYSTEM black ticked, Level 8 (High) |"
@@ -330,20 +339,6 @@ TEST_F(PreferencesPageTest, UndoesAndIsLeftWithWhatCannotBeApplied) {
         EXPECT_EQ(Settings().CompressLevel(), 8);
         Page().LeavePage();
         EXPECT_EQ(Message(), "");
-    }
-}
-
-TEST_F(PreferencesPageTest, SelectsATextThatIsNotBlankWhenItGetsTheKeyboard) {
-    Open("COMPRESSION");
-    Button("ChkSecurity").setChecked(true);
-    WritePasswords("secret", "  ");
-    for (const auto& [field, reason] : {std::pair("txtPassword", Qt::MouseFocusReason),
-                                        {"txtPassword2", Qt::MouseFocusReason},
-                                        {"txtPassword", Qt::ActiveWindowFocusReason}}) {
-        Field("txtPassword").deselect();
-        Field(field).setFocus(reason);
-        EXPECT_EQ(Field(field).hasSelectedText(),
-                  Text(field) == "secret" && reason == Qt::MouseFocusReason);
     }
 }
 

@@ -25,7 +25,7 @@ namespace {
     }
     constexpr mode_t OwnerOnly = 0600;
     constexpr int Append = O_WRONLY | O_CREAT | O_APPEND;
-    dup2(open(streams.System("in").c_str(), O_RDONLY), STDIN_FILENO);
+    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
     dup2(open(streams.System("out").c_str(), Append, OwnerOnly), STDOUT_FILENO);
     dup2(open(streams.System("err").c_str(), Append, OwnerOnly), STDERR_FILENO);
     std::vector<char*> words;
@@ -43,9 +43,8 @@ namespace {
 
 ProgramResult RunProgram(const std::string& name, const std::vector<std::string>& arguments,
                          const std::map<std::string, std::string>& environment,
-                         const std::string& folder, const std::string& input) {
+                         const std::string& folder) {
     const TestFolder streams;
-    streams.Write("in", input);
     const pid_t child = fork();
     if (child == 0) {
         const std::string program =

@@ -1,20 +1,15 @@
-#include <gtest/gtest.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QDialog>
-#include <QLabel>
 #include <QScreen>
 #include <QScrollBar>
-#include <QTest>
-#include <QTimer>
 
 #include "controls/HSlider.h"
 #include "monitor/FrmMonitor.h"
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
+#include "support/forms/PageFixture.h"
 #include "support/forms/QuietProcesses.h"
-#include "support/forms/SplitPageFixture.h"
 #include "window/FrmContents.h"
 #include "window/FrmMain.h"
 #include "window/HoverTexts.h"
@@ -24,44 +19,32 @@ namespace zarn::testing {
 
 namespace {
 
-class FrmMainTest : public ::testing::Test {
+class FrmMainTest : public PageFixture<FrmMain> {
   protected:
     FrmMainTest() {
-        auto quiet = std::make_unique<QuietProcesses>(platform_.home);
+        auto quiet = std::make_unique<QuietProcesses>(Folder());
         processes = quiet.get();
-        platform_.platform.processes = std::move(quiet);
-        shared.emplace(std::move(platform_.platform));
+        PlatformParts().processes = std::move(quiet);
     }
 
-    FrmMain& Open() {
-        window_.reset();
-        window_ = std::make_unique<FrmMain>(
-            *shared, dialogs_,
+    std::unique_ptr<FrmMain> Make() override {
+        return std::make_unique<FrmMain>(
+            Shared(), Dialogs(),
             WebPages{news, support, [this](const std::string& page) { opened += page + " "; }},
             [] {});
-        window_->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
-        return *window_;
     }
-    FrmMain& Window() { return window_ ? *window_ : Open(); }
-    void Activate(QWidget& window) {
+    void BringUp(FrmMain& window) override { Activate(window); }
+    static void Activate(QWidget& window) {
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    template <typename Control = QWidget>
-    Control& Find(const char* name) {
-        return *Window().findChild<Control*>(name);
-    }
-    QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(name); }
     SideBar& Bar() { return Find<SideBar>("vbalExplorerBarCtl1"); }
-    QAction& Entry(const char* name) { return *Window().findChild<QAction*>(name); }
-    QDialog& Help() { return *Window().findChild<FrmContents*>(); }
-    std::string Label(const char* name) { return FromQt(Find<QLabel>(name).text()); }
-    bool IsShown(const char* name) { return Find(name).isVisible(); }
-    void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
+    QAction& Entry(const char* name) { return *Page().findChild<QAction*>(name); }
+    QDialog& Help() { return *Page().findChild<FrmContents*>(); }
+    bool IsShown(const char* name) { return Widget(name).isVisible(); }
     void MoveMouse(const char* name, const QPoint& place) {
-        QTest::mouseMove(Window().windowHandle(), Find(name).mapTo(&Window(), place));
+        QTest::mouseMove(Page().windowHandle(), Widget(name).mapTo(&Page(), place));
     }
     void MoveLevel(double value) {
         Find<HSlider>("Slider1").Value(value);
@@ -81,25 +64,17 @@ class FrmMainTest : public ::testing::Test {
         return shown;
     }
 
-    RecordingBoxes& Boxes() { return *platform_.boxes; }
-
-    std::optional<SharedObjects> shared;
     QuietProcesses* processes = nullptr;
     std::string news = "https://news";
     std::string support = "https://support";
     std::string opened;
-
-  private:
-    TestPlatform platform_;
-    AnsweringDialogs dialogs_;
-    std::unique_ptr<FrmMain> window_;
 };
 
 TEST_F(FrmMainTest, LaysItselfOutForTheSideBar) {
     for (const auto& [setting, sideBar, width, band, label, picture, panel] :
          {std::tuple(1, true, 601, 214, 280, 227, 217), std::tuple(0, false, 439, 0, 63, 10, 3),
           std::tuple(2, false, 439, 0, 63, 10, 3)}) {
-        shared->Parameters().ViewSideBar(setting);
+        Settings().ViewSideBar(setting);
         const FrmMain& window = Open();
         const QSize room = window.screen()->size() - QSize(width, 413);
         EXPECT_EQ(window.size(), QSize(width, 413));
@@ -110,8 +85,8 @@ TEST_F(FrmMainTest, LaysItselfOutForTheSideBar) {
              {std::pair("Label5", band), std::pair("MenuLabel", label),
               std::pair("MenuLabelDesc", label), std::pair("ImageToolbar", picture),
               std::pair("Panel1", panel), std::pair("Panel2", panel), std::pair("Panel4", panel)}) {
-            EXPECT_EQ(Find(control).x(), x) << control;
-            EXPECT_TRUE(x != panel || Find(control).y() == 55) << control;
+            EXPECT_EQ(Widget(control).x(), x) << control;
+            EXPECT_TRUE(x != panel || Widget(control).y() == 55) << control;
         }
     }
 }
@@ -126,16 +101,16 @@ TEST_F(FrmMainTest, SwitchesPagesAndKeepsTheHelpContextOfUnknownKeys) {
                      "Here you can customize your application Settings.", 10017),
           std::tuple("SPLIT", "Panel1", "Split Files", Split, 10008)}) {
         SCOPED_TRACE(key);
-        Window().SetStatusText("Busy");
-        Window().ShowPage(key);
+        Page().SetStatusText("Busy");
+        Page().ShowPage(key);
         for (const char* panel : {"Panel1", "Panel2", "Panel4"}) {
             EXPECT_EQ(IsShown(panel), panel == std::string(shown)) << panel;
         }
-        EXPECT_EQ(Label("MenuLabel"), label);
-        EXPECT_EQ(Label("MenuLabelDesc"), description);
-        EXPECT_EQ(Find("PicHelp").property("HelpContextID").toInt(), context);
+        EXPECT_EQ(LabelText("MenuLabel"), label);
+        EXPECT_EQ(LabelText("MenuLabelDesc"), description);
+        EXPECT_EQ(Widget("PicHelp").property("HelpContextID").toInt(), context);
         EXPECT_FALSE(Find<QLabel>("ImageToolbar").pixmap().isNull());
-        EXPECT_EQ(Label("sTBar"), "Ready ");
+        EXPECT_EQ(LabelText("sTBar"), "Ready ");
     }
 }
 
@@ -154,19 +129,19 @@ TEST_F(FrmMainTest, TheMenuLeadsToPagesAndWindows) {
     Entry("mnuHelpTutorials").trigger();
     EXPECT_TRUE(Help().isVisible() && IsShown("Panel1"));
     Entry("mnuExit").trigger();
-    EXPECT_FALSE(Window().isVisible());
+    EXPECT_FALSE(Page().isVisible());
 }
 
 TEST_F(FrmMainTest, SideMenuEntryStoresItsCheckMarkWhichStartsUnset) {
     for (const int setting : {1, 0}) {
-        shared->Parameters().ViewSideBar(setting);
+        Settings().ViewSideBar(setting);
         Open();
         EXPECT_FALSE(Entry("mnuViewSideMenu").isChecked());
         for (const bool shown : {true, false}) {
             Entry("mnuViewSideMenu").trigger();
-            EXPECT_EQ(shared->Parameters().ViewSideBar(), shown ? 1 : 0);
+            EXPECT_EQ(Settings().ViewSideBar(), shown ? 1 : 0);
             EXPECT_EQ(Bar().isVisible(), shown);
-            EXPECT_EQ(Window().width(), shown ? 601 : 439);
+            EXPECT_EQ(Page().width(), shown ? 601 : 439);
         }
     }
 }
@@ -178,13 +153,13 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
         keys += button->icon().isNull() ? "," : "*,";
     }
     EXPECT_EQ(keys, ",S*,J*,P*,,,*,U*,A*,T,");
-    EXPECT_TRUE(Bar().isAncestorOf(&Find("FrameMonitor")));
+    EXPECT_TRUE(Bar().isAncestorOf(&Widget("FrameMonitor")));
     EXPECT_EQ(Bar().State("MAIN") + Bar().State("SYS"), 2);
-    EXPECT_FALSE(Find("Item_TIPS").visibleRegion().isEmpty());
+    EXPECT_FALSE(Widget("Item_TIPS").visibleRegion().isEmpty());
 
-    Find("Bar_MAIN").setFocus();
-    ExpectTabOrder(Window(), {"Item_SPLIT", "Item_JOIN", "Item_SETTINGS", "Bar_SYS",
-                              "PriorityProcessor", "Bar_HELP", "Item_CONTENTS"});
+    Widget("Bar_MAIN").setFocus();
+    ExpectTabOrder(Page(), {"Item_SPLIT", "Item_JOIN", "Item_SETTINGS", "Bar_SYS",
+                            "PriorityProcessor", "Bar_HELP", "Item_CONTENTS"});
 
     Click("Item_JOIN");
     EXPECT_EQ(Modal([this] { Click("Item_ABOUT"); }), "zarn::FrmAbout");
@@ -199,24 +174,24 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
 TEST_F(FrmMainTest, DisablesWhatLeadsToAPageWithoutAnAddress) {
     news.clear();
     EXPECT_FALSE(Entry("mnuZarnNews").isEnabled());
-    EXPECT_TRUE(Entry("mnuSupport").isEnabled() && Find("Item_SUPPORT").isEnabled());
+    EXPECT_TRUE(Entry("mnuSupport").isEnabled() && Widget("Item_SUPPORT").isEnabled());
     support.clear();
     Open();
-    EXPECT_FALSE(Entry("mnuSupport").isEnabled() || Find("Item_SUPPORT").isEnabled());
+    EXPECT_FALSE(Entry("mnuSupport").isEnabled() || Widget("Item_SUPPORT").isEnabled());
 }
 
 TEST_F(FrmMainTest, AsksAboutUnsavedPreferencesInTheSideBarAlone) {
     for (const bool yes : {true, false}) {
         Click("Item_SETTINGS");
         EXPECT_TRUE(IsShown("Panel4"));
-        EXPECT_EQ(Window().focusWidget(), &Find("TabStrip1"));
+        EXPECT_EQ(Page().focusWidget(), &Widget("TabStrip1"));
         MoveLevel(yes ? 3 : 7);
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Click("Item_SPLIT");
         EXPECT_EQ(Boxes().shown.back().text, "Apply Settings ? ");
         EXPECT_TRUE(IsShown("Panel1"));
-        EXPECT_EQ(Window().focusWidget(), &Find("txtSourceFile"));
-        EXPECT_EQ(shared->Parameters().CompressLevel(), 3);
+        EXPECT_EQ(Page().focusWidget(), &Widget("txtSourceFile"));
+        EXPECT_EQ(Settings().CompressLevel(), 3);
     }
     Entry("mnuPreferences").trigger();
     MoveLevel(9);
@@ -225,31 +200,31 @@ TEST_F(FrmMainTest, AsksAboutUnsavedPreferencesInTheSideBarAlone) {
 }
 
 TEST_F(FrmMainTest, QuestionAboutTheLevelLeadsToThePreferencesAndBack) {
-    shared->Parameters().CompressLevel(0);
+    Settings().CompressLevel(0);
     Boxes().answers = {BoxAnswer::Yes};
     Button("ChkCompress").setChecked(true);
     EXPECT_TRUE(IsShown("Slider1"));
     MoveLevel(6);
     Button("CmdApply").click();
     EXPECT_TRUE(IsShown("Panel1"));
-    EXPECT_EQ(Label("MenuLabel"), "Split Files");
-    EXPECT_EQ(shared->Parameters().CompressDestination(), 1);
+    EXPECT_EQ(LabelText("MenuLabel"), "Split Files");
+    EXPECT_EQ(Settings().CompressDestination(), 1);
     // The way back is for that one time; and level 0 unticks the box without the question.
     Entry("mnuPreferences").trigger();
     MoveLevel(0);
     Button("CmdApply").click();
     EXPECT_TRUE(IsShown("Panel4"));
     EXPECT_FALSE(Button("ChkCompress").isChecked());
-    EXPECT_TRUE(Label("txtFileSystemDest").starts_with("Fixed"));
-    EXPECT_EQ(shared->Parameters().CompressDestination(), 0);
+    EXPECT_TRUE(LabelText("txtFileSystemDest").starts_with("Fixed"));
+    EXPECT_EQ(Settings().CompressDestination(), 0);
     EXPECT_EQ(Boxes().shown.size(), 1U);
 }
 
 TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
-    shared->Parameters().CompressPasswordProtect(1);
-    shared->Parameters().PriorityProcessor(3);
+    Settings().CompressPasswordProtect(1);
+    Settings().PriorityProcessor(3);
     EXPECT_TRUE(Button("ChkSecurity").isChecked());
-    EXPECT_EQ(Label("txtPriorityDesc"), "Level 3 (High)");
+    EXPECT_EQ(LabelText("txtPriorityDesc"), "Level 3 (High)");
     Button("cmdCreateCommand").setEnabled(true);
     EXPECT_EQ(Modal([this] { Click("cmdCreateCommand"); }), "zarn::FrmCommandLine");
     auto& field = Find<QLineEdit>("txtFileToJoin");
@@ -264,35 +239,35 @@ TEST_F(FrmMainTest, HelpOpensByF1AndByThePicture) {
     Click("PicHelp");
     EXPECT_TRUE(Help().isVisible());
     Help().close();
-    Activate(Window());
-    QTest::keyClick(&Window(), Qt::Key_F1);
+    Activate(Page());
+    QTest::keyClick(&Page(), Qt::Key_F1);
     EXPECT_TRUE(Help().isVisible() && IsShown("Panel1"));
-    Window().close();
+    Page().close();
     EXPECT_FALSE(Help().isVisible());
 }
 
 TEST_F(FrmMainTest, StatusLineTakesTheTextsOfTheControlsBelowTheMouse) {
     for (const auto& [text, status] : {std::pair(" Two words", " Two words "),
                                        std::pair("", "Ready "), std::pair("   ", "Ready ")}) {
-        Window().SetStatusText("Busy");
-        Window().SetStatusText(text);
-        EXPECT_EQ(Label("sTBar"), status);
+        Page().SetStatusText("Busy");
+        Page().SetStatusText(text);
+        EXPECT_EQ(LabelText("sTBar"), status);
     }
     constexpr const char* Source = "Select any file to split or drag and drop into this box. ";
     for (const auto& [control, status] :
          {std::pair("txtSourceFile", Source), std::pair("MenuLabel", Source),
           std::pair("Item_JOIN", Source), std::pair("CmdStartSplitt", "Run your split job. ")}) {
-        MoveMouse(control, Find(control).rect().center());
-        EXPECT_EQ(Label("sTBar"), status) << control;
+        MoveMouse(control, Widget(control).rect().center());
+        EXPECT_EQ(LabelText("sTBar"), status) << control;
     }
     MoveMouse("Panel1", {1, 1});
-    EXPECT_EQ(Label("sTBar"), "Ready ");
-    MoveMouse("Frame4", Find("Frame4").rect().center());
-    EXPECT_NE(Label("sTBar"), "Ready ");
-    Window().ShowPage("JOIN");
-    Window().SetStatusText("Busy");
+    EXPECT_EQ(LabelText("sTBar"), "Ready ");
+    MoveMouse("Frame4", Widget("Frame4").rect().center());
+    EXPECT_NE(LabelText("sTBar"), "Ready ");
+    Page().ShowPage("JOIN");
+    Page().SetStatusText("Busy");
     MoveMouse("Panel2", {2, 200});
-    EXPECT_EQ(Label("sTBar"), "Ready ");
+    EXPECT_EQ(LabelText("sTBar"), "Ready ");
 }
 
 TEST_F(FrmMainTest, RaisesThePriorityEachTimeItComesToTheFront) {
@@ -301,31 +276,31 @@ TEST_F(FrmMainTest, RaisesThePriorityEachTimeItComesToTheFront) {
     const std::string once = "thread 2 high ";
     EXPECT_TRUE(calls.ends_with(once)) << calls;
     EXPECT_EQ(calls.find("thread"), calls.size() - once.size());
-    EXPECT_EQ(TextColour(Find("txtSourceFile")), Red);
+    EXPECT_EQ(TextColour(Widget("txtSourceFile")), Red);
     QWidget other;
     other.show();
     Activate(other);
     calls.clear();
-    Activate(Window());
+    Activate(Page());
     EXPECT_EQ(calls, once);
-    EXPECT_TRUE(Window().findChild<FrmMonitor*>()->findChild<QTimer*>("Timer1")->isActive());
+    EXPECT_TRUE(Page().findChild<FrmMonitor*>()->findChild<QTimer*>("Timer1")->isActive());
 }
 
 TEST_F(FrmMainTest, NoTextIsCutOff) {
     InEveryFont([this] {
         for (const int setting : {1, 0}) {
-            shared->Parameters().ViewSideBar(setting);
+            Settings().ViewSideBar(setting);
             Open();
-            const QWidget& page = Find("Panel1");
+            const QWidget& page = Widget("Panel1");
             EXPECT_EQ(page.minimumSizeHint().boundedTo(page.size()), page.minimumSizeHint());
             EXPECT_FALSE(Bar().verticalScrollBar()->isVisible());
             for (const char* key : {"JOIN", "SETTINGS", "SPLIT", "SPLIT by count"}) {
                 Button(key == std::string("SPLIT") ? "OptSize" : "OptParts").setChecked(true);
-                Window().ShowPage(key);
+                Page().ShowPage(key);
                 for (const char* control : {"ChkDestinationFolder", "txtFileToJoin",
                                             "txtDestinationFolderJoin", "ChkJoinDestination"}) {
-                    Window().SetStatusText(*HoverText(control));
-                    EXPECT_EQ(CutOff(Window()), std::vector<std::string>()) << key;
+                    Page().SetStatusText(*HoverText(control));
+                    EXPECT_EQ(CutOff(Page()), std::vector<std::string>()) << key;
                 }
             }
         }

@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
 
 #include <QFile>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
-#include <QTest>
 #include <QTextBrowser>
-#include <set>
 
 #include "support/forms/FormChecks.h"
 #include "window/FrmAbout.h"

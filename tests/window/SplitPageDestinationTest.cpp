@@ -4,8 +4,6 @@
 namespace zarn::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 const Texts nothing;
 const Texts tooLarge{"The Selected file must be smaller than available space.     "};
 
@@ -191,8 +189,12 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
     }
 }
 
-// Every folder is too small here, the saved one too: the way back to it has to end.
-TEST_F(SplitPageDestination, EmptiesASourceThatFitsNowhere) {
+TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
+    Save(R"(Q:\x)");
+    Browse(10000);
+    EXPECT_EQ(Said(), Texts{"The selected destination unit is not Ready,\rplease select another."});
+    EXPECT_EQ(State(), "black red ready");
+    // Every folder is too small here, the saved one too: the way back to it has to end.
     Save(R"(X:\)");
     (*volumes)["X"] = {DriveType::Fixed, 1e6, 2e6};
     Browse(2e6);
@@ -207,13 +209,6 @@ TEST_F(SplitPageDestination, EmptiesASourceThatFitsNowhere) {
     EXPECT_FALSE(CanStart());
 }
 
-TEST_F(SplitPageDestination, WarnsOfAnUnreadyUnitOnceAFileIsBrowsedFor) {
-    Save(R"(Q:\x)");
-    Browse(10000);
-    EXPECT_EQ(Said(), Texts{"The selected destination unit is not Ready,\rplease select another."});
-    EXPECT_EQ(State(), "black red ready");
-}
-
 TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     OpenSource(10000);
     (*volumes)["A"] = {DriveType::Removable, Megabyte, Megabyte};
@@ -224,7 +219,7 @@ TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     }
 }
 
-TEST_F(SplitPageDestination, StoresAnOptionAtEveryClick) {
+TEST_F(SplitPageDestination, StoresAnOptionAtEveryClickAndAsksForACompressionLevel) {
     OpenSource(10000);
     for (const auto& [name, stored] :
          {std::pair("ChkSFV", static_cast<std::int16_t (Parameters::*)()>(&Parameters::SFV)),
@@ -237,10 +232,6 @@ TEST_F(SplitPageDestination, StoresAnOptionAtEveryClick) {
         }
     }
     EXPECT_EQ(Said(), nothing);
-}
-
-TEST_F(SplitPageDestination, AsksForACompressionLevel) {
-    OpenSource(10000);
     Settings().CompressLevel(0);
     for (const bool yes : {false, true}) {
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};

@@ -152,7 +152,7 @@ TEST_F(SplitPageSize, StartButtonsFollowTheSize) {
         Button("OptSize").setChecked(true);
         Button("OptMB").setChecked(true);
     }
-    EXPECT_EQ(Said(), std::vector<std::string>());
+    EXPECT_EQ(Said(), Texts());
     // A source too small for gigabytes falls back to megabytes.
     OpenSource(1 * MB);
     Button("OptGB").setChecked(true);

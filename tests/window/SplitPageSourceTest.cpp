@@ -1,13 +1,10 @@
 #include <QGroupBox>
-#include <QMimeData>
 
 #include "controls/DroppedFiles.h"
 #include "support/forms/SplitPageFixture.h"
 
 namespace zarn::testing {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class SplitPageSource : public SplitPageFixture {
   protected:
@@ -186,6 +183,13 @@ TEST_F(SplitPageSource, ShowsAndEnablesTheFieldsOfTheModeOnceItIsThere) {
 }
 
 TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
+    Settings().DestinationFolderUseSource(0);
+    OpenSource(10000);
+    EXPECT_TRUE(IsChecked("ChkDestinationFolder"));
+    EXPECT_EQ(Settings().DestinationFolderUseSource(), 1);
+    EXPECT_EQ(Text("txtDestinationFolder"), Here());
+    EXPECT_TRUE(CanStart());
+    // What is saved goes before the source's folder.
     const std::string saved = Folder().Drive(R"(saved\deep)");
     Settings().DestinationFolderUseSource(0);
     Settings().DestinationFolder(saved);
@@ -237,15 +241,6 @@ TEST_F(SplitPageSource, LosesItsGuardToTheDestination) {
             EXPECT_FALSE(IsEnabled(name)) << name;
         }
     }
-}
-
-TEST_F(SplitPageSource, BringsItsFolderWhereNoneIsSaved) {
-    Settings().DestinationFolderUseSource(0);
-    OpenSource(10000);
-    EXPECT_TRUE(IsChecked("ChkDestinationFolder"));
-    EXPECT_EQ(Settings().DestinationFolderUseSource(), 1);
-    EXPECT_EQ(Text("txtDestinationFolder"), Here());
-    EXPECT_TRUE(CanStart());
 }
 
 TEST_F(SplitPageSource, IsLookedAtWhenTheWindowComesToTheFront) {

@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -9,8 +8,6 @@
 
 namespace zarn::testing {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class SplitPageStart : public SplitPageFixture {
   protected:

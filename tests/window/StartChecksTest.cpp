@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "settings/FolderRules.h"
-#include "support/TestPlatform.h"
 #include "window/FakeVolumes.h"
 #include "window/StartChecks.h"
 

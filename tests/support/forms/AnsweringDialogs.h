@@ -13,39 +13,32 @@ namespace zarn::testing {
 /// start.
 class AnsweringDialogs : public FileDialogs {
   public:
-    std::optional<std::string> OpenFile(QWidget* /*owner*/, std::string_view title,
-                                        FileFilter filter, std::string_view start) override {
-        return Ask(title, filter, start);
+    using Name = std::optional<std::string>;
+
+    Name OpenFile(QWidget* /*owner*/, std::string_view title, FileFilter filter,
+                  std::string_view start) override {
+        return Answer(std::string(title) + "|" + std::string(filter.label) + "|" +
+                      std::string(filter.pattern) + "|" + std::string(start));
+    }
+    Name SaveFile(QWidget* owner, std::string_view title, FileFilter filter,
+                  std::string_view start) override {
+        return OpenFile(owner, title, filter, start);
+    }
+    Name PickFolder(QWidget* /*owner*/, std::string_view title, std::string_view start) override {
+        return Answer(std::string(title) + "|" + std::string(start));
     }
 
-    std::optional<std::string> SaveFile(QWidget* /*owner*/, std::string_view title,
-                                        FileFilter filter, std::string_view start) override {
-        return Ask(title, filter, start);
-    }
-
-    std::optional<std::string> PickFolder(QWidget* /*owner*/, std::string_view title,
-                                          std::string_view start) override {
-        asked.push_back(std::string(title) + "|" + std::string(start));
-        return Answer();
-    }
-
-    std::deque<std::optional<std::string>> answers;
+    std::deque<Name> answers;
     std::vector<std::string> asked;
 
   private:
-    std::optional<std::string> Ask(std::string_view title, FileFilter filter,
-                                   std::string_view start) {
-        asked.push_back(std::string(title) + "|" + std::string(filter.label) + "|" +
-                        std::string(filter.pattern) + "|" + std::string(start));
-        return Answer();
-    }
-
-    std::optional<std::string> Answer() {
-        if (answers.empty()) {
-            return {};
+    Name Answer(const std::string& question) {
+        asked.push_back(question);
+        Name answer;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.pop_front();
         }
-        std::optional<std::string> answer = answers.front();
-        answers.pop_front();
         return answer;
     }
 };

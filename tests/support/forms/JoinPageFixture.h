@@ -31,16 +31,16 @@ class JoinPageFixture : public PageFixture<JoinPage> {
         Dialogs().answers = {path};
         Click("CmdSourceFileJoin");
     }
-    void Drop(const std::vector<std::string>& paths) { DropOn("txtFileToJoin", paths); }
+    void Drop(const Texts& paths) { DropOn("txtFileToJoin", paths); }
 
-    /// The script of a set that is to give a file of that name.
-    static std::string Script(const std::string& count, const std::string& name = "Movie.avi") {
+    /// The script of a set.
+    static std::string Script(const std::string& count) {
         const std::string rule = "Rem " + std::string(73, '=') + "\r\n";
         return "@Echo off\r\n" + rule + "Rem |  Parts Count ..: " + count +
-               "\r\nRem |  Original File : \"" + name + "\"\r\n" + rule +
-               "IF EXIST Zarn.TMP Del Zarn.TMP\r\nCopy \"" + name + "_Part1\" Zarn.TMP\r\n" +
-               "Copy /b Zarn.TMP + \"" + name + "_Part2\" Zarn.TMP\r\nIF EXIST \"" + name +
-               "\" Del \"" + name + "\"\r\nRen Zarn.TMP \"" + name + "\"\r\n";
+               "\r\nRem |  Original File : \"Movie.avi\"\r\n" + rule +
+               "IF EXIST Zarn.TMP Del Zarn.TMP\r\nCopy \"Movie.avi_Part1\" Zarn.TMP\r\n"
+               "Copy /b Zarn.TMP + \"Movie.avi_Part2\" Zarn.TMP\r\n"
+               "IF EXIST \"Movie.avi\" Del \"Movie.avi\"\r\nRen Zarn.TMP \"Movie.avi\"\r\n";
     }
     /// A set of two parts in the test's folder, and the path of its script.
     std::string MakeSet() {

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +22,8 @@
 #include "support/forms/AnsweringDialogs.h"
 
 namespace zarn::testing {
+
+using Texts = std::vector<std::string>;
 
 /// A page of the window, shown by itself over the real platform with settings of its own. A test
 /// that changes `PlatformParts` or the settings calls `Open` afterwards to have a new page.
@@ -39,7 +40,7 @@ class PageFixture : public ::testing::Test {
     PageOfWindow& Open() {
         page_.reset();
         page_ = Make();
-        page_->resize(PageWidth, PageHeight);
+        page_->resize(PageSize);
         page_->show();
         QApplication::setActiveWindow(page_.get());
         BringUp(*page_);
@@ -60,12 +61,7 @@ class PageFixture : public ::testing::Test {
 
     template <typename Control>
     Control& Find(const char* name) {
-        auto* control = Page().template findChild<Control*>(name);
-        if (control == nullptr) {
-            ADD_FAILURE() << "no control " << name;
-            std::abort();
-        }
-        return *control;
+        return *Page().template findChild<Control*>(name);
     }
     QWidget& Widget(const char* name) { return Find<QWidget>(name); }
     QLineEdit& Field(const char* name) { return Find<QLineEdit>(name); }
@@ -79,7 +75,7 @@ class PageFixture : public ::testing::Test {
     void Write(const char* name, const std::string& text) { Field(name).setText(ToQt(text)); }
     void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
     /// Drops files of the operating system on a field, as a file manager does.
-    void DropOn(const char* name, const std::vector<std::string>& paths) {
+    void DropOn(const char* name, const Texts& paths) {
         QMimeData data;
         QList<QUrl> urls;
         for (const std::string& path : paths) {
@@ -96,8 +92,8 @@ class PageFixture : public ::testing::Test {
 
     RecordingBoxes& Boxes() { return *platform_.boxes; }
     /// The texts of the boxes since the last call.
-    std::vector<std::string> Said() {
-        std::vector<std::string> texts;
+    Texts Said() {
+        Texts texts;
         for (const BoxMessage& box : Boxes().shown) {
             texts.push_back(box.text);
         }
@@ -108,8 +104,7 @@ class PageFixture : public ::testing::Test {
     TestFolder& Folder() { return files_; }
     std::string Here() { return files_.Drive() + "\\"; }
 
-    static constexpr int PageWidth = 384;
-    static constexpr int PageHeight = 304;
+    static constexpr QSize PageSize{384, 304};
 
   private:
     TestPlatform platform_;
