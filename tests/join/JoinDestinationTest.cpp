@@ -45,18 +45,16 @@ TEST_F(JoinFixture, RefusesAnyOtherMove) {
     const std::string target = other.Drive("Movie.avi");
     const std::string source = folder.Drive("Movie.avi");
     const std::string set = copies + naming;
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {set + MoveLines(source, target), ""},
-        {set, target},
-        {set + MoveLines(source, target), other.Drive("movie.avi")},
-        {set + MoveLines(source, target), target + "x"},
-        {set + MoveLines(target, target), target},
-        {set + MoveLines(folder.Drive("Movie.avi_Part1"), target), target},
-        {set + MoveLines(R"(C:\no\such\Movie.avi)", target), target},
-        {MoveLines(source, target) + set, target},
-        {set + "Move \"" + target + "\" \"" + source + "\"\r\n", target},
-    };
-    for (const auto& [script, destination] : cases) {
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [script, destination] :
+         {Case(set + MoveLines(source, target), ""), Case(set, target),
+          Case(set + MoveLines(source, target), other.Drive("movie.avi")),
+          Case(set + MoveLines(source, target), target + "x"),
+          Case(set + MoveLines(target, target), target),
+          Case(set + MoveLines(folder.Drive("Movie.avi_Part1"), target), target),
+          Case(set + MoveLines(R"(C:\no\such\Movie.avi)", target), target),
+          Case(MoveLines(source, target) + set, target),
+          Case(set + "Move \"" + target + "\" \"" + source + "\"\r\n", target)}) {
         EXPECT_EQ(Run(script, destination).status, ScriptStatus::Refused) << script;
         EXPECT_EQ(fileSystem.log, Names{}) << script;
     }
@@ -69,14 +67,13 @@ TEST_F(JoinFixture, TheProgramTakesPathsOfBothForms) {
                  copies + naming + MoveLines(folder.Drive("Movie.avi"), other.Drive("Movie.avi")));
     const std::string parent = fs::path(folder.System()).parent_path();
     const std::string relative = script.substr(parent.size() + 1);
-    const std::vector<std::tuple<std::string, std::string, std::string>> calls = {
-        {script, other.System("Movie.avi"), "/"},
-        {relative, other.Drive("Movie.avi"), parent},
-        {"./" + relative, other.Drive("Movie.avi"), parent},
-        {folder.Drive("Movie.avi_Part0.bat"), other.Drive("Movie.avi"), parent},
-        {"Movie.avi_Part0.bat", other.System("Movie.avi"), folder.System()},
-    };
-    for (const auto& [file, destination, current] : calls) {
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [file, destination, current] :
+         {Case(script, other.System("Movie.avi"), "/"),
+          Case(relative, other.Drive("Movie.avi"), parent),
+          Case("./" + relative, other.Drive("Movie.avi"), parent),
+          Case(folder.Drive("Movie.avi_Part0.bat"), other.Drive("Movie.avi"), parent),
+          Case("Movie.avi_Part0.bat", other.System("Movie.avi"), folder.System())}) {
         const ProgramResult result = RunProgram("ZarnScript", {file, destination}, {}, current);
         EXPECT_EQ(result.status, 0) << file << result.error;
         EXPECT_EQ(result.output + result.error, "");

@@ -29,23 +29,23 @@ TEST_F(JoinFixture, RunsTheScriptThatTheSplitterWrites) {
 TEST_F(JoinFixture, KnowsTheFormsOfItsLines) {
     folder.Write("100%PATH% \"a\" b_Part", "unnumbered");
     folder.Write("empty_Part007", "");
-    const std::vector<std::pair<std::string, std::string>> scripts = {
-        {"Rem " + std::string(8187, 'x') +
-             "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP Movie.avi",
-         "Movie.avi"},
-        {"\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
-         "\tCopy /Y  /b\t\"Movie.avi_Part1\"  \"Zarn.TMP\" \t\r\nRen Zarn.TMP \"Movie.avi\"\n\x1A",
-         "Movie.avi"},
-        {"Copy \"100%PATH% \"a\" b_Part\" Zarn.TMP\n"
-         "IF EXIST \"100%PATH% \"a\" b\" Del \"100%PATH% \"a\" b\"\n"
-         "Ren Zarn.TMP \"100%PATH% \"a\" b\"\nDel \"100%PATH% \"a\" b_Part*\"\n",
-         "100%PATH% \"a\" b"},
-        {"Copy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n", "empty"},
-        {"Copy Movie.avi_Part1 Zarn.TMP\nif exist Movie.avi_Part4 copy /b Zarn.TMP + "
-         "Movie.avi_Part4 Zarn.TMP\nif exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
-         "Movie.avi"},
-    };
-    for (const auto& [script, built] : scripts) {
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [script, built] :
+         {Case("Rem " + std::string(8187, 'x') +
+                   "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP Movie.avi",
+               "Movie.avi"),
+          Case("\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
+               "\tCopy /Y  /b\t\"Movie.avi_Part1\"  \"Zarn.TMP\" \t\r\nRen Zarn.TMP "
+               "\"Movie.avi\"\n\x1A",
+               "Movie.avi"),
+          Case("Copy \"100%PATH% \"a\" b_Part\" Zarn.TMP\n"
+               "IF EXIST \"100%PATH% \"a\" b\" Del \"100%PATH% \"a\" b\"\n"
+               "Ren Zarn.TMP \"100%PATH% \"a\" b\"\nDel \"100%PATH% \"a\" b_Part*\"\n",
+               "100%PATH% \"a\" b"),
+          Case("Copy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n", "empty"),
+          Case("Copy Movie.avi_Part1 Zarn.TMP\nif exist Movie.avi_Part4 copy /b Zarn.TMP + "
+               "Movie.avi_Part4 Zarn.TMP\nif exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
+               "Movie.avi")}) {
         EXPECT_EQ(Run(script).message, "") << script;
         EXPECT_TRUE(fs::remove(folder.System(built))) << script;
     }
@@ -109,9 +109,10 @@ TEST_F(JoinFixture, RefusesEveryOtherScriptBeforeItTouchesAFile) {
 
 TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
     folder.Write("E\u00C9_Part1", "accent");  // decoded, the last name is this one in lower case
-    for (const auto& [name, written] : {std::pair("Caf\u00E8"s, "Caf\xE8"s),
-                                        {"\u0141\u00F3d\u017A"s, "\u0141\u00F3d\u017A"s},
-                                        {"e\xE9"s, "e\xE9"s}}) {
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [name, written] :
+         {Case("Caf\u00E8"s, "Caf\xE8"s), Case("\u0141\u00F3d\u017A"s, "\u0141\u00F3d\u017A"s),
+          Case("e\xE9"s, "e\xE9"s)}) {
         folder.Write(name + "_Part1", name);
         const std::string script = "Copy \"P_Part1\" Zarn.TMP\nRen Zarn.TMP \"P\"\nDel \"P_Part*\"";
         EXPECT_EQ(Run(Replace(script, "\"P", "\"" + written)).message, "") << written;
@@ -125,17 +126,16 @@ TEST_F(JoinFixture, LosesNothingWhenACommandFails) {
     const std::string two = folder.System("Movie.avi_Part2");
     // What stands in the place of part two, the step that fails, what is said, and the whole file
     // that stays.
-    using Case = std::tuple<std::function<void()>, const char*, const char*, std::string>;
     const auto part = [this] { SetUp(); };
-    const std::vector<Case> cases = {
-        {[] {}, "", "copy \"Movie.avi_Part2\": File not found", ""},
-        {[&] { fs::create_directory(two); }, "", "copy \"Movie.avi_Part2\"", ""},
-        {[&] { mkfifo(two.c_str(), 0600); }, "", "copy \"Movie.avi_Part2\": File not found", ""},
-        {part, "delete Movie.avi", "delete \"Movie.avi\"", ""},
-        {part, "move Zarn.TMP", "rename \"Zarn.TMP\"", "Zarn.TMP"},
-        {part, "delete Movie.avi_Part1", "delete", "Movie.avi"},
-    };
-    for (const auto& [place, refused, message, kept] : cases) {
+    using Case = std::tuple<std::function<void()>, const char*, const char*, std::string>;
+    for (const auto& [place, refused, message, kept] :
+         {Case([] {}, "", "copy \"Movie.avi_Part2\": File not found", ""),
+          Case([&] { fs::create_directory(two); }, "", "copy \"Movie.avi_Part2\"", ""),
+          Case([&] { mkfifo(two.c_str(), 0600); }, "", "copy \"Movie.avi_Part2\": File not found",
+               ""),
+          Case(part, "delete Movie.avi", "delete \"Movie.avi\"", ""),
+          Case(part, "move Zarn.TMP", "rename \"Zarn.TMP\"", "Zarn.TMP"),
+          Case(part, "delete Movie.avi_Part1", "delete", "Movie.avi")}) {
         SCOPED_TRACE(message);
         fs::remove(two);
         place();

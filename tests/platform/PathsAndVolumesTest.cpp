@@ -51,20 +51,19 @@ TEST(MountInfo, IsReadWithItsEscapesTagsAndCovers) {
 TEST(Drives, GetTheTypeOfTheirMount) {
     using enum DriveType;
     using Case = std::pair<std::optional<DriveType>, std::vector<const char*>>;
-    const std::vector<Case> cases = {
-        {Fixed,
-         {"/home ext4 /dev/none", "/data btrfs /dev/none", "/tank zfs tank/data",
-          "/mnt/x fuseblk /dev/none", "/mediation ext4 /dev/none"}},
-        {Removable, {"/media/u/stick vfat /dev/none", "/run/media/u/stick exfat /dev/none"}},
-        {CdRom, {"/media/u/cd iso9660 /dev/none", "/mnt/dvd udf /dev/none"}},
-        {Remote, {"/mnt/n nfs4 srv:/data", "/mnt/s cifs //srv/data", "/mnt/h fuse.sshfs u@h:"}},
-        {RamDisk, {"/tmp tmpfs tmpfs"}},
-        {std::nullopt,
-         {"/ ext4 /dev/none", "/dev/shm tmpfs tmpfs", "/run/user/1000 tmpfs tmpfs",
-          "/boot/efi vfat /dev/none", "/snap/core/1 squashfs /dev/loop1",
-          "/opt/image squashfs /dev/loop1", "/var/lib/docker/merged overlay overlay",
-          "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"}}};
-    for (const auto& [type, mounts] : cases) {
+    for (const auto& [type, mounts] :
+         {Case(Fixed, {"/home ext4 /dev/none", "/data btrfs /dev/none", "/tank zfs tank/data",
+                       "/mnt/x fuseblk /dev/none", "/mediation ext4 /dev/none"}),
+          Case(Removable, {"/media/u/stick vfat /dev/none", "/run/media/u/stick exfat /dev/none"}),
+          Case(CdRom, {"/media/u/cd iso9660 /dev/none", "/mnt/dvd udf /dev/none"}),
+          Case(Remote,
+               {"/mnt/n nfs4 srv:/data", "/mnt/s cifs //srv/data", "/mnt/h fuse.sshfs u@h:"}),
+          Case(RamDisk, {"/tmp tmpfs tmpfs"}),
+          Case(std::nullopt,
+               {"/ ext4 /dev/none", "/dev/shm tmpfs tmpfs", "/run/user/1000 tmpfs tmpfs",
+                "/boot/efi vfat /dev/none", "/snap/core/1 squashfs /dev/loop1",
+                "/opt/image squashfs /dev/loop1", "/var/lib/docker/merged overlay overlay",
+                "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"})}) {
         for (const char* mount : mounts) {
             const auto words = Split(mount, " ");
             EXPECT_EQ(DriveTypeOfMount({words[0], words[1], words[2]}), type) << mount;

@@ -41,19 +41,15 @@ struct RegistryTest : public ::testing::Test {
 TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
     RegistryFile deep(home.System("a/config"));
     constexpr std::string_view General = R"(Software\Zarn\General)";
-    const std::vector<std::pair<std::string, RegistryValue>> values = {
-        {"Folder", Text(R"(C:\a "b")")},
-        {"Count", Number(42)},
-        {"Below", Number(-1)},
-        {"blank", Text("")},
-        {"signs", Text(R"( \" ] = ; )")},
-        {R"(Odd\"Name)", Text("caf\u00E9 ")},
-        {"", Text(std::string_view("A\n\0\x7F", 4))},
-        {"\u00C9T\u00C9", Number(INT32_MIN)},
-        {"bytes", Text("\xFF"
-                       "A")},
-    };
-    for (const auto& [name, value] : values) {
+    using Case = std::pair<std::string, RegistryValue>;
+    for (const auto& [name, value] :
+         {Case("Folder", Text(R"(C:\a "b")")), Case("Count", Number(42)), Case("Below", Number(-1)),
+          Case("blank", Text("")), Case("signs", Text(R"( \" ] = ; )")),
+          Case(R"(Odd\"Name)", Text("caf\u00E9 ")),
+          Case("", Text(std::string_view("A\n\0\x7F", 4))),
+          Case("\u00C9T\u00C9", Number(INT32_MIN)),
+          Case("bytes", Text("\xFF"
+                             "A"))}) {
         deep.SetValue(User, General, name, Number(1));
         EXPECT_EQ(deep.SetValue(User, UpperCase(General), UpperCase(name), value), Success);
         const RegistryValue back = deep.QueryValue(User, General, UpperCase(name)).value();
@@ -78,10 +74,9 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
                   "\"\u00C9T\u00C9\"=dword:80000000\n");
     chmod(home.System("a/config/settings.reg").c_str(), 0644);
     EXPECT_TRUE(RegistryFile(home.System("a/config")).KeyExists(User, Key));
-    using Case = std::pair<const char*, mode_t>;
     for (const auto& [name, mode] :
-         {Case("a", 0700), Case("a/config", 0700), Case("a/config/settings.reg", 0600),
-          Case("a/config/settings.lock", 0600)}) {
+         {std::pair("a", 0700U), std::pair("a/config", 0700U),
+          std::pair("a/config/settings.reg", 0600U), std::pair("a/config/settings.lock", 0600U)}) {
         struct stat status {};
         EXPECT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
         EXPECT_EQ(status.st_mode & 0777U, mode) << name;

@@ -181,10 +181,10 @@ TEST_F(PreferencesPageTest, TakesTheSystemsFolderOrOneThatIsPicked) {
     Open("GENERAL");
     for (const auto& [button, shown] :
          {std::pair("ChkWindowsTempFolder", "SYSTEM black ticked apply"),
-          {"ChkWindowsTempFolder", "SYSTEM black pick apply"},
-          {"CmdTemporaryFolder", "SYSTEM black pick apply"},
-          {"CmdTemporaryFolder", R"(HERE\picked\ black pick apply)"},
-          {"CmdTemporaryFolder", R"(HERE\ black pick)"}}) {
+          std::pair("ChkWindowsTempFolder", "SYSTEM black pick apply"),
+          std::pair("CmdTemporaryFolder", "SYSTEM black pick apply"),
+          std::pair("CmdTemporaryFolder", R"(HERE\picked\ black pick apply)"),
+          std::pair("CmdTemporaryFolder", R"(HERE\ black pick)")}) {
         Click(button);
         EXPECT_EQ(General(), shown);
     }
@@ -251,8 +251,8 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     Click("ChkSecurity");
     WritePasswords("secret", "  ");
     for (const auto& [field, reason] : {std::pair("txtPassword", Qt::MouseFocusReason),
-                                        {"txtPassword2", Qt::MouseFocusReason},
-                                        {"txtPassword", Qt::ActiveWindowFocusReason}}) {
+                                        std::pair("txtPassword2", Qt::MouseFocusReason),
+                                        std::pair("txtPassword", Qt::ActiveWindowFocusReason)}) {
         Field("txtPassword").deselect();
         Field(field).setFocus(reason);
         EXPECT_EQ(Field(field).hasSelectedText(),

@@ -147,11 +147,11 @@ TEST(FolderRules, TellShapesAndParents) {
 TEST_F(StartChecks, TellWhichFoldersCanBeMade) {
     using enum FolderState;
     const std::string here = test.home.Drive();
-    for (const auto& [folder, atEnter, atStart] : {std::tuple(here, Exists, Exists),
-                                                   {here + R"(\new)", ToBeMade, ToBeMade},
-                                                   {here + R"(\new*)", ToBeMade, None},
-                                                   {R"(Q:\new)", ToBeMade, None},
-                                                   {"  ", None, None}}) {
+    using Case = std::tuple<std::string, FolderState, FolderState>;
+    for (const auto& [folder, atEnter, atStart] :
+         {Case(here, Exists, Exists), Case(here + R"(\new)", ToBeMade, ToBeMade),
+          Case(here + R"(\new*)", ToBeMade, None), Case(R"(Q:\new)", ToBeMade, None),
+          Case("  ", None, None)}) {
         EXPECT_EQ(FolderAtEnter(shared.Files(), folder), atEnter) << folder;
         EXPECT_EQ(FolderAtStart(shared.Files(), folder), atStart) << folder;
     }
