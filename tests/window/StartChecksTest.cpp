@@ -102,7 +102,8 @@ TEST_F(StartChecks, EndAtTheFirstFailure) {
         EXPECT_TRUE(!message.empty() || decision.pieceBytes == bytes) << decision.pieceBytes;
     }
     const StartDecision first = Check(Size("Type Custom Size ..."));
-    EXPECT_TRUE(first.kind == Kind::EmptyPartSize && first.message.empty());
+    EXPECT_TRUE(first.kind == Kind::EmptyPartSize && first.message.empty() &&
+                first.criterion == "Size");
     // A source too small for gigabytes is told of, then compared in megabytes.
     EXPECT_EQ(test.boxes->shown.size(), 1U);
     EXPECT_EQ(Check(Gigabytes(small, "1")).kind, Kind::GoOn);
