@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
@@ -31,22 +33,18 @@ struct ParametersTest : public ::testing::Test {
     /// All settings but the password and the priority, texts first.
     [[nodiscard]] std::string ReadAll() {
         Parameters& its = shared.Parameters();
-        std::string all;
-        for (const std::string& text :
-             {its.TemporaryFolder(), its.CurrentVersion(), its.SavedBatchFile(),
-              its.DestinationFolder(), its.DestinationFolderMerge(), its.LastOpenFileFolder(),
-              its.LastOpenFolderMergeFile(), its.SplitCriteria(), its.ComboSize()}) {
-            all += text + "|";
-        }
-        for (const std::int32_t number : std::vector<std::int32_t>{
-                 its.ViewSideBar(), its.DestinationFolderUseSource(),
-                 its.DestinationFolderUseMerge(), its.DeleteSource(), its.DeleteSplitParts(),
-                 its.CRC32(), its.SFV(), its.SizeGB(), its.SizeMB(), its.CompressDestination(),
-                 its.AutoJoin(), its.CompressEncryptionLevel(), its.CompressEncryptionLenght(),
-                 its.CompressPasswordProtect(), its.CompressLevel()}) {
-            all += std::to_string(number) + " ";
-        }
-        return all;
+        std::ostringstream all;
+        all << its.TemporaryFolder() << '|' << its.CurrentVersion() << '|' << its.SavedBatchFile()
+            << '|' << its.DestinationFolder() << '|' << its.DestinationFolderMerge() << '|'
+            << its.LastOpenFileFolder() << '|' << its.LastOpenFolderMergeFile() << '|'
+            << its.SplitCriteria() << '|' << its.ComboSize() << '|' << its.ViewSideBar() << ' '
+            << its.DestinationFolderUseSource() << ' ' << its.DestinationFolderUseMerge() << ' '
+            << its.DeleteSource() << ' ' << its.DeleteSplitParts() << ' ' << its.CRC32() << ' '
+            << its.SFV() << ' ' << its.SizeGB() << ' ' << its.SizeMB() << ' '
+            << its.CompressDestination() << ' ' << its.AutoJoin() << ' '
+            << its.CompressEncryptionLevel() << ' ' << its.CompressEncryptionLenght() << ' '
+            << its.CompressPasswordProtect() << ' ' << its.CompressLevel() << ' ';
+        return all.str();
     }
     /// All that is stored, a line a key; "#" stands before numbers.
     [[nodiscard]] std::string StoredAll() const {
