@@ -16,9 +16,6 @@ const Texts badName = {"Invalid Characters in destination folder,\rPlease check.
 // The tests write and read paths with HERE for their folder.
 class JoinPageDestination : public JoinPageFixture {
   protected:
-    std::string Long(std::string_view text) { return Replace(text, "HERE", Folder().Drive()); }
-    std::string Short(std::string_view text) { return Replace(text, Folder().Drive(), "HERE"); }
-
     using JoinPageFixture::Write;
     void Write(std::string_view folder) { Write("txtDestinationFolderJoin", Long(folder)); }
     void OpenSet() { Write("txtFileToJoin", MakeSet()); }
@@ -38,9 +35,9 @@ class JoinPageDestination : public JoinPageFixture {
                Short(Settings().DestinationFolderMerge());
     }
     Texts PanelCalls() {
-        Texts calls = std::exchange(Panel().calls, {});
-        std::ranges::transform(calls, calls.begin(), [this](auto& call) { return Short(call); });
-        return calls;
+        Texts made = std::exchange(calls, {});
+        std::ranges::transform(made, made.begin(), [this](auto& call) { return Short(call); });
+        return made;
     }
 
     // Joins, and closes the window when it is done. Returns what the window was given.
@@ -136,7 +133,7 @@ TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
           Case(R"(Q:\x)", {Yes}, R"(Q:\x red, Q:\x)")}) {
         Write(text);
         std::filesystem::remove_all(Folder().System("gone"));
-        Panel().calls.clear();
+        calls.clear();
         Boxes().answers = answers;
         QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
         EXPECT_EQ(State(), state);
@@ -162,7 +159,7 @@ TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
             std::filesystem::remove_all(Folder().System(text.substr(5)));
         }
         Boxes().answers = answers;
-        Panel().calls.clear();
+        calls.clear();
         EXPECT_EQ(Join(), folder + "Movie.avi|- Not Present -");
         EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
         EXPECT_EQ(State(), Replace(text == folder ? "F ticked join, F" : "F join, F", "F", folder));

@@ -22,24 +22,19 @@ constexpr const char* Bad =
 constexpr const char* Ask = "Temporary folder doesn't exist, create this new folder ?   ";
 constexpr const char* Differ = " Password and confirmation do not match ";
 
-// A window around the page that only notes what it is asked for.
-class RecordingPreferencesFrame : public PreferencesFrame {
-  public:
-    void UntickCompress() override { calls += ", untick"; }
-    void ShowDestinationUnit(std::string_view path) override {
-        calls += ", unit " + std::string(path);
-    }
-    void ReturnToPrompt() override { calls += ", return"; }
-    void UpdateSummary() override { calls += ", summary"; }
-
-    std::string calls;
-};
-
-// The tests write and read paths with HERE for their folder and SYSTEM for the system's one.
-class PreferencesPageTest : public PageFixture<PreferencesPage> {
+// The page in a window that only notes what it is asked for. The tests write and read paths with
+// HERE for their folder and SYSTEM for the system's one.
+class PreferencesPageTest : public PageFixture<PreferencesPage>, public PreferencesFrame {
   protected:
+    void UntickCompress() override { calls_ += ", untick"; }
+    void ShowDestinationUnit(std::string_view path) override {
+        calls_ += ", unit " + std::string(path);
+    }
+    void ReturnToPrompt() override { calls_ += ", return"; }
+    void UpdateSummary() override { calls_ += ", summary"; }
+
     std::unique_ptr<PreferencesPage> Make() override {
-        return std::make_unique<PreferencesPage>(Shared(), Dialogs(), frame_, nullptr);
+        return std::make_unique<PreferencesPage>(Shared(), Dialogs(), *this, nullptr);
     }
     void BringUp(PreferencesPage& page) override { page.ShowSettingsTab(tab_); }
     PreferencesPage& Open(std::string_view tab) {
@@ -59,9 +54,8 @@ class PreferencesPageTest : public PageFixture<PreferencesPage> {
         EXPECT_LE(texts.size(), 1U);
         return texts.empty() ? "" : texts.back();
     }
-    std::string Long(std::string_view text) { return Replace(text, "HERE", Folder().Drive()); }
     std::string Short(std::string_view text) {
-        return Replace(Replace(text, SystemFolder(), "SYSTEM"), Folder().Drive(), "HERE");
+        return PageFixture::Short(Replace(text, SystemFolder(), "SYSTEM"));
     }
 
     QTabBar& Tabs() { return Find<QTabBar>("TabStrip1"); }
@@ -73,9 +67,8 @@ class PreferencesPageTest : public PageFixture<PreferencesPage> {
     // The folder with its colour, the box of the system's folder, the buttons, and whether the free
     // space is that of another folder.
     std::string General() {
-        const ColourValue colour = Colour("txtTemporaryFolder");
-        std::string shown = Short(Text("txtTemporaryFolder"));
-        shown += colour == Red ? " red" : colour == Blue ? " blue" : " black";
+        std::string shown =
+            Short(Text("txtTemporaryFolder")) + " " + ColourName("txtTemporaryFolder");
         shown += Button("ChkWindowsTempFolder").isChecked() ? " ticked" : "";
         shown += IsEnabled("CmdTemporaryFolder") ? " pick" : "";
         shown += CanApply() ? " apply" : "";
@@ -96,11 +89,11 @@ class PreferencesPageTest : public PageFixture<PreferencesPage> {
         Settings().CompressPassword("secret");
     }
     // What the page has asked of the window since the last call.
-    std::string Calls() { return Short(std::exchange(frame_.calls, {})); }
+    std::string Calls() { return Short(std::exchange(calls_, {})); }
 
   private:
     std::string tab_ = "GENERAL";
-    RecordingPreferencesFrame frame_;
+    std::string calls_;
 };
 
 TEST_F(PreferencesPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {

@@ -235,13 +235,13 @@ TEST_F(SplitPageDestination, StoresAnOptionAtEveryClickAndAsksForACompressionLev
     Settings().CompressLevel(0);
     for (const bool yes : {false, true}) {
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
-        Frame().calls.clear();
+        calls.clear();
         Click("ChkCompress");
         EXPECT_EQ(Said(), Texts{"You Compression Level is not configured, \r"
                                 "do you want to configure it now ?"});
         EXPECT_EQ(IsChecked("ChkCompress"), yes);
         EXPECT_EQ(Settings().CompressDestination(), yes ? 1 : 0);
-        EXPECT_EQ(Frame().calls, Texts(yes ? 1 : 0, "compression"));
+        EXPECT_EQ(calls, Texts(yes ? 1 : 0, "compression"));
     }
     // Neither a stored choice nor a reset asks.
     Page().ResetSplitForm();

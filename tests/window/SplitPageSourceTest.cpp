@@ -139,7 +139,7 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
         EXPECT_TRUE(IsChecked(name)) << name;
     }
     EXPECT_FALSE(IsChecked("ChkDeleteSource"));
-    EXPECT_EQ(Frame().calls.back(), "status Ready");
+    EXPECT_EQ(calls.back(), "status Ready");
     EXPECT_EQ(Text("txtPartsNumber"), "");
     OpenSource(3e9);
     Spinner().Value(7);

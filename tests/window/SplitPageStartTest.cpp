@@ -64,7 +64,7 @@ TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
             form->close();
         });
         Click("cmdCreateCommand");
-        EXPECT_EQ(Frame().calls.back(), "help");
+        EXPECT_EQ(calls.back(), "help");
     };
     PartSize().WriteText("1.44 MB - Diskette");
     Click("ChkDeleteSource");
@@ -139,14 +139,14 @@ TEST_F(SplitPageStart, MakesAllTheLastChecks) {
         Write("txtDestinationFolder", R"(Q:\x)");
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Said();
-        Frame().calls.clear();
+        calls.clear();
         Start();
         EXPECT_EQ(Said(), (Texts{"You Compression Level is not configured, \r"
                                  "do you want to configure it now ?",
                                  "Split file is missing or is holded by another process    ",
                                  "Destination folder is missing    "}));
         EXPECT_EQ(State(), "red red ready start");
-        EXPECT_EQ(Frame().calls, Texts(yes ? 1 : 0, "compression"));
+        EXPECT_EQ(calls, Texts(yes ? 1 : 0, "compression"));
         EXPECT_EQ(IsChecked("ChkCompress"), yes);
     }
     EXPECT_EQ(Settings().CompressDestination(), 0);
@@ -175,7 +175,7 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
         EXPECT_EQ(PartSize().Text(), text);
         EXPECT_EQ(PartSize().ListIndex(), -1) << text;
         EXPECT_EQ(Settings().ComboSize(), stored) << text;
-        EXPECT_EQ(Frame().calls.back(), "title");
+        EXPECT_EQ(calls.back(), "title");
     }
     EXPECT_FALSE(Folder().Has("film.mkv_Part0.sfv"));
     Click("ChkSFV");
@@ -208,7 +208,7 @@ TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
     EXPECT_EQ(jobs, 0);
     EXPECT_EQ(Folder().Names(), Texts{"film.mkv"});
     EXPECT_EQ(Settings().ComboSize(), "1 MB|1048576");
-    EXPECT_EQ(Frame().calls.back(), "title");
+    EXPECT_EQ(calls.back(), "title");
     EXPECT_EQ(State(), "black black ready start");
 }
 
@@ -220,7 +220,7 @@ TEST_F(SplitPageStart, SaysThatTheSourceWasDeleted) {
     EXPECT_FALSE(Folder().Has("film.mkv"));
     EXPECT_EQ(Text("txtSourceFile"), "-- File was deleted --");
     EXPECT_EQ(State(), "red black ");
-    EXPECT_NE(Frame().calls.back(), "title");
+    EXPECT_NE(calls.back(), "title");
 }
 
 }  // namespace

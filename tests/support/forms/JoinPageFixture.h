@@ -8,20 +8,14 @@
 
 namespace zarn::testing {
 
-/// Notes what the page writes to the window's panel.
-class RecordingPanel : public DrivePanel {
-  public:
+/// The join page in its empty state. Notes what the page writes to the window's panel.
+class JoinPageFixture : public PageFixture<JoinPage>, public DrivePanel {
+  protected:
     void ShowDrive(std::string_view path) override { calls.push_back("show " + std::string(path)); }
     void BlackenFreeSpace() override { calls.emplace_back("black"); }
 
-    std::vector<std::string> calls;
-};
-
-/// The join page in its empty state.
-class JoinPageFixture : public PageFixture<JoinPage> {
-  protected:
     std::unique_ptr<JoinPage> Make() override {
-        return std::make_unique<JoinPage>(Shared(), Dialogs(), panel_, nullptr);
+        return std::make_unique<JoinPage>(Shared(), Dialogs(), *this, nullptr);
     }
     void BringUp(JoinPage& page) override { page.JoinPageReset(); }
 
@@ -49,10 +43,8 @@ class JoinPageFixture : public PageFixture<JoinPage> {
         Folder().Write("Movie.avi_Part0.bat", Script("2"));
         return Folder().Drive("Movie.avi_Part0.bat");
     }
-    RecordingPanel& Panel() { return panel_; }
 
-  private:
-    RecordingPanel panel_;
+    Texts calls;
 };
 
 }  // namespace zarn::testing

@@ -18,6 +18,7 @@
 #include "controls/Colours.h"
 #include "controls/QtMessageQueue.h"
 #include "controls/QtText.h"
+#include "runtime/Text.h"
 #include "support/TestPlatform.h"
 #include "support/forms/AnsweringDialogs.h"
 
@@ -71,6 +72,9 @@ class PageFixture : public ::testing::Test {
     std::string Text(const char* name) { return FromQt(Field(name).text()); }
     std::string LabelText(const char* name) { return FromQt(Find<QLabel>(name).text()); }
     ColourValue Colour(const char* name) { return TextColour(Widget(name)); }
+    std::string ColourName(const char* name) {
+        return Colour(name) == Red ? "red" : Colour(name) == Blue ? "blue" : "black";
+    }
 
     void Write(const char* name, const std::string& text) { Field(name).setText(ToQt(text)); }
     void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
@@ -103,6 +107,9 @@ class PageFixture : public ::testing::Test {
     AnsweringDialogs& Dialogs() { return dialogs_; }
     TestFolder& Folder() { return files_; }
     std::string Here() { return files_.Drive() + "\\"; }
+    /// A text with the folder's path for HERE, and the other way round.
+    std::string Long(std::string_view text) { return Replace(text, "HERE", files_.Drive()); }
+    std::string Short(std::string_view text) { return Replace(text, files_.Drive(), "HERE"); }
 
     static constexpr QSize PageSize{384, 304};
 

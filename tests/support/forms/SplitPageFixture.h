@@ -11,9 +11,9 @@
 
 namespace zarn::testing {
 
-/// A window around the page that only notes what it is asked for.
-class RecordingFrame : public PageFrame {
-  public:
+/// The split page in its empty state, in a window that only notes what it is asked for.
+class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
+  protected:
     void ShowPage(std::string_view /*key*/) override {}
     void ShowCompressionSettings() override { calls.emplace_back("compression"); }
     void ResetJoinPage() override {}
@@ -24,14 +24,8 @@ class RecordingFrame : public PageFrame {
     }
     void SetTitle() override { calls.emplace_back("title"); }
 
-    std::vector<std::string> calls;
-};
-
-/// The split page in its empty state.
-class SplitPageFixture : public PageFixture<SplitPage> {
-  protected:
     std::unique_ptr<SplitPage> Make() override {
-        return std::make_unique<SplitPage>(Shared(), defaultProgress_, Dialogs(), frame_, nullptr);
+        return std::make_unique<SplitPage>(Shared(), defaultProgress_, Dialogs(), *this, nullptr);
     }
     void BringUp(SplitPage& page) override { page.ResetSplitForm(); }
 
@@ -67,20 +61,14 @@ class SplitPageFixture : public PageFixture<SplitPage> {
     /// The colours of source and destination, and what the page is: "ready" with its fields
     /// enabled, "start" with its buttons too.
     std::string State() {
-        const auto colour = [this](const char* field) {
-            const ColourValue value = Colour(field);
-            return value == Red ? "red " : value == Blue ? "blue " : "black ";
-        };
-        const std::string colours =
-            colour("txtSourceFile") + std::string(colour("txtDestinationFolder"));
-        return colours + (IsEnabled("OptSize") ? "ready" : "") + (CanStart() ? " start" : "");
+        return ColourName("txtSourceFile") + " " + ColourName("txtDestinationFolder") + " " +
+               (IsEnabled("OptSize") ? "ready" : "") + (CanStart() ? " start" : "");
     }
 
-    RecordingFrame& Frame() { return frame_; }
+    Texts calls;
 
   private:
     SharedProgress defaultProgress_;
-    RecordingFrame frame_;
 };
 
 }  // namespace zarn::testing
