@@ -45,6 +45,7 @@ TEST_F(JoinFixture, RefusesAnyOtherMove) {
     const std::string target = other.Drive("Movie.avi");
     const std::string source = folder.Drive("Movie.avi");
     const std::string set = copies + naming;
+    const std::string back = "Move \"" + target + "\" \"" + source + "\"\r\n";
     using Case = std::pair<std::string, std::string>;
     for (const auto& [script, destination] :
          {Case(set + MoveLines(source, target), ""), Case(set, target),
@@ -53,8 +54,7 @@ TEST_F(JoinFixture, RefusesAnyOtherMove) {
           Case(set + MoveLines(target, target), target),
           Case(set + MoveLines(folder.Drive("Movie.avi_Part1"), target), target),
           Case(set + MoveLines(R"(C:\no\such\Movie.avi)", target), target),
-          Case(MoveLines(source, target) + set, target),
-          Case(set + "Move \"" + target + "\" \"" + source + "\"\r\n", target)}) {
+          Case(MoveLines(source, target) + set, target), Case(set + back, target)}) {
         EXPECT_EQ(Run(script, destination).status, ScriptStatus::Refused) << script;
         EXPECT_EQ(fileSystem.log, Names{}) << script;
     }

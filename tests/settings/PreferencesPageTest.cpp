@@ -261,15 +261,16 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     const std::string end = ", return, summary";
     // The text, the stored folder and level, the box, and what the window was asked for.
     using Case = std::tuple<std::string, Answers, std::string, std::string>;
-    for (const auto& [text, answers, atEnter, applied] :
-         {Case("HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end),
-          Case(" ", {}, R"( , C:\ 8)", system + end),
-          Case(R"(HERE\ne*w)", {}, failed + "8", system + end),
-          Case("ab", no, R"(ab, C:\ 8)", system + ", asked" + end),
-          Case(R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end),
-          Case(made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
-          Case(R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"),
-          Case(R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked")}) {
+    const std::vector<Case> cases = {
+        Case("HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE" + end),
+        Case(" ", {}, R"( , C:\ 8)", system + end),
+        Case(R"(HERE\ne*w)", {}, failed + "8", system + end),
+        Case("ab", no, R"(ab, C:\ 8)", system + ", asked" + end),
+        Case(R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end),
+        Case(made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
+        Case(R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"),
+        Case(R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked")};
+    for (const auto& [text, answers, atEnter, applied] : cases) {
         for (const bool byEnter : {true, false}) {
             std::filesystem::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");
