@@ -158,6 +158,19 @@ bool StrikesOutput(const Evidence& evidence) {
                       (evidence.job.road == Road::Split && Matches(path, "OUT/.*_Part[1-9]")));
 }
 
+// The library opens an older archive, and then writes the new one under a longer name.
+bool IsZipLibrarys(const Evidence& evidence) {
+    const std::string temporary = std::string(Archive) + ".";
+    const auto& all = evidence.run.operations;
+    const auto written =
+        std::find_if(all.begin(), all.end(), [&temporary](const FileOperation& operation) {
+            return operation.path.starts_with(temporary);
+        });
+    return evidence.Struck(temporary) ||
+           (evidence.Struck(Archive) &&
+            static_cast<std::size_t>(written - all.begin()) >= evidence.fault.number);
+}
+
 // The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
 // library does not. The programs handle no signal, so that none can.
 bool CanBeRepeated(const Evidence& evidence) {
@@ -166,7 +179,7 @@ bool CanBeRepeated(const Evidence& evidence) {
     const std::string& kind = evidence.fault.kind;
     const bool broken =
         kind == "EINTR" && evidence.run.struck && calls.contains(evidence.run.struck->call);
-    return (broken || kind == "half") && !evidence.Struck("tmp/DATA.zip.");
+    return (broken || kind == "half") && !IsZipLibrarys(evidence);
 }
 
 std::string JudgeEnd(const Evidence& evidence) {
