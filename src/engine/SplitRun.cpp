@@ -15,8 +15,6 @@ namespace zarn {
 
 namespace {
 
-// What the parts on a floppy disk hold, whatever the medium in the drive has free.
-
 double RoundedUpQuotient(double dividend, double divisor) {
     if (divisor == 0) {
         throw RuntimeError(ErrorNumber::DivisionByZero);
