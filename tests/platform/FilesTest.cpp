@@ -58,12 +58,12 @@ TEST_F(FilesOfLinux, KnowsFoldersFromFiles) {
         EXPECT_EQ(files.FolderExists(path), attributes == AttributeFolder);
         EXPECT_EQ(files.SystemPath(path), systemPath);
         if (attributes != AttributeNormal) {
-            EXPECT_EQ(ErrorOf([&] { (void)files.FileSize(path); }), FileNotFound);
+            EXPECT_EQ(ErrorOf([&, &name = path] { (void)files.FileSize(name); }), FileNotFound);
             continue;
         }
         EXPECT_EQ(files.FileSize(path), 5);
         EXPECT_EQ(files.ReadFile(path, 5), "12345");
-        EXPECT_EQ(ErrorOf([&] { (void)files.ReadFile(path, 4); }), DiskFull);
+        EXPECT_EQ(ErrorOf([&, &name = path] { (void)files.ReadFile(name, 4); }), DiskFull);
     }
 }
 

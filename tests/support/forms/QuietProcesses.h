@@ -13,8 +13,8 @@ class QuietProcesses : public LinuxProcesses {
   public:
     explicit QuietProcesses(const TestFolder& home) : LinuxProcesses(nullptr, FoldersIn(home)) {}
     void SetPriorityClass(PriorityClass priority) override {
-        constexpr std::array Names = {"normal", "idle", "high", "real-time"};
-        calls += std::string(Names.at(static_cast<std::size_t>(priority))) + " ";
+        constexpr std::array Classes = {"normal", "idle", "high", "real-time"};
+        calls += std::string(Classes.at(static_cast<std::size_t>(priority))) + " ";
     }
     void SetThreadPriority(int priority) override {
         calls += "thread " + std::to_string(priority) + " ";
