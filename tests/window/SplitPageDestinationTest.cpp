@@ -166,15 +166,15 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
     using enum DriveType;
     constexpr double TwoMB = 2 * Megabyte + 2000;
     constexpr double OneGB = Gigabyte + 2000;
-    using Case = std::tuple<DriveType, double, double, std::int16_t, bool>;
+    using Case = std::tuple<DriveType, double, double, bool, bool>;
     for (const auto& [type, size, free, gigabytes, fits] :
-         {Case(Fixed, 2e6, 1e6, 0, false), Case(Removable, 2e6, 1e6, 0, true),
-          Case(CdRom, 2e6, 1e6, 0, false), Case(Fixed, 2.004 * Megabyte, TwoMB, 0, true),
-          Case(Fixed, 1.004 * Gigabyte, OneGB, 1, true),
-          Case(Fixed, 1.004 * Gigabyte, OneGB, 0, false)}) {
+         {Case(Fixed, 2e6, 1e6, false, false), Case(Removable, 2e6, 1e6, false, true),
+          Case(CdRom, 2e6, 1e6, false, false), Case(Fixed, 2.004 * Megabyte, TwoMB, false, true),
+          Case(Fixed, 1.004 * Gigabyte, OneGB, true, true),
+          Case(Fixed, 1.004 * Gigabyte, OneGB, false, false)}) {
         SCOPED_TRACE(size);
-        Settings().SizeMB(1 - gigabytes);
-        Settings().SizeGB(gigabytes);
+        Settings().SizeMB(gigabytes ? 0 : 1);
+        Settings().SizeGB(gigabytes ? 1 : 0);
         Save(Here());
         (*volumes)["X"] = {type, free, 2 * free};
         Open();
