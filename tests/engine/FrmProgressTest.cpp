@@ -238,7 +238,8 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
         }
     };
     EXPECT_EQ(Run(), std::nullopt);
-    const std::string insert = "Please insert a new media on unit [C:]";
+    const std::string insert =
+        "Please insert a new media on unit [" + out.Drive().substr(0, 2) + "]";
     EXPECT_EQ(prompts, (Names{"  DISK 1 of 3 ...   " + insert, "  DISK 2 of 3 ...   " + insert}));
     EXPECT_EQ(FromQt(form->windowTitle()), " Writing file pieces ...");  // no SFV stage
     EXPECT_FALSE(form->CancelPending);

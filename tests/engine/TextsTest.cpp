@@ -72,7 +72,7 @@ TEST_F(EngineTest, FreeSpaceOfNetworkPathsIsNotAsked) {
     EXPECT_EQ(Engine().FunctionCheckSpaceRemovable(Share), 0);
     EXPECT_TRUE(Engine().FunctionCheckSpaceOnUnit(1, destination));
     EXPECT_EQ(Engine().FunctionFreeSpaceOnUnit(5, destination), 5);
-    EXPECT_FALSE(Engine().FunctionCheckSpaceOnUnit(1, "Q:\\x"));
+    EXPECT_FALSE(Engine().FunctionCheckSpaceOnUnit(1, "B:\\x"));
 }
 
 }  // namespace

@@ -31,15 +31,6 @@ std::vector<Fault> FaultsOf(std::size_t number, const std::string& call) {
     return faults;
 }
 
-// Nothing has to reach a disk.
-struct InMemory {
-    InMemory() {
-        if (access("/dev/shm", W_OK) == 0) {
-            setenv("TMPDIR", "/dev/shm", 1);
-        }
-    }
-};
-
 class Faults : public ::testing::TestWithParam<Job> {
   protected:
     Faults() {
@@ -77,8 +68,9 @@ class Faults : public ::testing::TestWithParam<Job> {
     }
 
     const Job& job_ = GetParam();
-    const InMemory memory_;
-    const TestFolder folder_;
+    // Nothing has to reach a disk.
+    const TestFolder folder_ =
+        access("/dev/shm", W_OK) == 0 ? TestFolder("/dev/shm") : TestFolder();
     Snapshot before_;
     WatchedRun run_;
     Snapshot clean_;

@@ -67,7 +67,7 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
          {Case("", " red join, "), Case(" C ", " C  red join, "), Case("ab", "ab red join, "),
           Case(R"(HERE\a*)", R"(HERE\a* red, )"), Case(R"(HERE\other)", R"(HERE\other join, )"),
           Case(R"(HERE\new\deep)", R"(HERE\new\deep join, )"),
-          Case(R"(Q:\x)", R"(Q:\x red join, )"), Case(R"(HERE\)", R"(HERE\ ticked join, )")}) {
+          Case(R"(B:\x)", R"(B:\x red join, )"), Case(R"(HERE\)", R"(HERE\ ticked join, )")}) {
         Write(R"(HERE\)");
         Write(R"(HERE\other)");
         EXPECT_EQ(State(), R"(HERE\other join, )");
@@ -127,10 +127,10 @@ TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
          {Case("", {}, R"( red ticked join, HERE\saved)"),
           Case("ab", {}, R"(ab red join, HERE\saved)"),
           Case(R"(HERE\saved)", {}, R"(HERE\saved join, HERE\saved)"),
-          Case(R"(Q:\x)", {No}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(B:\x)", {No}, R"(HERE\saved join, HERE\saved)"),
           Case(R"(HERE\gone\deep)", {No}, R"(HERE\saved join, HERE\saved)"),
           Case(R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"),
-          Case(R"(Q:\x)", {Yes}, R"(Q:\x red, Q:\x)")}) {
+          Case(R"(B:\x)", {Yes}, R"(B:\x red, B:\x)")}) {
         Write(text);
         std::filesystem::remove_all(Folder().System("gone"));
         calls.clear();

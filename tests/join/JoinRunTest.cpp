@@ -50,7 +50,8 @@ TEST_F(JoinRunTest, AppendsTheMoveInTheScriptsOwnEncoding) {
     for (const auto& [script, target, copy] :
          {Row("x", folder.Drive("Movie.avi"), "x"),
           Row("x", accent, "x\r\n" + EncodeText("Del \"" + accent + "\"")),
-          Row("x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"), "x\r\n\xC3\xB6\r\nDel \"C:"),
+          Row("x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"),
+              "x\r\n\xC3\xB6\r\nDel \"" + other.Drive()),
           Row("x\r\n\xF6\r\n", raw, "x\r\n\xF6\r\nDel \"" + raw)}) {
         JoinRun run(shared, MakeSet(script, target));
         run.PrepareScript();

@@ -112,7 +112,7 @@ TEST_F(Paths, StartAtTheDriveOrTheCurrentFolder) {
           Case(deep, "Q:new", deep + "/new"), Case(deep, "new", deep + "/new"),
           Case(deep, R"(..\Deep\.\new)", deep + "/../Deep/./new"),
           Case(deep, "\\Deep\\new", deep + "/new"), Case(deep, "C:tmp", "/tmp"),
-          Case(folder.System("config"), "\\tmp", "/tmp")}) {
+          Case("/dev", "\\tmp", "/tmp")}) {  // whatever is mounted there has no letter
         std::filesystem::current_path(from);
         EXPECT_EQ(paths.SystemPath(path), system) << path << " from " << from;
     }
@@ -180,8 +180,8 @@ TEST_F(Paths, ComeBackAsDrivePaths) {
          {Case("/", "C:\\"), Case("/no/such//file", R"(C:\no\such\file)"),
           Case(Under("a/b.txt"), "Q:\\a\\b.txt"), Case(folder.System("disk"), "Q:\\"),
           Case(folder.System("disk") + "//", "Q:\\"),
-          Case(folder.System("disky"), folder.Drive("disky")), Case(Under("a\\b"), {}),
-          Case("relative/file", {}), Case("", {})}) {
+          Case(folder.System("disky"), paths.DrivePath(folder.System()).value() + "\\disky"),
+          Case(Under("a\\b"), {}), Case("relative/file", {}), Case("", {})}) {
         EXPECT_EQ(paths.DrivePath(system), drive) << system;
     }
 }

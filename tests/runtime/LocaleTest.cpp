@@ -38,8 +38,8 @@ void MakeLocale(const TestFolder& folder, const std::string& name, const std::st
                                "\"\nthousands_sep \"" + group + "\"\ngrouping " +
                                (group.empty() ? "-1" : "3;3") + "\nEND LC_NUMERIC\nLC_TIME\n" +
                                "d_fmt \"" + date + "\"\nt_fmt \"" + time + "\"\nEND LC_TIME\n");
-    const std::string command = "cd " + folder.System() +
-                                " && localedef -c -i source -f ./charmap ./" + name +
+    const std::string command = "cd '" + folder.System() +
+                                "' && localedef -c -i source -f ./charmap ./" + name +
                                 " >/dev/null 2>&1";
     // The status tells of warnings too, so the result is looked at instead.
     // NOLINTNEXTLINE(cert-env33-c): a fixed command on names of this test's own

@@ -73,7 +73,7 @@ using Names = std::vector<std::string>;
 
 struct FilesFixture : public ::testing::Test {
     FilesFixture() {
-        volumes.Of(R"(C:\)").information = {"", "ext4"};
+        volumes.Of(driveRoot).information = {"", "ext4"};
         volumes.Of(R"(\)").information = {"", "ext4"};
     }
     void TearDown() override { std::filesystem::current_path(before); }
@@ -86,6 +86,7 @@ struct FilesFixture : public ::testing::Test {
     StubbornFileSystem fileSystem{std::move(test.platform.fileSystem)};
     Messages messages{*test.boxes};
     Files files{fileSystem, volumes, messages, separators};
+    const std::string driveRoot = folder.Drive().substr(0, 3);
     const std::string none = folder.Drive("none");
 };
 

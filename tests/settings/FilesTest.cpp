@@ -121,7 +121,7 @@ TEST_F(FilesTest, FoldersCreateAllMakesWhatIsMissingAndEndsInTheRoot) {
     EXPECT_TRUE(files.FoldersCreateAll(folder.Drive("x\\y\\")));
     EXPECT_TRUE(folder.Has("x/y"));
     EXPECT_EQ(fileSystem.asked, (Names{folder.Drive("x\\"), folder.Drive("x\\y\\")}));
-    EXPECT_EQ(fileSystem.CurrentFolder(), R"(C:\)");
+    EXPECT_EQ(fileSystem.CurrentFolder(), driveRoot);
     // A level that cannot be made goes unnoticed; a second backslash at the end counts as one.
     folder.Write("file", "");
     EXPECT_TRUE(files.FoldersCreateAll(folder.Drive("file\\below")));
@@ -132,8 +132,8 @@ TEST_F(FilesTest, FoldersCreateAllMakesWhatIsMissingAndEndsInTheRoot) {
     fileSystem.asked.clear();
     EXPECT_TRUE(files.FoldersCreateAll(R"(\\server\share\a)"));
     EXPECT_EQ(fileSystem.asked, (Names{R"(\\server\share\)", R"(\\server\share\a\)"}));
-    volumes.Of(R"(E:\)").information = {" ", "  "};
-    for (const char* path : {"", "  ", R"(D:\a)", R"(E:\a)", "relative"}) {
+    volumes.Of(R"(B:\)").information = {" ", "  "};
+    for (const char* path : {"", "  ", R"(A:\a)", R"(B:\a)", "relative"}) {
         EXPECT_FALSE(files.FoldersCreateAll(path)) << path;
     }
     EXPECT_TRUE(test.boxes->shown.empty());

@@ -268,7 +268,7 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
         Case("ab", no, R"(ab, C:\ 8)", system + ", asked" + end),
         Case(R"(HERE\no)", no, failed + "8, asked", system + ", asked" + end),
         Case(made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
-        Case(R"(Q:\x)", yes, failed + "8, asked", failed + "5, asked"),
+        Case(R"(B:\x)", yes, failed + "8, asked", failed + "5, asked"),
         Case(R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked")};
     for (const auto& [text, answers, atEnter, applied] : cases) {
         for (const bool byEnter : {true, false}) {

@@ -117,8 +117,8 @@ TEST_F(Shell, RefusesARemovableDestination) {
     std::filesystem::create_directories(configuration);
     folder.MakeFolder("stick");
     home.Write(configuration.substr(home.System().size() + 1) + "/drives",
-               "R: removable " + folder.System("stick") + "\n");
-    EXPECT_EQ(Start({Source(), "/PN=2", "/D=r:\\a\\b"}).error,
+               "B: removable " + folder.System("stick") + "\n");
+    EXPECT_EQ(Start({Source(), "/PN=2", "/D=b:\\a\\b"}).error,
               "Error\nDestination Folder must be a Fixed Unit ... \n");
     EXPECT_TRUE(folder.Has("stick/A/B"));
 }

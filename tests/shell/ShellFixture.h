@@ -19,10 +19,6 @@ class Shell : public ::testing::Test {
     Shell() {
         setenv("XDG_CONFIG_HOME", home.System("config").c_str(), 1);
         setenv("XDG_CACHE_HOME", home.System("cache").c_str(), 1);
-        setenv("LC_ALL", "C", 1);
-        for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-            setenv(display, "", 1);
-        }
         folder.Write("data.bin", content);
     }
 

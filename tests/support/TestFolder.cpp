@@ -13,10 +13,21 @@ namespace zarn::testing {
 
 namespace fs = std::filesystem;
 
-TestFolder::TestFolder() : TestFolder(fs::temp_directory_path().string()) {
+namespace {
+
+// As the environment names it at the start: no test sees the variable, see `Surroundings.cpp`.
+const std::string& TemporaryFolder() {
+    static const std::string folder = fs::temp_directory_path().string();
+    return folder;
 }
 
-TestFolder::TestFolder(const std::string& parent) : path_(parent + "/zarn-test-XXXXXX") {
+}  // namespace
+
+TestFolder::TestFolder() : TestFolder(TemporaryFolder()) {
+}
+
+TestFolder::TestFolder(const std::string& parent)
+    : path_(fs::canonical(parent).string() + "/zarn-test-XXXXXX") {
     EXPECT_NE(mkdtemp(path_.data()), nullptr) << "cannot make a folder in " << parent;
 }
 
@@ -27,12 +38,6 @@ TestFolder::~TestFolder() {
 
 std::string TestFolder::System(std::string_view name) const {
     return name.empty() ? path_ : path_ + "/" + std::string(name);
-}
-
-std::string TestFolder::Drive(std::string_view name) const {
-    std::string path = "C:" + System(name);
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
 }
 
 void TestFolder::Write(std::string_view name, std::string_view bytes) const {

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/linux/PathResolver.h"
+#include "runtime/Text.h"
+
 namespace zarn::testing {
 
 /// A fresh folder on disk that is removed with everything in it.
@@ -17,9 +20,14 @@ class TestFolder {
     ~TestFolder();
 
     /// Path of a file in it as the operating system, or the program, writes it. A folder asked
-    /// for without a name has no separator at its end.
+    /// for without a name has no separator at its end, but for one that is a drive.
     [[nodiscard]] std::string System(std::string_view name = {}) const;
-    [[nodiscard]] std::string Drive(std::string_view name = {}) const;
+    [[nodiscard]] std::string Drive(std::string_view name = {}) const {
+        // In the header, for the tests of a room that has no paths. A name may hold a backslash.
+        std::string path = PathResolver("/dev/null").DrivePath(path_).value();
+        path += name.empty() || path.ends_with('\\') ? "" : "\\";
+        return path + Replace(name, "/", "\\");
+    }
 
     /// Writes and reads whole files by bare name; reading a missing file fails the test.
     void Write(std::string_view name, std::string_view bytes) const;

@@ -58,7 +58,7 @@ TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
           Case(Here() + "new", "black blue ready start", "*"),
           Case(Here() + "ne*", "black red ready", "kept"),
           Case(R"(\\server\share\x)", "black blue ready start", "N/A"),
-          Case(R"(Q:\x)", "black red ready start", "Media not Ready"),
+          Case(R"(B:\x)", "black red ready start", "Media not Ready"),
           Case("", "black blue ready start", ""), Case(Here(), "black black ready start", "*")}) {
         SCOPED_TRACE(text);
         Write(Here());
@@ -116,7 +116,7 @@ TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
          {Case("", {}, "", "black red ready"), Case("C", {}, "C", "black red ready"),
           Case("ab", {}, "ab", "black red ready"),
           Case(Here() + "refused", {No}, Here(), "black black ready start"),
-          Case(R"(Q:\x)", {Yes}, Here(), "black black ready start"),
+          Case(R"(B:\x)", {Yes}, Here(), "black black ready start"),
           Case(made, {Yes}, made, "black black ready start"),
           Case(R"(X:\)", {}, R"(X:\)", "black black ready start")}) {
         SCOPED_TRACE(text);
@@ -176,6 +176,7 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
         Settings().SizeMB(gigabytes ? 0 : 1);
         Settings().SizeGB(gigabytes ? 1 : 0);
         Save(Here());
+        (*volumes)[Here().substr(0, 1)] = {Fixed, 9e9, 9e9};
         (*volumes)["X"] = {type, free, 2 * free};
         Open();
         OpenSource(size);
@@ -190,7 +191,7 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
 }
 
 TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
-    Save(R"(Q:\x)");
+    Save(R"(B:\x)");
     Browse(10000);
     EXPECT_EQ(Said(), Texts{"The selected destination unit is not Ready,\rplease select another."});
     EXPECT_EQ(State(), "black red ready");
@@ -202,7 +203,7 @@ TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     EXPECT_EQ(Said().back(), tooLarge[0]);
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-    (*volumes)["C"] = {DriveType::Fixed, 1e6, 2e6};
+    (*volumes)[Here().substr(0, 1)] = {DriveType::Fixed, 1e6, 2e6};
     Page().OpenSource(Folder().Drive("film.mkv"));
     Write(Here());
     EXPECT_EQ(Said().back(), tooLarge[0]);

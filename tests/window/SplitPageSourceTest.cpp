@@ -145,6 +145,7 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
     Spinner().Value(7);
     Type("txtPartsNumber", "9");
     PartSize().WriteText("1");
+    Boxes().shown.clear();  // not every disk has the room
     Page().ResetSplitForm();
     EXPECT_EQ(Text("txtPartsNumber") + PartSize().Text(), "");
     EXPECT_EQ(Spinner().Value(), 1);

@@ -136,7 +136,7 @@ TEST_F(SplitPageStart, MakesAllTheLastChecks) {
     Click("OptParts");
     Write("txtPartsNumber", "2");
     for (const bool yes : {true, false}) {
-        Write("txtDestinationFolder", R"(Q:\x)");
+        Write("txtDestinationFolder", R"(B:\x)");
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Said();
         calls.clear();

@@ -1,0 +1,41 @@
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/TestFolder.h"
+
+namespace zarn::testing {
+
+namespace {
+
+/// Every test program starts with this: nothing depends on who runs it, and nobody's settings,
+/// temporary folder or screen are used. Locale and home folder are the tests' own.
+struct Surroundings {
+    Surroundings() {
+        std::vector<std::string> names;
+        for (char** variable = environ; *variable != nullptr; ++variable) {
+            const std::string_view text = *variable;
+            names.emplace_back(text.substr(0, text.find('=')));
+        }
+        for (const std::string& name : names) {
+            if (name == "TMPDIR" || name.ends_with("DISPLAY") || name.starts_with("LC_") ||
+                name.starts_with("QT_") || name.starts_with("XDG_")) {
+                unsetenv(name.c_str());
+            }
+        }
+        setenv("LC_ALL", "C.UTF-8", 1);
+        setenv("HOME", home.System().c_str(), 1);
+        setenv("XDG_RUNTIME_DIR", home.System().c_str(), 1);
+    }
+
+    TestFolder home;
+};
+
+const Surroundings surroundings;
+
+}  // namespace
+
+}  // namespace zarn::testing
