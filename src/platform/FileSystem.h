@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/FileIdentity.h"
 #include "platform/LargeFileAccess.h"
 #include "runtime/DateTime.h"
 
@@ -20,6 +21,14 @@ enum FileAttribute : std::uint32_t {
     AttributeFolder = 16,
     AttributeArchive = 32,
     AttributeNormal = 128,  ///< alone: no other attribute is set
+};
+
+/// What became of a file that was to be deleted.
+enum class Deletion {
+    Done,
+    Missing,    ///< there was no such file
+    OtherFile,  ///< the name leads to another file, or to one that was changed; it stays
+    Refused,    ///< the system did not allow it; the file stays
 };
 
 /// A file that has been written in full beside its final name, which nobody sees until `Commit`.
@@ -96,6 +105,11 @@ class FileSystem {
     /// Deletes a file (never a folder, no wildcards). False if that failed.
     virtual bool DeleteFile(std::string_view path) = 0;
 
+    /// Deletes the file at a path only if it is `identity`, unchanged. The file is looked at under
+    /// a name that nobody else uses, so that no other file can take its place in between. Of a
+    /// link to the file the link is deleted.
+    virtual Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) = 0;
+
     /// Renames a file within its folder or moves it within its file system, refusing to replace
     /// anything. Raises 53, 58, 70, 75, 76.
     virtual void MoveFile(std::string_view from, std::string_view to) = 0;
@@ -142,8 +156,15 @@ class FileSystem {
     /// none.
     [[nodiscard]] virtual std::optional<std::string> SystemPath(std::string_view path) = 0;
 
-    /// True if both paths lead to one existing file or folder, be it through links or another name.
-    [[nodiscard]] virtual bool IsSameFile(std::string_view one, std::string_view other) = 0;
+    /// The file or folder that a path leads to, be it through links; nothing if there is none.
+    [[nodiscard]] virtual std::optional<FileIdentity> Identity(std::string_view path) = 0;
+
+    /// True if both paths lead to one existing file or folder.
+    [[nodiscard]] bool IsSameFile(std::string_view one, std::string_view other) {
+        const std::optional<FileIdentity> first = Identity(one);
+        const std::optional<FileIdentity> second = Identity(other);
+        return first && second && first->IsSameFile(*second);
+    }
 
     /// A closed file of this file system.
     [[nodiscard]] virtual std::unique_ptr<LargeFileAccess> MakeLargeFile() = 0;

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/FileIdentity.h"
+
 namespace zarn {
 
 /// One open file of any size, read or written from its start to its end.
@@ -49,6 +51,9 @@ class LargeFileAccess {
     /// blocks, all or none. Returns false, with both positions unmoved, where the file system
     /// cannot share them or the ends do not lie on block boundaries. Never raises.
     virtual bool ShareFrom(LargeFileAccess& source, std::int64_t count);
+
+    /// What the open file is now. Raises where no file is open.
+    [[nodiscard]] virtual FileIdentity Identity() const = 0;
 
     /// Waits until the file's bytes are on the medium.
     virtual void Flush() = 0;

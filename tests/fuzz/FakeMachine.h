@@ -40,8 +40,10 @@ class FakeFiles : public testing::ForwardingFileSystem {
         return Contains(systemPath, "\\") ? std::nullopt
                                           : std::optional("C:" + Replace(systemPath, "/", "\\"));
     }
-    bool IsSameFile(std::string_view one, std::string_view other) override {
-        return isThere(one) && isThere(other) && UpperCase(one) == UpperCase(other);
+    std::optional<FileIdentity> Identity(std::string_view path) override {
+        FileIdentity identity;
+        identity.inode = std::hash<std::string>()(UpperCase(path));
+        return isThere(path) ? std::optional(identity) : std::nullopt;
     }
 
     std::function<bool(std::string_view)> isThere = [](std::string_view) { return false; };

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <thread>
 
 #include "platform/linux/FileAttributes.h"
@@ -140,6 +141,51 @@ TEST_F(FilesOfLinux, DeletesNamesNeverFoldersOrTargets) {
     EXPECT_FALSE(files.DeleteFile(folder.Drive("sub")));
     EXPECT_FALSE(files.DeleteFile("B:\\x"));
     EXPECT_EQ(folder.Names(), (Names{"Target", "c1", "sub"}));
+}
+
+// Each row: what happens to the file after it was opened, and what its deletion then says.
+TEST_F(FilesOfLinux, DeletesTheVeryFileThatWasOpenedOnly) {
+    const auto rename = [this](const char* from, const char* to) {
+        fs::rename(folder.System(from), folder.System(to));
+    };
+    struct Case {
+        const char* name;
+        std::function<void()> happens;
+        Deletion deletion;
+        Names left;
+    };
+    const std::vector<Case> cases = {
+        {"a", [] {}, Deletion::Done, {"b"}},
+        {"A", [] {}, Deletion::Done, {"b"}},
+        {"a", [&] { EXPECT_EQ(folder.Read("a"), "A"); }, Deletion::Done, {"b"}},
+        {"a", [&] { chmod(folder.System("a").c_str(), 0400); }, Deletion::Done, {"b"}},
+        {"a", [&] { rename("b", "a"); }, Deletion::OtherFile, {"a"}},
+        {"a", [&] { folder.Write("a", "AA"); }, Deletion::OtherFile, {"a", "b"}},
+        {"a",
+         [&] { fs::last_write_time(folder.System("a"), fs::file_time_type{}); },
+         Deletion::OtherFile,
+         {"a", "b"}},
+        {"A", [&] { folder.Write("A", "other"); }, Deletion::OtherFile, {"A", "a", "b"}},
+        {"a", [&] { rename("a", "c"); }, Deletion::Missing, {"b", "c"}},
+        {"a",
+         [&] { fs::create_hard_link(folder.System("a"), folder.System("c")); },
+         Deletion::Done,
+         {"b", "c"}},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(&row - cases.data());
+        for (const std::string& name : folder.Names()) {
+            fs::remove(folder.System(name));
+        }
+        folder.Write("a", "A");
+        folder.Write("b", "A");
+        const auto file = files.MakeLargeFile();
+        file->Open(folder.Drive(row.name));
+        const FileIdentity opened = file->Identity();
+        row.happens();
+        EXPECT_EQ(files.DeleteSameFile(folder.Drive(row.name), opened), row.deletion);
+        EXPECT_EQ(folder.Names(), row.left);
+    }
 }
 
 TEST_F(FilesOfLinux, MovesWithoutReplacing) {

@@ -52,9 +52,11 @@ class NamedFiles : public ForwardingFileSystem {
     std::optional<std::uint32_t> Attributes(Path path) override {
         return names_.contains(path) ? std::optional<std::uint32_t>(0) : std::nullopt;
     }
-    bool IsSameFile(Path one, Path other) override {
-        return Attributes(one) && Attributes(other) &&
-               names_.find(one)->second == names_.find(other)->second;
+    std::optional<FileIdentity> Identity(Path path) override {
+        const auto found = names_.find(path);
+        FileIdentity identity;
+        identity.inode = found == names_.end() ? 0 : static_cast<std::uint64_t>(found->second);
+        return found == names_.end() ? std::nullopt : std::optional(identity);
     }
 
   private:

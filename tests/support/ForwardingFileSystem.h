@@ -24,6 +24,9 @@ class ForwardingFileSystem : public FileSystem {
     std::optional<std::uint32_t> Attributes(Path path) override { return real_->Attributes(path); }
     void SetNormalAttributes(Path path) override { real_->SetNormalAttributes(path); }
     bool DeleteFile(Path path) override { return real_->DeleteFile(path); }
+    Deletion DeleteSameFile(Path path, const FileIdentity& identity) override {
+        return real_->DeleteSameFile(path, identity);
+    }
     void MoveFile(Path from, Path to) override { real_->MoveFile(from, to); }
     void ChangeCurrentFolder(Path path) override { real_->ChangeCurrentFolder(path); }
     std::string CurrentFolder() override { return real_->CurrentFolder(); }
@@ -41,7 +44,7 @@ class ForwardingFileSystem : public FileSystem {
     std::string ProgramFolder() override { return real_->ProgramFolder(); }
     std::optional<std::string> DrivePath(Path path) override { return real_->DrivePath(path); }
     std::optional<std::string> SystemPath(Path path) override { return real_->SystemPath(path); }
-    bool IsSameFile(Path one, Path other) override { return real_->IsSameFile(one, other); }
+    std::optional<FileIdentity> Identity(Path path) override { return real_->Identity(path); }
     std::unique_ptr<LargeFileAccess> MakeLargeFile() override { return real_->MakeLargeFile(); }
 
   private:

@@ -13,6 +13,15 @@
 
 namespace zarn {
 
+namespace {
+
+FileIdentity IdentityIn(const struct stat& status) {
+    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
+            status.st_mtim.tv_nsec};
+}
+
+}  // namespace
+
 FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
     std::swap(number_, other.number_);
     return *this;
@@ -57,6 +66,17 @@ bool FlushToMedium(const FileDescriptor& file) noexcept {
         result = fsync(file.Number());
     } while (result != 0 && errno == EINTR);
     return result == 0;
+}
+
+std::optional<FileIdentity> IdentityOf(const FileDescriptor& file) noexcept {
+    struct stat status = {};
+    return fstat(file.Number(), &status) == 0 ? std::optional(IdentityIn(status)) : std::nullopt;
+}
+
+std::optional<FileIdentity> IdentityOf(const std::string& systemPath) noexcept {
+    struct stat status = {};
+    return stat(systemPath.c_str(), &status) == 0 ? std::optional(IdentityIn(status))
+                                                  : std::nullopt;
 }
 
 FileDescriptor OpenForReading(const std::string& systemPath) {

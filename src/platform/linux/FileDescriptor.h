@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
+
+#include "platform/FileIdentity.h"
 
 namespace zarn {
 
@@ -40,6 +43,11 @@ class FileDescriptor {
 
 /// fsync(2), repeated where a signal breaks in. False, with `errno` set, if it failed.
 [[nodiscard]] bool FlushToMedium(const FileDescriptor& file) noexcept;
+
+/// The identity of an open file, or of what a path leads to; nothing, with `errno` set, if the
+/// system does not say.
+[[nodiscard]] std::optional<FileIdentity> IdentityOf(const FileDescriptor& file) noexcept;
+[[nodiscard]] std::optional<FileIdentity> IdentityOf(const std::string& systemPath) noexcept;
 
 /// Opens a file of bytes for reading, or raises: 75 for what is none. A folder has no bytes, and a
 /// pipe or device in a file's place could block for ever.

@@ -42,6 +42,37 @@ int RenameWithoutReplacing(const std::string& from, const std::string& to) {
     return result != 0 && (errno == EINVAL || errno == ENOSYS) ? RenameByLink(from, to) : result;
 }
 
+// The file under a name that nobody else uses, in its own folder; empty where it cannot be renamed.
+std::string MoveAside(const std::string& path) {
+    std::string aside = JoinSystemPath(SystemFolderOf(path), ".zarn-");
+    if (!MakeUniqueFile(aside).IsOpen()) {
+        return {};
+    }
+    if (rename(path.c_str(), aside.c_str()) != 0) {
+        unlink(aside.c_str());
+        return {};
+    }
+    return aside;
+}
+
+// A name stands for one file only as long as nobody renames another over it. A file that cannot be
+// renamed is deleted under its own name, in the call after the look.
+Deletion DeleteIfSame(const std::string& path, const FileIdentity& identity) {
+    if (IdentityOf(path) != identity) {
+        return Deletion::OtherFile;
+    }
+    const std::string aside = MoveAside(path);
+    const std::string& place = aside.empty() ? path : aside;
+    const bool isSame = IdentityOf(place) == identity;
+    if (isSame && unlink(place.c_str()) == 0) {
+        return Deletion::Done;
+    }
+    if (!aside.empty()) {
+        static_cast<void>(RenameWithoutReplacing(aside, path));
+    }
+    return isSame ? Deletion::Refused : Deletion::OtherFile;
+}
+
 // A folder that nobody else can read or put anything into.
 void MakePrivateFolder(const std::string& path) {
     constexpr mode_t OwnerOnly = 0700;
@@ -93,6 +124,15 @@ bool LinuxFileSystem::DeleteFile(std::string_view path) {
     }
     const FolderChange change = paths_->Changing(resolved.path);
     return unlink(resolved.path.c_str()) == 0;
+}
+
+Deletion LinuxFileSystem::DeleteSameFile(std::string_view path, const FileIdentity& identity) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state != PathState::Exists) {
+        return Deletion::Missing;
+    }
+    const FolderChange change = paths_->Changing(resolved.path);
+    return DeleteIfSame(resolved.path, identity);
 }
 
 void LinuxFileSystem::MoveFile(std::string_view from, std::string_view to) {

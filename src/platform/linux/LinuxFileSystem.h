@@ -23,6 +23,7 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] bool OpensExclusively(std::string_view path) override;
     void SetNormalAttributes(std::string_view path) override;
     bool DeleteFile(std::string_view path) override;
+    Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) override;
     void MoveFile(std::string_view from, std::string_view to) override;
     void ChangeCurrentFolder(std::string_view path) override;
     [[nodiscard]] std::string CurrentFolder() override;
@@ -36,7 +37,7 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::string ProgramFolder() override;
     [[nodiscard]] std::optional<std::string> DrivePath(std::string_view systemPath) override;
     [[nodiscard]] std::optional<std::string> SystemPath(std::string_view path) override;
-    [[nodiscard]] bool IsSameFile(std::string_view one, std::string_view other) override;
+    [[nodiscard]] std::optional<FileIdentity> Identity(std::string_view path) override;
     [[nodiscard]] std::unique_ptr<LargeFileAccess> MakeLargeFile() override;
 
   private:

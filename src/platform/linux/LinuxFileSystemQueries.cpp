@@ -160,13 +160,9 @@ std::optional<std::string> LinuxFileSystem::SystemPath(std::string_view path) {
     return std::move(resolved.path);
 }
 
-bool LinuxFileSystem::IsSameFile(std::string_view one, std::string_view other) {
-    const std::string first = paths_->Resolve(one).path;
-    const std::string second = paths_->Resolve(other).path;
-    struct stat firstStatus = {};
-    struct stat secondStatus = {};
-    return stat(first.c_str(), &firstStatus) == 0 && stat(second.c_str(), &secondStatus) == 0 &&
-           firstStatus.st_dev == secondStatus.st_dev && firstStatus.st_ino == secondStatus.st_ino;
+std::optional<FileIdentity> LinuxFileSystem::Identity(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    return resolved.state == PathState::Exists ? IdentityOf(resolved.path) : std::nullopt;
 }
 
 bool LinuxFileSystem::OpensExclusively(std::string_view path) {

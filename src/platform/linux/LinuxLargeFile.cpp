@@ -168,6 +168,14 @@ bool LinuxLargeFile::ShareFrom(LargeFileAccess& source, std::int64_t count) {
     return true;
 }
 
+FileIdentity LinuxLargeFile::Identity() const {
+    const std::optional<FileIdentity> identity = IdentityOf(file_);
+    if (!identity) {
+        RaiseErrno(errno);
+    }
+    return *identity;
+}
+
 void LinuxLargeFile::Flush() {
     while (fdatasync(file_.Number()) != 0) {
         if (errno != EINTR) {

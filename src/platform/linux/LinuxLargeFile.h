@@ -23,6 +23,7 @@ class LinuxLargeFile : public LargeFileAccess {
     void Write(std::span<const std::byte> bytes) override;
     std::int64_t WriteFrom(LargeFileAccess& source, std::int64_t count) override;
     bool ShareFrom(LargeFileAccess& source, std::int64_t count) override;
+    [[nodiscard]] FileIdentity Identity() const override;
     void Flush() override;
     void Close() override;
     [[nodiscard]] int NativeHandle() const override { return file_.Number(); }
