@@ -9,6 +9,7 @@
 #include "platform/Modules.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
+#include "platform/Signals.h"
 #include "platform/SystemFigures.h"
 #include "platform/Volumes.h"
 #include "platform/ZipWriter.h"
@@ -27,6 +28,7 @@ struct Platform {
     std::unique_ptr<ZipWriter> zipWriter;
     std::unique_ptr<Modules> modules;
     std::unique_ptr<SystemFigures> systemFigures;
+    std::unique_ptr<Signals> endingSignals;
 };
 
 }  // namespace zarn

@@ -12,6 +12,8 @@ const char* ErrorText(ErrorNumber number) noexcept {
             return "Division by zero";
         case ErrorNumber::TypeMismatch:
             return "Type mismatch";
+        case ErrorNumber::UserInterrupt:
+            return "User interrupt occurred";
         case ErrorNumber::ErrorLoadingLibrary:
             return "Error in loading DLL";
         case ErrorNumber::BadFileNameOrNumber:

@@ -10,6 +10,7 @@ enum class ErrorNumber {
     SubscriptOutOfRange = 9,
     DivisionByZero = 11,
     TypeMismatch = 13,
+    UserInterrupt = 18,
     ErrorLoadingLibrary = 48,
     BadFileNameOrNumber = 52,
     FileNotFound = 53,

@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/LinuxModules.h"
 #include "platform/linux/LinuxProcesses.h"
+#include "platform/linux/LinuxSignals.h"
 #include "platform/linux/LinuxSystemFigures.h"
 #include "platform/linux/LinuxVolumes.h"
 #include "platform/linux/LinuxZipWriter.h"
@@ -27,7 +28,8 @@ Platform MakeLinuxPlatform(const UserFolders& folders) {
             std::make_unique<ConsoleMessageBoxes>(),
             std::make_unique<LinuxZipWriter>(paths),
             std::make_unique<LinuxModules>(),
-            std::make_unique<LinuxSystemFigures>()};
+            std::make_unique<LinuxSystemFigures>(),
+            std::make_unique<LinuxSignals>()};
 }
 
 }  // namespace zarn
