@@ -26,11 +26,12 @@ class LargeFileAccess {
     /// Opens an existing file for reading from its first byte.
     virtual void Open(std::string_view path) = 0;
 
-    /// Makes an empty file for writing. An existing file of that name is emptied; a symbolic
-    /// link in its place is refused, so that nobody can steer the bytes elsewhere.
+    /// Makes a new file for writing. What has that name is deleted first: a file, a link, a pipe, a
+    /// device. Only the name is deleted; neither the target of a link nor another name of the file
+    /// loses anything. A folder of that name is refused with 75.
     virtual void Create(std::string_view path) = 0;
 
-    /// Opens an existing file for writing behind its last byte. Refuses a symbolic link likewise.
+    /// Opens an existing file for writing behind its last byte. Refuses a symbolic link.
     virtual void Append(std::string_view path) = 0;
 
     /// Reads up to `buffer.size()` bytes at the current position. Returns how many came;

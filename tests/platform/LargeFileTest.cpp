@@ -84,13 +84,22 @@ TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {
     EXPECT_EQ(error(Create, "none\\x"), PathNotFound);
     EXPECT_EQ(error(Create, "victim\\x"), PathNotFound);
     EXPECT_EQ(error(Create, "sub"), PathFileAccessError);
-    EXPECT_EQ(error(Create, "link"), PathFileAccessError);
     EXPECT_EQ(error(Create, std::string(300, 'x')), BadFileNameOrNumber);
     EXPECT_EQ(error(Append, "link"), PathFileAccessError);
     EXPECT_EQ(error(Append, "none"), FileNotFound);
     EXPECT_EQ(ErrorOf([&] { target.Open("B:\\x"); }), BadFileNameOrNumber);
+    ASSERT_EQ(mkfifo(folder.System("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(chmod(folder.System("victim").c_str(), 0440), 0);
+    for (const char* name : {"link", "pipe", "LINK"}) {
+        EXPECT_EQ(error(Create, name), std::nullopt) << name;
+    }
+    EXPECT_TRUE(
+        std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.System("link"))) &&
+        std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.System("pipe"))));
+    EXPECT_EQ(std::filesystem::status(folder.System("victim")).permissions(),
+              std::filesystem::perms(0440));
     EXPECT_EQ(folder.Read("victim"), "precious");
-    target.Create("C:\\dev\\full");
+    target.Append("C:\\dev\\full");
     source.Open(folder.Drive("victim"));
     EXPECT_EQ(ErrorOf([&] { target.WriteFrom(source, 8); }), DiskFull);
     source.Open(R"(C:\proc\self\mem)");

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/linux/ErrnoError.h"
+#include "platform/linux/FileAttributes.h"
 
 namespace zarn {
 
@@ -55,16 +56,22 @@ bool MeansUseBuffer(int error) {
            error == EPERM || error == EBADF;
 }
 
-// Opens for writing. A link is refused, so that nobody can steer the bytes elsewhere; so is a
-// pipe that nobody reads, where a plain opening would block.
-FileDescriptor OpenForWriting(const std::string& path, int flags, ErrorNumber missing) {
-    constexpr unsigned EverybodyLessMask = 0666;
-    FileDescriptor file =
-        OpenFile(path, flags | O_WRONLY | O_NOFOLLOW | O_NONBLOCK, EverybodyLessMask);
-    if (!file.IsOpen()) {
-        RaiseErrno(errno, missing);
+// Deletes a name. A server may want the read-only attribute taken off first.
+void RemoveName(const std::string& path) {
+    struct stat status = {};
+    if (lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        RaiseErrno(EISDIR);
     }
-    return file;
+    if (unlink(path.c_str()) == 0 || errno == ENOENT) {
+        return;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        RaiseErrno(errno);
+    }
+    ClearFileAttributes(path);
+    if (unlink(path.c_str()) != 0) {
+        RaiseErrno(errno);
+    }
 }
 
 }  // namespace
@@ -82,14 +89,26 @@ void LinuxLargeFile::Create(std::string_view path) {
     Close();
     const std::string target = paths_->SystemPath(path);
     const FolderChange change = paths_->Changing(target);
-    file_ = OpenForWriting(target, O_CREAT | O_TRUNC, ErrorNumber::PathNotFound);
+    constexpr int OnlyNew = O_WRONLY | O_CREAT | O_EXCL;
+    constexpr unsigned EverybodyLessMask = 0666;
+    FileDescriptor file = OpenFile(target, OnlyNew, EverybodyLessMask);
+    if (!file.IsOpen() && errno == EEXIST) {
+        RemoveName(target);
+        file = OpenFile(target, OnlyNew, EverybodyLessMask);
+    }
+    if (!file.IsOpen()) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+    file_ = std::move(file);
     kernelCopy_ = KernelCopyOn(file_.Number());
 }
 
 void LinuxLargeFile::Append(std::string_view path) {
     Close();
-    FileDescriptor file = OpenForWriting(paths_->ExistingPath(path), 0, ErrorNumber::FileNotFound);
-    if (lseek(file.Number(), 0, SEEK_END) < 0) {
+    // A link is refused, so that nobody can steer the bytes elsewhere; so is a pipe that nobody
+    // reads, where a plain opening would block.
+    FileDescriptor file = OpenFile(paths_->ExistingPath(path), O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (!file.IsOpen() || lseek(file.Number(), 0, SEEK_END) < 0) {
         RaiseErrno(errno);
     }
     file_ = std::move(file);
