@@ -1,11 +1,16 @@
 #include "platform/linux/ConsoleMessageBoxes.h"
 
+#include <poll.h>
+#include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxSignals.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -101,8 +106,21 @@ BoxAnswer ConsoleMessageBoxes::AskYesNo() const {
     }
 }
 
+/// False if a signal came that is held back: the box must not keep the process from ending.
+bool ConsoleMessageBoxes::AwaitInput() const {
+    const sigset_t ending = EndingSignals();
+    const FileDescriptor held(signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK));
+    std::array<pollfd, 2> sources = {{{input_, POLLIN, 0}, {held.Number(), POLLIN, 0}}};
+    while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
+    }
+    return (sources[1].revents & POLLIN) == 0;
+}
+
 /// Nothing at the end of input.
 std::optional<char> ConsoleMessageBoxes::ReadByte() const {
+    if (input_ < 0 || !AwaitInput()) {
+        return std::nullopt;
+    }
     char byte = 0;
     ssize_t count = 0;
     do {

@@ -10,8 +10,8 @@ namespace zarn {
 
 /// Boxes as lines on standard error: the title if there is one, then the text. A box with OK
 /// alone waits for one key where standard input is a terminal, else goes on. A question is
-/// answered by a line on standard input, y or n; the end of input is No. Nothing behind the
-/// answer is read.
+/// answered by a line on standard input, y or n; the end of input is No, and so is a signal that
+/// is held back. Nothing behind the answer is read.
 class ConsoleMessageBoxes : public MessageBoxes {
   public:
     /// The numbers of the open files for answers and for boxes, not owned.
@@ -23,6 +23,7 @@ class ConsoleMessageBoxes : public MessageBoxes {
     void Write(std::string_view text) const;
     void WaitForKey() const;
     [[nodiscard]] BoxAnswer AskYesNo() const;
+    [[nodiscard]] bool AwaitInput() const;
     [[nodiscard]] std::optional<char> ReadByte() const;
     [[nodiscard]] std::optional<std::string> ReadLine() const;
 

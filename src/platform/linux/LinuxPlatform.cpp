@@ -1,5 +1,9 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
 
 #include "platform/linux/ConsoleMessageBoxes.h"
@@ -16,7 +20,22 @@
 
 namespace zarn {
 
+namespace {
+
+// A file that is opened while one of them is closed gets its number, and then the messages.
+void OpenStandardDescriptors() {
+    for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(number, F_GETFD) < 0 && errno == EBADF) {
+            // The lowest free number is this one. It is to stay open for the life of the process.
+            static_cast<void>(open("/dev/null", O_RDWR));
+        }
+    }
+}
+
+}  // namespace
+
 Platform MakeLinuxPlatform(const UserFolders& folders) {
+    OpenStandardDescriptors();
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     const auto paths = std::make_shared<PathResolver>(folders.configuration);
     return {std::make_unique<LinuxFileSystem>(paths, folders),
