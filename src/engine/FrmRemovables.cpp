@@ -72,7 +72,8 @@ bool FrmRemovables::MediumIsUsable() {
                                          "all files will be erased.")) {
         return false;
     }
-    if (FormatRemovable(shared_, partPath)) {
+    if (FormatRemovable(shared_, partPath) &&
+        shared_.Files().FreeBytesAbsolute(partPath) >= partSize) {
         return true;
     }
     shared_.Messages().Error(

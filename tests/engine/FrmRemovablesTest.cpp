@@ -18,15 +18,18 @@ class FixedFreeSpace : public LinuxVolumes {
   public:
     using LinuxVolumes::LinuxVolumes;
     DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
-        return {64, 512, 1000, 9000};
+        return {64, 512, freeClusters, 9000};
     }
+    std::int32_t freeClusters = 1000;
 };
 
 class FrmRemovablesTest : public ::testing::Test {
   protected:
     FrmRemovablesTest() {
-        shared.Platform().volumes =
+        auto fixed =
             std::make_unique<FixedFreeSpace>(std::make_shared<PathResolver>(test.home.System()));
+        volume = fixed.get();
+        shared.Platform().volumes = std::move(fixed);
         prompt.partPath = R"(e:\films\movie.avi_Part2)";
         prompt.partNumber = 2;
         prompt.totalParts = 3;
@@ -45,6 +48,7 @@ class FrmRemovablesTest : public ::testing::Test {
 
     TestPlatform test;
     SharedObjects shared{std::move(test.platform)};
+    FixedFreeSpace* volume = nullptr;
     SharedProgress progress;
     FrmRemovables prompt{shared, progress, nullptr};
 };
@@ -86,26 +90,31 @@ TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
     const RecordingQueue& queue = *recording;
     shared.Platform().messageQueue = std::move(recording);
     using enum BoxAnswer;
-    test.boxes->answers = {No, Yes, No, Ok, Yes, Yes};
+    test.boxes->answers = {No, Yes, No, Ok, Yes, Yes, Ok, Yes, Yes};
     Names texts;
     test.boxes->whenShown = [&](const BoxMessage& box) {
         EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
         texts.push_back(box.text);
     };
     Prompt(FreeBytes + 1, [&] {
-        for (const std::size_t boxes : {1U, 4U}) {  // not to be erased; not changed
+        for (const std::size_t boxes : {1U, 4U, 7U}) {  // not to be erased; not changed; still full
             Press("CmdOK");
             EXPECT_EQ(texts.size(), boxes);
             EXPECT_TRUE(prompt.isVisible() && BothEnabled());
         }
-        EXPECT_EQ(queue.waited, std::chrono::seconds(1));
+        EXPECT_EQ(queue.waited, std::chrono::seconds(2));
+        test.boxes->whenShown = [&](const BoxMessage& box) {
+            texts.push_back(box.text);
+            volume->freeClusters += 1;  // the medium is changed while the questions are asked
+        };
         Press("CmdOK");
     });
     const std::string notEmpty = "Current media is not Empty,       \rall files will be erased.";
-    ASSERT_EQ(texts.size(), 6U);
+    ASSERT_EQ(texts.size(), 9U);
     EXPECT_TRUE(Contains(texts[2], "unit [E:]"));
     const std::string error = "Media Error, or canceled by user      \rplease insert a new media";
-    EXPECT_EQ(texts, (Names{notEmpty, notEmpty, texts[2], error, notEmpty, texts[2]}));
+    EXPECT_EQ(texts, (Names{notEmpty, notEmpty, texts[2], error, notEmpty, texts[2], error,
+                            notEmpty, texts[2]}));
     EXPECT_EQ(test.boxes->shown[3].icon, BoxIcon::Exclamation);
     EXPECT_FALSE(progress.CancelPending);
 }
