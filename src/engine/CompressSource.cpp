@@ -13,32 +13,18 @@ namespace {
 
 constexpr std::int32_t StrongestLevel = 9;
 
-// An archive in its own source's place would replace the user's file.
-void RefuseSourceAsArchive(FileSystem& fileSystem, std::string_view source,
-                           std::string_view archive) {
-    if (fileSystem.IsSameFile(source, archive)) {
-        throw RuntimeError(ErrorNumber::FileAlreadyExists);
-    }
-}
-
 }  // namespace
 
 std::string SplitterEngine::CompressSource(const std::string& source, const std::string& folder,
                                            std::int32_t level) {
     events_.StatusZIP(0);
-    const std::string written = FunctionZipTempName(source, TemporaryFolder());
-    archive_ = FunctionFolderPlusName(folder, written);
-    FileSystem& fileSystem = *shared_.Platform().fileSystem;
-    RefuseSourceAsArchive(fileSystem, source, written);
-    RefuseSourceAsArchive(fileSystem, source, archive_);
-    archiveIsWhole_ = WriteArchive(source, written, level);
-    if (archiveIsWhole_ && archive_ != written) {
-        MoveArchive(written);
-    }
+    archive_ = ArchivePath(source, folder);
+    WriteArchive(source, level);
     // Without an archive of its own the source is the only copy of the user's bytes.
-    if (archiveIsWhole_ && shared_.Parameters().DeleteSource() == 1) {
+    if (archiveFile_ && shared_.Parameters().DeleteSource() == 1 &&
+        !shared_.Platform().endingSignals->IsHeld()) {
         FlushFolderOf(archive_);
-        shared_.Files().FileDelete(source);
+        DeleteSource(source);
     }
     return archive_;
 }
@@ -52,11 +38,26 @@ std::string SplitterEngine::TemporaryFolder() {
     return folder;
 }
 
-bool SplitterEngine::WriteArchive(const std::string& source, const std::string& archive,
-                                  std::int32_t level) {
+// What lies under the archive's name may be the user's, or all that is left of an earlier source.
+std::string SplitterEngine::ArchivePath(const std::string& source, const std::string& folder) {
+    const std::string name = FunctionZipTempName(source, TemporaryFolder());
+    std::string path = FunctionFolderPlusName(folder, name);
+    FileSystem& fileSystem = *shared_.Platform().fileSystem;
+    if (!shared_.Files().FolderExist(folder)) {
+        throw RuntimeError(ErrorNumber::PathNotFound);
+    }
+    if (fileSystem.SystemPath(path)) {
+        archiveFolder_ = fileSystem.MakeUniqueFolder(folder);
+        path = FunctionFolderPlusName(archiveFolder_, name);
+    }
+    return path;
+}
+
+void SplitterEngine::WriteArchive(const std::string& source, std::int32_t level) {
     Parameters& parameters = shared_.Parameters();
+    Platform& platform = shared_.Platform();
     ZipOrder order;
-    order.archive = archive;
+    order.archive = archive_;
     order.source = source;
     if (parameters.CompressDestination() == 1) {
         order.level = std::clamp(level, 0, StrongestLevel);
@@ -66,19 +67,24 @@ bool SplitterEngine::WriteArchive(const std::string& source, const std::string& 
         password = parameters.CompressPassword();
     }
     order.password = password;
-    return shared_.Platform().zipWriter->Write(order, [this](std::int32_t percent) {
+    ZipListener listener;
+    listener.percentDone = [this, &platform](std::int32_t percent) {
         events_.StatusZIP(percent);
-        shared_.Platform().messageQueue->Run();
-    });
+        platform.messageQueue->Run();
+    };
+    listener.cancelled = [&platform] { return platform.endingSignals->IsHeld(); };
+    const ZipResult result = platform.zipWriter->Write(order, listener);
+    source_ = source;
+    sourceFile_ = result.source;
+    archiveFile_ = result.isWritten ? platform.fileSystem->Identity(archive_) : std::nullopt;
 }
 
-// The temporary folder lacked its backslash, so that its name became part of the archive's.
-void SplitterEngine::MoveArchive(const std::string& from) {
-    FileSystem& fileSystem = *shared_.Platform().fileSystem;
-    const std::unique_ptr<LargeFileAccess> file = fileSystem.MakeLargeFile();
-    file->Open(from);
-    fileSystem.PrepareCopy(archive_, *file)->Commit();
-    shared_.Files().FileDelete(from);
+// An archive that has taken the place of its source stays.
+void SplitterEngine::DiscardArchive() {
+    if (archiveFile_ && sourceFile_ &&
+        shared_.Platform().fileSystem->Identity(source_) == sourceFile_) {
+        shared_.Files().FileDelete(archive_, *archiveFile_);
+    }
 }
 
 }  // namespace zarn

@@ -134,7 +134,7 @@ std::string FrmProgress::CalcCRC32(const std::string& fileName) {
 void FrmProgress::DeleteSource(SplitterEngine& engine) {
     if (shared_.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();
-        shared_.Files().FileDelete(job.source);
+        engine.DeleteSource(job.source);
     }
 }
 

@@ -7,7 +7,8 @@ namespace zarn {
 
 namespace {
 
-const std::string& Element(const std::vector<std::string>& list, std::int32_t index) {
+template <typename Value>
+const Value& Element(const std::vector<Value>& list, std::int32_t index) {
     if (index < 1 || static_cast<std::size_t>(index) > list.size()) {
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
     }
@@ -19,13 +20,16 @@ const std::string& Element(const std::vector<std::string>& list, std::int32_t in
 void PartList::Reset() {
     paths_.assign(1, {});
     names_.assign(1, {});
+    files_.assign(1, {});
 }
 
-void PartList::Add(std::string_view path) {
+void PartList::Add(std::string_view path, const FileIdentity& file) {
     paths_.back() = path;
+    files_.back() = file;
     names_.back() = FunctionLastPathItem(path);
     paths_.emplace_back();
     names_.emplace_back();
+    files_.emplace_back();
 }
 
 void PartList::BlankLastName() {
@@ -42,6 +46,10 @@ const std::string& PartList::Path(std::int32_t index) const {
 
 const std::string& PartList::Name(std::int32_t index) const {
     return Element(names_, index);
+}
+
+const FileIdentity& PartList::File(std::int32_t index) const {
+    return Element(files_, index);
 }
 
 }  // namespace zarn

@@ -64,14 +64,18 @@ void SplitterEngine::Run::CloseFiles() {
     output_->Close();
 }
 
-// The job's archive lies at the base path only if it was made in the destination folder itself;
-// another file of that name is the user's. An archive that has taken the place of a deleted source
-// stays.
+// A cancel by the window leaves the archive in the temporary folder. In the destination folder
+// itself it is output of the job, unless it has taken the place of a deleted source.
 void SplitterEngine::Run::DiscardOutput() {
     engine_.DeleteFilesMatrix();
-    if (order_.compressed && engine_.basePath_ == order_.source &&
-        engine_.shared_.Parameters().DeleteSource() != 1) {
-        files_.FileDelete(engine_.basePath_);
+    if (!order_.compressed) {
+        return;
+    }
+    if (platform_.endingSignals->IsHeld()) {
+        engine_.DiscardArchive();
+    } else if (inputFile_ && engine_.basePath_ == order_.source &&
+               engine_.shared_.Parameters().DeleteSource() != 1) {
+        files_.FileDelete(order_.source, *inputFile_);
     }
 }
 

@@ -35,6 +35,7 @@ bool SplitterEngine::Run::Execute() {
     // Reading the setting also gives the process its priority class.
     static_cast<void>(engine_.shared_.Parameters().PriorityProcessor());
     engine_.parts_.Reset();
+    OpenInput();
     if (Cancelled()) {
         return CancelAtStart();
     }
@@ -52,14 +53,31 @@ bool SplitterEngine::Run::Execute() {
     return Complete();
 }
 
+// Opened before anything else, so that it is known which file the job is about, however it ends.
+// That it cannot be opened is raised where the job needs it.
+void SplitterEngine::Run::OpenInput() {
+    input_ = platform_.fileSystem->MakeLargeFile();
+    try {
+        input_->Open(order_.source);
+        inputFile_ = input_->Identity();
+    } catch (const RuntimeError& error) {
+        inputError_ = error.Number();
+    }
+    if (!order_.compressed) {
+        engine_.source_ = order_.source;
+        engine_.sourceFile_ = inputFile_;
+    }
+}
+
 void SplitterEngine::Run::ChooseMedia() {
     const double size = files_.FileSizeBytes(order_.source);
     const double freeBytes = files_.FreeBytes(order_.destination);
-    spansMedia_ = size > freeBytes && files_.IsRemovable(order_.destination);
+    const double freeToUser = std::min(freeBytes, files_.FreeBytesOfUser(order_.destination));
+    spansMedia_ = size > freeToUser && files_.IsRemovable(order_.destination);
     if (spansMedia_) {
         const bool floppy =
             order_.destination.starts_with('A') || order_.destination.starts_with('B');
-        order_.partSize = floppy ? BytesOfDiskettePart : freeBytes;
+        order_.partSize = floppy ? BytesOfDiskettePart : freeToUser;
     }
 }
 
@@ -67,20 +85,38 @@ void SplitterEngine::Run::StartJob() {
     engine_.cancelRequested_ = false;
     engine_.parts_.Reset();
     engine_.basePath_ = FunctionBasePath(order_.source, order_.destination);
-    size_ = files_.FileSizeBytes(order_.source);
+    size_ = inputFile_ ? static_cast<double>(inputFile_->size) : 0;
     PlanParts();
     startTime_ = platform_.clock->Timer();
-    input_ = platform_.fileSystem->MakeLargeFile();
     output_ = platform_.fileSystem->MakeLargeFile();
-    OpenInput();
+    RequireInput();
+    RequireShortNames();
 }
 
-// Where the archive could not be written, an older file of its name must not pass for it.
-void SplitterEngine::Run::OpenInput() {
-    if (order_.compressed && order_.source == engine_.archive_ && !engine_.archiveIsWhole_) {
+// Where the archive could not be written, or was replaced, no other file of its name must pass for
+// it.
+void SplitterEngine::Run::RequireInput() const {
+    if (order_.compressed && order_.source == engine_.archive_ &&
+        inputFile_ != engine_.archiveFile_) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
-    input_->Open(order_.source);
+    if (inputError_) {
+        throw RuntimeError(*inputError_);
+    }
+}
+
+// A script whose name is too long would be found out only after all parts were written.
+void SplitterEngine::Run::RequireShortNames() {
+    if (size_ == 0) {
+        return;
+    }
+    const std::string part = PartPath(engine_.basePath_, 1, totalParts_);
+    const std::string script =
+        BatchGenerator::FunctionFileBat(FunctionLastPathItem(part), engine_.basePath_);
+    FileSystem& fileSystem = *platform_.fileSystem;
+    if (!fileSystem.IsShortEnough(part) || !fileSystem.IsShortEnough(script)) {
+        throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
+    }
 }
 
 void SplitterEngine::Run::PlanParts() {
@@ -143,9 +179,8 @@ bool SplitterEngine::Run::OpenNextPart() {
     if (spansMedia_ && !AskForMedium(path)) {
         return false;
     }
-    files_.FileDelete(path);
     output_->Create(path);
-    engine_.parts_.Add(path);
+    engine_.parts_.Add(path, output_->Identity());
     return true;
 }
 
@@ -170,14 +205,23 @@ void SplitterEngine::Run::FinishPart(PartEnd end) {
     }
 }
 
+// The input is deleted last: a script that cannot be written keeps it, and whenever the run is
+// killed, the input or the way to join its parts is there.
 bool SplitterEngine::Run::Complete() {
     CloseFiles();
     const std::unique_ptr<PendingFile> script = PrepareScript();
-    // Asked before the input goes: a cancelled job removes its parts.
+    const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
+    if (deleteSource && !Cancelled()) {
+        // The parts are the only copy of the user's bytes from here.
+        script->Flush();
+        engine_.FlushFolderOf(engine_.basePath_);
+    }
+    // Asked before the input is deleted: a cancelled job removes its parts.
     if (Cancelled()) {
         return CancelAfterScript();
     }
-    FinishScript(*script);
+    script->Commit();
+    DeleteInput(deleteSource);
     if (spansMedia_) {
         engine_.FlushFolderOf(engine_.basePath_);
     }
@@ -196,24 +240,20 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
     return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
 }
 
-// The input goes last: a script that cannot be written keeps it, and whenever the run is killed,
-// the input or the way to join its parts is there.
-void SplitterEngine::Run::FinishScript(PendingFile& script) {
-    const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
-    if (deleteSource) {
-        // The parts are the only copy of the user's bytes from here.
-        script.Flush();
-        engine_.FlushFolderOf(engine_.basePath_);
-    }
-    script.Commit();
-    const bool besideParts = engine_.basePath_ == order_.source;
-    if (order_.compressed ? !besideParts : deleteSource) {
-        files_.FileDelete(order_.source);
+// An archive in the destination folder itself stays.
+void SplitterEngine::Run::DeleteInput(bool deleteSource) {
+    if (order_.compressed) {
+        if (engine_.basePath_ != order_.source) {
+            files_.FileDelete(order_.source, *inputFile_);
+        }
+    } else if (deleteSource) {
+        engine_.DeleteSource(order_.source);
     }
 }
 
 bool SplitterEngine::Run::Cancelled() const {
-    return engine_.cancelRequested_ || engine_.progress_.StopRequested;
+    return engine_.cancelRequested_ || engine_.progress_.StopRequested ||
+           platform_.endingSignals->IsHeld();
 }
 
 }  // namespace zarn

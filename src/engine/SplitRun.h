@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engine/SegmentWriter.h"
 #include "engine/SplitterEngine.h"
+#include "runtime/RuntimeError.h"
 
 namespace zarn {
 
@@ -38,6 +40,8 @@ class SplitterEngine::Run {
     void ChooseMedia();
     void StartJob();
     void OpenInput();
+    void RequireInput() const;
+    void RequireShortNames();
     void PlanParts();
     [[nodiscard]] Ending WriteParts();
     [[nodiscard]] bool Complete();
@@ -50,7 +54,7 @@ class SplitterEngine::Run {
 
     // The end of a run
     [[nodiscard]] std::unique_ptr<PendingFile> PrepareScript();
-    void FinishScript(PendingFile& script);
+    void DeleteInput(bool deleteSource);
 
     // Cancelling; every exit gives the run's false result
     [[nodiscard]] bool Cancelled() const;
@@ -66,6 +70,8 @@ class SplitterEngine::Run {
     Platform& platform_;
     Files& files_;
     std::unique_ptr<LargeFileAccess> input_;
+    std::optional<FileIdentity> inputFile_;  ///< as it was opened
+    std::optional<ErrorNumber> inputError_;  ///< why it could not be opened
     std::unique_ptr<LargeFileAccess> output_;
     bool spansMedia_ = false;
     double size_ = 0;

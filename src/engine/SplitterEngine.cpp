@@ -1,6 +1,7 @@
 #include "engine/SplitterEngine.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/SplitRun.h"
 #include "runtime/Numbers.h"
@@ -25,6 +26,13 @@ const char* FailureText(bool spansMedia) {
 SplitterEngine::SplitterEngine(SharedObjects& shared, SharedProgress& progress,
                                SplitterEvents& events)
     : shared_(shared), progress_(progress), events_(events) {
+}
+
+// A private folder stays if the archive in it does.
+SplitterEngine::~SplitterEngine() {
+    if (!archiveFolder_.empty()) {
+        shared_.Platform().fileSystem->RemoveFolder(archiveFolder_);
+    }
 }
 
 std::int32_t SplitterEngine::ItemsFilesMatrixPath() const {
@@ -88,9 +96,28 @@ void SplitterEngine::FlushFolderOf(std::string_view path) {
     }
 }
 
+void SplitterEngine::DeleteSource(const std::string& source) {
+    Files& files = shared_.Files();
+    if (!files.FileExist(source)) {
+        return;
+    }
+    const Deletion deletion =
+        sourceFile_ ? files.FileDelete(source, *sourceFile_) : Deletion::OtherFile;
+    if (deletion == Deletion::OtherFile && !std::exchange(sourceWasTold_, true)) {
+        shared_.Messages().Error("The source file was not deleted:\r" + source + "\r" +
+                                 (sourceFile_ ? "It was changed or replaced while it was split."
+                                              : "It could not be read."));
+    }
+}
+
+// A name that has come to mean another file since is not the job's any more.
 void SplitterEngine::DeleteFilesMatrix() {
-    for (std::int32_t index = 1; index <= parts_.UpperBound(); ++index) {
-        shared_.Files().FileDelete(parts_.Path(index));
+    for (std::int32_t index = 1; index < parts_.UpperBound(); ++index) {
+        const std::string& path = parts_.Path(index);
+        const auto file = shared_.Platform().fileSystem->Identity(path);
+        if (file && file->IsSameFile(parts_.File(index))) {
+            shared_.Files().FileDelete(path);
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ class SplitterEngine {
   public:
     /// All arguments must outlive this object.
     SplitterEngine(SharedObjects& shared, SharedProgress& progress, SplitterEvents& events);
+    SplitterEngine(const SplitterEngine&) = delete;
+    SplitterEngine& operator=(const SplitterEngine&) = delete;
+    ~SplitterEngine();
 
     /// The cancel flag. It is polled at every block and cleared at the start of a run.
     [[nodiscard]] bool CancelRequested() const { return cancelRequested_; }
@@ -38,15 +42,15 @@ class SplitterEngine {
     [[nodiscard]] static std::string ConvertFileName(std::string_view path,
                                                      std::string_view suffix);
 
-    /// Turns `source` into a ZIP file in the temporary folder and returns its path, which lies in
-    /// `folder` (the temporary folder, too). `level` (0 to 9; what lies outside counts as the
-    /// nearer of the two) holds if the setting `CompressDestination` is 1; the ZIP only stores
-    /// otherwise. `CompressPassword` encrypts it if `CompressPasswordProtect` is 1. With
-    /// `DeleteSource` 1 the source is deleted as soon as the ZIP is written and on the medium.
-    /// Cannot be cancelled. An archive that cannot be written is not reported: what was at its
-    /// path, if anything, is still there, and `SplittFile` fails on it as on a missing file. Raises
-    /// 58 where the source itself lies at the ZIP's path, 76 where there is no temporary folder at
-    /// all, 48 where the ZIP library is missing, and file errors of copying and flushing the ZIP.
+    /// Turns `source` into a ZIP file and returns its path. The ZIP lies in `folder` (the temporary
+    /// folder, too), or in a private folder in there if its name is taken: nothing is replaced.
+    /// `level` (0 to 9; what lies outside counts as the nearer of the two) holds if the setting
+    /// `CompressDestination` is 1; the ZIP only stores otherwise. `CompressPassword` encrypts it if
+    /// `CompressPasswordProtect` is 1. With `DeleteSource` 1 the source is deleted as soon as the
+    /// ZIP is written and on the medium. Only a signal ends it early. An archive that cannot be
+    /// written is not reported: `SplittFile` then fails as on a missing file. Raises 76 if the
+    /// temporary folder is missing, 48 if the ZIP library is missing, and file errors of making a
+    /// private folder and of flushing the ZIP.
     [[nodiscard]] std::string CompressSource(const std::string& source, const std::string& folder,
                                              std::int32_t level);
 
@@ -73,13 +77,18 @@ class SplitterEngine {
     /// included, for a caller that deletes the source afterwards. Raises what `FlushVolume` raises.
     void FlushOutput();
 
+    /// Deletes the job's source if it still is the very file that the job read, unchanged since.
+    /// Another file of that name stays, as does a source that could not be read; a message says so,
+    /// once a job. A source that is missing, or that the system keeps, is passed over.
+    void DeleteSource(const std::string& source);
+
   private:
     class Run;
 
     [[nodiscard]] std::string TemporaryFolder();
-    [[nodiscard]] bool WriteArchive(const std::string& source, const std::string& archive,
-                                    std::int32_t level);
-    void MoveArchive(const std::string& from);
+    [[nodiscard]] std::string ArchivePath(const std::string& source, const std::string& folder);
+    void WriteArchive(const std::string& source, std::int32_t level);
+    void DiscardArchive();
     void FlushFolderOf(std::string_view path);
     void DeleteFilesMatrix();
     void RaiseRemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
@@ -91,8 +100,12 @@ class SplitterEngine {
     bool cancelRequested_ = false;
     PartList parts_;
     std::string basePath_;
+    std::string source_;                      ///< path of the user's file
+    std::optional<FileIdentity> sourceFile_;  ///< as it was opened; nothing if it was not
+    bool sourceWasTold_ = false;              ///< the user knows that the source stays
     std::string archive_;  ///< the path of `CompressSource`'s ZIP; empty without a compression
-    bool archiveIsWhole_ = false;
+    std::optional<FileIdentity> archiveFile_;  ///< nothing if the ZIP could not be written
+    std::string archiveFolder_;  ///< made for the ZIP alone; empty if the ZIP needed none
 };
 
 }  // namespace zarn

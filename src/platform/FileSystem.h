@@ -73,6 +73,16 @@ class FileSystem {
     /// 70, 61 or 75 as the system refuses.
     virtual void CreateFolder(std::string_view path) = 0;
 
+    /// Makes a folder in an existing one, with owner-only rights and a name that nobody has, and
+    /// returns its path with a backslash at its end. Raises like `CreateFolder`.
+    [[nodiscard]] virtual std::string MakeUniqueFolder(std::string_view folder) = 0;
+
+    /// Removes an empty folder. A folder with something in it stays. Never raises.
+    virtual void RemoveFolder(std::string_view path) = 0;
+
+    /// False if a path, or its last item, is longer than its file system allows.
+    [[nodiscard]] virtual bool IsShortEnough(std::string_view path) = 0;
+
     /// Size in bytes of an existing file. Raises 53 if there is none, else like `LargeFileAccess`.
     [[nodiscard]] virtual double FileSize(std::string_view path) = 0;
 
@@ -139,8 +149,9 @@ class FileSystem {
     /// one goes unnoticed.
     virtual void FlushVolume(std::string_view folder) = 0;
 
-    /// A folder of the user's own for temporary files, with a backslash at its end: `$TMPDIR`,
-    /// else a folder with owner-only rights in `$XDG_CACHE_HOME`, made when asked for.
+    /// A folder of the user's own for temporary files, with a backslash at its end: it lies in
+    /// `$XDG_CACHE_HOME`, has owner-only rights and is made when asked for. `$TMPDIR` is no such
+    /// folder: its path is stored, and it may be gone tomorrow.
     /// Raises 70 where that folder is somebody else's, 76 where it cannot be made, 52 as above.
     [[nodiscard]] virtual std::string TemporaryFolder() = 0;
 

@@ -2,7 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
+
+#include "platform/FileIdentity.h"
 
 namespace zarn {
 
@@ -14,6 +17,20 @@ struct ZipOrder {
     std::string_view password;  ///< empty: no encryption
 };
 
+/// What a writer tells while it works.
+struct ZipListener {
+    /// The percent of the source's bytes that were read, 0 to 100, each time it changes.
+    std::function<void(std::int32_t)> percentDone;
+
+    /// Asked at every piece of the source; true ends the writing.
+    std::function<bool()> cancelled;
+};
+
+struct ZipResult {
+    bool isWritten = false;
+    std::optional<FileIdentity> source;  ///< the file that was read; nothing if it was not opened
+};
+
 /// Writes a ZIP archive of one file.
 class ZipWriter {
   public:
@@ -22,16 +39,13 @@ class ZipWriter {
     ZipWriter& operator=(const ZipWriter&) = delete;
     virtual ~ZipWriter() = default;
 
-    /// Hears the percent of the source's bytes that were read, 0 to 100, each time it changes.
-    using PercentDone = std::function<void(std::int32_t)>;
-
     /// Writes an archive (PKWARE APPNOTE 6.3; ZIP64 above 4 GB) whose one entry is the source
     /// under its name without folder, encrypted with AES-256 (WinZip's scheme) if there is a
     /// password; the CRC of the plain bytes stays readable, which may tell a short text. The
-    /// archive appears whole under its name, replacing a file of that name, or not at all. False if
-    /// it could not be written. Memory does not grow with the file. Raises 48 where the system's
-    /// ZIP library is missing, and what `percentDone` raises.
-    virtual bool Write(const ZipOrder& order, const PercentDone& percentDone) = 0;
+    /// archive is the owner's alone from its first byte on. It appears whole under its name, or not
+    /// at all; where the name is taken nothing is written. Memory does not grow with the file.
+    /// Raises 48 where the system's ZIP library is missing, and what the listener raises.
+    virtual ZipResult Write(const ZipOrder& order, const ZipListener& listener) = 0;
 };
 
 }  // namespace zarn

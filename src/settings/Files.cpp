@@ -106,6 +106,22 @@ void Files::FileDelete(std::string_view path) {
     }
 }
 
+// The attributes are taken off only the file that is meant; another keeps its own.
+Deletion Files::FileDelete(std::string_view path, const FileIdentity& opened) {
+    if (Trim(path).empty() || !FileExist(path)) {
+        return Deletion::Missing;
+    }
+    try {
+        if (fileSystem_.Identity(path) != opened) {
+            return Deletion::OtherFile;
+        }
+        FilesAtt(path);
+        return fileSystem_.DeleteSameFile(path, opened);
+    } catch (const RuntimeError&) {
+        return Deletion::Refused;
+    }
+}
+
 double Files::FileSizeBytes(std::string_view path) {
     if (Trim(path).empty() || !FileExist(path)) {
         return 0;

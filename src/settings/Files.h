@@ -63,6 +63,9 @@ class Files {
     /// Deletes a file if it exists. A failure is silent.
     void FileDelete(std::string_view path);
 
+    /// Deletes a file if it still is the one that was opened, unchanged since. Never raises.
+    Deletion FileDelete(std::string_view path, const FileIdentity& opened);
+
     /// Bytes; 0 if the file does not exist or the path is blank.
     [[nodiscard]] double FileSizeBytes(std::string_view path);
 
@@ -169,6 +172,9 @@ class Files {
 
     /// Free bytes less 2000, at least 0; 0 for a path under two characters.
     [[nodiscard]] double FreeBytes(std::string_view path);
+
+    /// Likewise the bytes that the user may write: a quota and the system's reserve are left out.
+    [[nodiscard]] double FreeBytesOfUser(std::string_view path);
 
     /// Free bytes by the cluster product; else as above.
     [[nodiscard]] double FreeBytesAbsolute(std::string_view path);

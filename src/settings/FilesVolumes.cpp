@@ -115,6 +115,14 @@ double Files::FreeBytes(std::string_view path) {
     return std::max(0.0, static_cast<double>(space.totalFree) - CountMargin);
 }
 
+double Files::FreeBytesOfUser(std::string_view path) {
+    if (IsTooShort(path)) {
+        return 0;
+    }
+    const DiskFreeSpaceEx space = volumes_.GetDiskFreeSpaceEx(RootOf(path));
+    return std::max(0.0, static_cast<double>(space.freeToCaller) - CountMargin);
+}
+
 double Files::FreeBytesAbsolute(std::string_view path) {
     return IsTooShort(path)
                ? 0

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 
 #include "engine/EngineFixture.h"
@@ -63,8 +64,90 @@ TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
     watch.refused.clear();
     watch.log.clear();
     EXPECT_TRUE(Split(70000));
-    EXPECT_EQ(watch.log, (Names{"delete " + out.Drive("movie.avi_Part1"), "prepare", "flush",
-                                "flush volume", "commit", "delete " + source}));
+    EXPECT_EQ(watch.log, (Names{"prepare", "flush", "flush volume", "commit", "delete " + source}));
+}
+
+// Each row: what becomes of the source while it is split.
+TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
+    Shared().Parameters().DeleteSource(1);
+    const std::string path = folder.System("movie.avi");
+    for (const std::string_view change :
+         {"replaced", "grown", "shrunk", "touched", "gone", "namesake"}) {
+        SCOPED_TRACE(change);
+        folder.Write("movie.avi", TestBytes(50000));
+        folder.Write("other", "other");
+        events.then = [&](const std::string& event) {
+            if (!event.starts_with("51%")) {
+                return;
+            }
+            if (change == "replaced") {
+                std::filesystem::rename(folder.System("other"), path);
+            } else if (change == "touched") {
+                std::filesystem::last_write_time(path, std::filesystem::file_time_type{});
+            } else if (change == "namesake") {
+                std::filesystem::rename(folder.System("other"), folder.System("MOVIE.AVI"));
+            } else if (change == "gone") {
+                std::filesystem::remove(path);
+            } else {
+                std::filesystem::resize_file(path, change == "grown" ? 50001 : 49999);
+            }
+        };
+        source = folder.Drive(change == "namesake" ? "MOVIE.AVI" : "movie.avi");
+        const Names before = folder.Names();
+        SplitterEngine engine(Shared(), progress, events);
+        double partSize = 30000;
+        EXPECT_TRUE(
+            engine.SplittFile(source, destination, partSize, false, false, "Size", 0, false));
+        engine.DeleteSource(source);  // as the window does once more
+        EXPECT_EQ(folder.Has("movie.avi"), change != "gone");
+        EXPECT_TRUE(folder.Has("other") || change == "replaced" || folder.Has("MOVIE.AVI"));
+        EXPECT_EQ(test.boxes->shown.size(), change == "gone" ? 0U : 1U);
+        test.boxes->shown.clear();
+    }
+}
+
+class HeldSignal : public Signals {
+  public:
+    void Hold() override {}
+    bool IsHeld() override { return held; }
+    void Deliver() override {}
+
+    bool held = false;
+};
+
+// A signal removes all that the job made, the archive too, unless that is the only copy by then.
+TEST_F(FailureTest, ASignalIsACancel) {
+    auto owned = std::make_unique<HeldSignal>();
+    HeldSignal& signal = *owned;
+    test.platform.endingSignals = std::move(owned);
+    const TestFolder temporary;
+    Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
+    Shared().Parameters().CompressDestination(1);
+    events.then = [&](const std::string& event) { signal.held = event.starts_with("51%"); };
+    for (const int row : {0, 1, 2}) {
+        SCOPED_TRACE(row);
+        const bool isCompressed = row > 0;
+        Shared().Parameters().DeleteSource(row == 2 ? 1 : 0);
+        SplitterEngine engine(Shared(), progress, events);
+        double partSize = 30000;
+        const std::string input =
+            isCompressed ? engine.CompressSource(source, temporary.Drive(), 0) : source;
+        EXPECT_FALSE(
+            engine.SplittFile(input, destination, partSize, isCompressed, false, "Size", 0, false));
+        EXPECT_EQ(out.Names(), Names());
+        EXPECT_EQ(folder.Has("movie.avi"), row < 2);
+        EXPECT_EQ(temporary.Names().size(), row < 2 ? 0U : 1U);
+        EXPECT_TRUE(test.boxes->shown.empty());
+    }
+}
+
+TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
+    for (const std::size_t length : {250U, 246U}) {
+        folder.Write(std::string(length, 'x'), TestBytes(100));
+        source = folder.Drive(std::string(length, 'x'));
+        ExpectFailure(50);
+        EXPECT_TRUE(out.Names().empty());
+    }
 }
 
 TEST_F(FailureTest, AnArchiveGoesAndTheSettingDoesNotMatter) {

@@ -33,7 +33,7 @@ void Run(zarn::SharedObjects& shared, const std::string& source, const std::stri
     zarn::BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
     if (shared.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();
-        shared.Files().FileDelete(source);
+        engine.DeleteSource(source);
     }
 }
 

@@ -16,6 +16,9 @@ class ForwardingFileSystem : public FileSystem {
 
     bool FolderExists(Path path) override { return real_->FolderExists(path); }
     void CreateFolder(Path path) override { real_->CreateFolder(path); }
+    std::string MakeUniqueFolder(Path folder) override { return real_->MakeUniqueFolder(folder); }
+    void RemoveFolder(Path path) override { real_->RemoveFolder(path); }
+    bool IsShortEnough(Path path) override { return real_->IsShortEnough(path); }
     double FileSize(Path path) override { return real_->FileSize(path); }
     std::optional<std::string> FindFile(Path path) override { return real_->FindFile(path); }
     std::vector<std::string> ListFolder(Path folder) override { return real_->ListFolder(folder); }

@@ -23,6 +23,11 @@ class WatchedFileSystem : public ForwardingFileSystem {
         return (!Attributes(path) || Takes("delete " + std::string(path))) &&
                ForwardingFileSystem::DeleteFile(path);
     }
+    Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) override {
+        return Takes("delete " + std::string(path))
+                   ? ForwardingFileSystem::DeleteSameFile(path, identity)
+                   : Deletion::Refused;
+    }
     void MoveFile(std::string_view from, std::string_view to) override {
         Step("move " + std::string(from));
         ForwardingFileSystem::MoveFile(from, to);

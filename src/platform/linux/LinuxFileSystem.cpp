@@ -15,32 +15,12 @@
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxLargeFile.h"
 #include "platform/linux/LinuxPendingFile.h"
+#include "platform/linux/Renaming.h"
 #include "platform/linux/SystemPaths.h"
 
 namespace zarn {
 
 namespace {
-
-// For file systems that cannot refuse by themselves to replace a file in a rename.
-int RenameByLink(const std::string& from, const std::string& to) {
-    if (link(from.c_str(), to.c_str()) == 0) {
-        return unlink(from.c_str());
-    }
-    if (errno == EEXIST || errno == EXDEV || errno == ENOENT) {
-        return -1;
-    }
-    struct stat status = {};
-    if (lstat(to.c_str(), &status) == 0) {
-        errno = EEXIST;
-        return -1;
-    }
-    return rename(from.c_str(), to.c_str());
-}
-
-int RenameWithoutReplacing(const std::string& from, const std::string& to) {
-    const int result = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
-    return result != 0 && (errno == EINVAL || errno == ENOSYS) ? RenameByLink(from, to) : result;
-}
 
 // The file under a name that nobody else uses, in its own folder; empty where it cannot be renamed.
 std::string MoveAside(const std::string& path) {
@@ -106,6 +86,23 @@ void LinuxFileSystem::CreateFolder(std::string_view path) {
     const FolderChange change = paths_->Changing(target);
     if (mkdir(target.c_str(), EverybodyLessMask) != 0) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+}
+
+std::string LinuxFileSystem::MakeUniqueFolder(std::string_view folder) {
+    std::string path = JoinSystemPath(paths_->SystemPath(folder), "zarn-XXXXXX");
+    if (mkdtemp(path.data()) == nullptr) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+    std::string made(folder);
+    made += folder.ends_with('\\') ? "" : "\\";
+    return made.append(SystemNameOf(path)).append("\\");
+}
+
+void LinuxFileSystem::RemoveFolder(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    if (resolved.state == PathState::Exists) {
+        static_cast<void>(rmdir(resolved.path.c_str()));
     }
 }
 
@@ -217,9 +214,6 @@ void LinuxFileSystem::FlushVolume(std::string_view folder) {
 }
 
 std::string LinuxFileSystem::TemporaryFolder() {
-    if (const std::optional<std::string> given = DrivePath(folders_.temporary)) {
-        return WithBackslash(*given);
-    }
     const std::string own = folders_.cache + "/temporary";
     MakePrivateFolder(own);
     const std::optional<std::string> folder = DrivePath(own);

@@ -15,6 +15,9 @@ class LinuxFileSystem : public FileSystem {
 
     [[nodiscard]] bool FolderExists(std::string_view path) override;
     void CreateFolder(std::string_view path) override;
+    [[nodiscard]] std::string MakeUniqueFolder(std::string_view folder) override;
+    void RemoveFolder(std::string_view path) override;
+    [[nodiscard]] bool IsShortEnough(std::string_view path) override;
     [[nodiscard]] double FileSize(std::string_view path) override;
     [[nodiscard]] std::optional<std::string> FindFile(std::string_view path) override;
     [[nodiscard]] std::vector<std::string> ListFolder(std::string_view folder) override;

@@ -90,6 +90,11 @@ bool LinuxFileSystem::FolderExists(std::string_view path) {
     return resolved.state == PathState::Exists && IsFolder(resolved.path);
 }
 
+bool LinuxFileSystem::IsShortEnough(std::string_view path) {
+    struct stat status = {};
+    return lstat(paths_->SystemPath(path).c_str(), &status) == 0 || errno != ENAMETOOLONG;
+}
+
 double LinuxFileSystem::FileSize(std::string_view path) {
     const ResolvedPath resolved = paths_->Resolve(path);
     struct stat status = {};

@@ -1,11 +1,14 @@
 #include "platform/linux/LinuxZipWriter.h"
 
+#include <unistd.h>
+
 #include <exception>
-#include <optional>
 #include <string>
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxModules.h"
+#include "platform/linux/Renaming.h"
+#include "platform/linux/SystemPaths.h"
 #include "platform/linux/zip/ZipModule.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
@@ -23,12 +26,19 @@ decltype(&ZarnWriteZip) LoadModule() {
 }
 
 // Keeps what a listener raises until the ZIP library has returned.
-class Listener {
+class Ears {
   public:
-    explicit Listener(const ZipWriter::PercentDone& percentDone) : percentDone_(percentDone) {}
+    explicit Ears(const ZipListener& listener) : listener_(listener) {}
 
-    static bool Hear(void* listener, std::int32_t percent) noexcept {
-        return static_cast<Listener*>(listener)->Tell(percent);
+    static bool HearPercent(void* ears, std::int32_t percent) noexcept {
+        return static_cast<Ears*>(ears)->GoOn([percent](const ZipListener& listener) {
+            listener.percentDone(percent);
+            return true;
+        });
+    }
+    static bool MayGoOn(void* ears) noexcept {
+        return static_cast<Ears*>(ears)->GoOn(
+            [](const ZipListener& listener) { return !listener.cancelled(); });
     }
 
     void Rethrow() const {
@@ -38,57 +48,99 @@ class Listener {
     }
 
   private:
-    bool Tell(std::int32_t percent) noexcept {
+    template <typename Ask>
+    bool GoOn(const Ask& ask) noexcept {
         try {
-            percentDone_(percent);
-            return true;
+            return ask(listener_);
         } catch (...) {
             raised_ = std::current_exception();
             return false;
         }
     }
 
-    const ZipWriter::PercentDone& percentDone_;
+    const ZipListener& listener_;
     std::exception_ptr raised_;
 };
 
-struct OpenFiles {
-    std::string archive;
-    FileDescriptor source;
+// Nothing where it cannot be read.
+FileDescriptor OpenSource(PathResolver& paths, std::string_view source) {
+    try {
+        return OpenForReading(paths.ExistingPath(source));
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+// An empty file of the owner's alone, whose name is deleted again unless the archive takes it over.
+class Draft {
+  public:
+    explicit Draft(const std::string& archive)
+        : path_(JoinSystemPath(SystemFolderOf(archive), ".zarn-")),
+          isThere_(MakeUniqueFile(path_).IsOpen()) {}
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+    ~Draft() {
+        if (isThere_) {
+            unlink(path_.c_str());
+        }
+    }
+
+    [[nodiscard]] bool IsThere() const { return isThere_; }
+    [[nodiscard]] const std::string& Path() const { return path_; }
+    [[nodiscard]] bool Becomes(const std::string& archive) {
+        isThere_ = RenameWithoutReplacing(path_, archive) != 0;
+        return !isThere_;
+    }
+
+  private:
+    std::string path_;
+    bool isThere_;
 };
 
-// Nothing where the archive's path names no place, or the source cannot be read.
-std::optional<OpenFiles> OpenBoth(PathResolver& paths, const ZipOrder& order) {
+bool WriteDraft(const Draft& draft, const FileDescriptor& source, const ZipOrder& order,
+                const ZipListener& listener) {
+    const auto writeZip = LoadModule();
+    const std::string entryName(FunctionLastPathItem(order.source));
+    const std::string password(order.password);
+    Ears ears(listener);
+    ZipModuleOrder moduleOrder;
+    moduleOrder.archive = draft.Path().c_str();
+    moduleOrder.source = source.Number();
+    moduleOrder.entryName = entryName.c_str();
+    moduleOrder.level = order.level;
+    moduleOrder.password = password.empty() ? nullptr : password.c_str();
+    moduleOrder.percentDone = Ears::HearPercent;
+    moduleOrder.mayGoOn = Ears::MayGoOn;
+    moduleOrder.listener = &ears;
+    const bool isWritten = writeZip(moduleOrder);
+    ears.Rethrow();
+    return isWritten;
+}
+
+// The path of an archive that can be written; empty where its path names no place.
+std::string ArchivePath(PathResolver& paths, std::string_view archive) {
     try {
-        return OpenFiles{paths.SystemPath(order.archive),
-                         OpenForReading(paths.ExistingPath(order.source))};
+        return paths.SystemPath(archive);
     } catch (const RuntimeError&) {
-        return std::nullopt;
+        return {};
     }
 }
 
 }  // namespace
 
-bool LinuxZipWriter::Write(const ZipOrder& order, const PercentDone& percentDone) {
-    const auto writeZip = LoadModule();
-    const std::optional<OpenFiles> files = OpenBoth(*paths_, order);
-    if (!files) {
-        return false;
+ZipResult LinuxZipWriter::Write(const ZipOrder& order, const ZipListener& listener) {
+    const FileDescriptor source = OpenSource(*paths_, order.source);
+    const std::string archive = ArchivePath(*paths_, order.archive);
+    ZipResult result;
+    result.source = IdentityOf(source);
+    if (!source.IsOpen() || archive.empty()) {
+        return result;
     }
-    const std::string entryName(FunctionLastPathItem(order.source));
-    const std::string password(order.password);
-    Listener listener(percentDone);
-    ZipModuleOrder moduleOrder;
-    moduleOrder.archive = files->archive.c_str();
-    moduleOrder.source = files->source.Number();
-    moduleOrder.entryName = entryName.c_str();
-    moduleOrder.level = order.level;
-    moduleOrder.password = password.empty() ? nullptr : password.c_str();
-    moduleOrder.percentDone = Listener::Hear;
-    moduleOrder.listener = &listener;
-    const bool written = writeZip(moduleOrder);
-    listener.Rethrow();
-    return written;
+    const FolderChange change = paths_->Changing(archive);
+    Draft draft(archive);
+    result.isWritten =
+        draft.IsThere() && WriteDraft(draft, source, order, listener) && draft.Becomes(archive);
+    return result;
 }
 
 }  // namespace zarn

@@ -13,7 +13,7 @@ class LinuxZipWriter : public ZipWriter {
   public:
     explicit LinuxZipWriter(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {}
 
-    bool Write(const ZipOrder& order, const PercentDone& percentDone) override;
+    ZipResult Write(const ZipOrder& order, const ZipListener& listener) override;
 
   private:
     std::shared_ptr<PathResolver> paths_;

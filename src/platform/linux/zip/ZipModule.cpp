@@ -70,7 +70,7 @@ class Input {
             return -1;
         }
         done_ += count;
-        if (!TellPercent(count == 0)) {
+        if (!order_.mayGoOn(order_.listener) || !TellPercent(count == 0)) {
             zip_error_set(&error_, ZIP_ER_CANCELLED, 0);
             return -1;
         }
@@ -113,19 +113,6 @@ class Input {
     bool isReadable_ = false;
     zip_int64_t done_ = 0;
     std::int32_t percent_ = 0;
-};
-
-// The archive holds what may be a private file, and the temporary folder may be everybody's.
-class PrivateRights {
-  public:
-    PrivateRights() : before_(umask(OthersRights)) {}
-    PrivateRights(const PrivateRights&) = delete;
-    PrivateRights& operator=(const PrivateRights&) = delete;
-    ~PrivateRights() { umask(before_); }
-
-  private:
-    static constexpr mode_t OthersRights = 077;
-    mode_t before_;
 };
 
 using Archive = std::unique_ptr<zip_t, void (*)(zip_t*)>;
@@ -171,7 +158,6 @@ bool ZarnWriteZip(const ZipModuleOrder& order) noexcept {
         !DescribeEntry(*archive, static_cast<zip_uint64_t>(entry), order, input.Mode())) {
         return false;
     }
-    const PrivateRights rights;
     if (zip_close(archive.get()) != 0) {
         return false;
     }

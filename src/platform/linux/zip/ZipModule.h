@@ -7,7 +7,7 @@ namespace zarn {
 /// An archive to be written by the ZIP module. The texts are system paths and bytes, each ended by
 /// NUL. All of it belongs to the caller, who keeps it until the call returns.
 struct ZipModuleOrder {
-    const char* archive = nullptr;    ///< path of the ZIP file
+    const char* archive = nullptr;    ///< path of an empty file of the owner's alone
     int source = -1;                  ///< open for reading; the module reads by position
     const char* entryName = nullptr;  ///< UTF-8 if it is valid as that
     std::int32_t level = 0;           ///< 0 stores, 1 to 9 deflate
@@ -15,10 +15,12 @@ struct ZipModuleOrder {
 
     /// Hears each new percent of the source's bytes, up to 100. False ends the writing.
     bool (*percentDone)(void* listener, std::int32_t percent) noexcept = nullptr;
+    /// Asked at every piece of the source. False ends the writing.
+    bool (*mayGoOn)(void* listener) noexcept = nullptr;
     void* listener = nullptr;
 };
 
-/// Writes the archive beside its final name and renames it. False if that failed.
+/// Writes the archive in the place of the empty file, with its rights. False if that failed.
 ///
 /// This one function is a shared object of its own, since only few runs compress: loading the ZIP
 /// library, and the encryption library behind it, takes longer than splitting a small file. Plain
