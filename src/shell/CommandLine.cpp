@@ -28,7 +28,7 @@ bool IsFile(std::string_view path, FileSystem& fileSystem) {
 bool LiesInFolder(std::string_view systemPath, FileSystem& fileSystem) {
     const std::string_view ahead = systemPath.substr(0, systemPath.find('\\'));
     const std::string_view folder = ahead.substr(0, ahead.rfind('/'));
-    if (folder.empty()) {
+    if (folder.find_first_not_of('/') == std::string_view::npos) {
         return false;
     }
     const std::optional<std::string> path = fileSystem.DrivePath(folder);

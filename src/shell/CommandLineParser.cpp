@@ -19,6 +19,7 @@ constexpr double DisketteMegabytes = 1.44;
 constexpr double LeastParts = 2;
 constexpr double MostParts = 999;
 constexpr double HighestLevel = 9;
+constexpr std::string_view RemovableUnit = "Destination Folder must be a Fixed Unit ... ";
 
 // The order is part of the syntax: "/T" also hits what the line before has made, which leaves
 // `/TEST=0EST=0`, still the key TEST.
@@ -65,9 +66,42 @@ std::optional<std::string> CheckDestination(std::string& folder, Files& files) {
         static_cast<void>(files.FoldersCreateAll(folder));
     }
     if (files.IsRemovable(folder)) {
-        return "Destination Folder must be a Fixed Unit ... ";
+        return std::string(RemovableUnit);
     }
     return std::nullopt;
+}
+
+bool IsRelative(std::string_view path) {
+    return !IsNetworkPath(path) && Mid(path, 2, 2) != ":\\";
+}
+
+// The full path of a relative one, seen from a folder with its drive and its final backslash. A
+// path on another drive begins in that drive's root.
+std::string FullPath(const std::string& path, const std::string& start) {
+    if (!IsRelative(path)) {
+        return path;
+    }
+    const std::string drive(Left(start, 2));
+    if (path.starts_with('\\')) {
+        return drive + path;
+    }
+    if (Mid(path, 2, 1) != ":") {
+        return start + path;
+    }
+    const std::string rest(Mid(path, 3));
+    return UpperCase(Left(path, 2)) == drive ? start + rest
+                                             : std::string(Left(path, 2)) + "\\" + rest;
+}
+
+// A name that differs in letter case alone can be another file's.
+bool SourceIsAmbiguous(std::string_view typed, std::string_view inUpperCase,
+                       FileSystem& fileSystem) {
+    return (fileSystem.Attributes(typed) || fileSystem.Attributes(inUpperCase)) &&
+           !fileSystem.IsSameFile(typed, inUpperCase);
+}
+
+std::string MissingSourceText(std::string_view source) {
+    return "Source File : " + std::string(source) + "\rNot exist, verify file name and Path ";
 }
 
 double BytesOf(double number, double unit) {
@@ -166,29 +200,31 @@ std::string LastSource(const std::vector<CommandLineSwitch>& switches) {
     return found == switches.rend() ? std::string() : found->value;
 }
 
-bool SourceIsAmbiguous(const std::vector<CommandLineSwitch>& typed,
-                       const std::vector<CommandLineSwitch>& switches, FileSystem& fileSystem) {
-    const std::string asTyped = LastSource(typed);
-    const std::string inUpperCase = LastSource(switches);
-    return (fileSystem.Attributes(asTyped) || fileSystem.Attributes(inUpperCase)) &&
-           !fileSystem.IsSameFile(asTyped, inUpperCase);
-}
-
-std::string MissingSourceText(std::string_view source) {
-    return "Source File : " + std::string(source) + "\rNot exist, verify file name and Path ";
-}
-
-std::optional<std::string> CheckPaths(std::vector<CommandLineSwitch>& switches, Files& files) {
+std::optional<std::string> CheckPaths(const std::string& typedSource,
+                                      std::vector<CommandLineSwitch>& switches,
+                                      FileSystem& fileSystem, Files& files) {
+    const std::string source = LastSource(switches);
+    const bool needsStart = std::ranges::any_of(switches, [](const CommandLineSwitch& given) {
+        return given.key == "F" && IsRelative(given.value);
+    });
+    const std::string start = needsStart ? fileSystem.CurrentFolder() : std::string();
+    const bool isAmbiguous = SourceIsAmbiguous(typedSource, source, fileSystem);
     for (CommandLineSwitch& given : switches) {
         std::optional<std::string> error;
-        if (given.key == "F" && !files.FileExist(given.value)) {
-            error = MissingSourceText(given.value);
+        if (given.key == "F") {
+            const std::string path = FullPath(given.value, start);
+            const bool isRefused = given.value == source && isAmbiguous;
+            error = isRefused || !files.FileExist(path) ? MissingSourceText(given.value) : error;
+            given.value = path;
         } else if (given.key == "D") {
             error = CheckDestination(given.value, files);
         }
         if (error) {
             return error;
         }
+    }
+    if (!Has(switches, "D") && files.IsRemovable(LastSource(switches))) {
+        return std::string(RemovableUnit);
     }
     return std::nullopt;
 }

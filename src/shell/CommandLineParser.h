@@ -49,20 +49,16 @@ struct CommandLineJob {
 /// The source that a run takes, the last of several; empty if there is none.
 [[nodiscard]] std::string LastSource(const std::vector<CommandLineSwitch>& switches);
 
-/// True if the source as it was typed leads to another file than its upper-case name, or to none:
-/// several names differ in case alone, and nobody can say which of them is meant.
-/// `typed` are the switches of the line as it was before it was normalised.
-[[nodiscard]] bool SourceIsAmbiguous(const std::vector<CommandLineSwitch>& typed,
-                                     const std::vector<CommandLineSwitch>& switches,
-                                     FileSystem& fileSystem);
-
-/// The message for a source that does not exist.
-[[nodiscard]] std::string MissingSourceText(std::string_view source);
-
-/// Checks source and destination. The destination ends in a backslash afterwards, and a missing one
-/// is made, also where the result is an error. Returns the message of the first error.
-[[nodiscard]] std::optional<std::string> CheckPaths(std::vector<CommandLineSwitch>& switches,
-                                                    Files& files);
+/// Checks source and destination in the order of their switches; `typedSource` is the last source
+/// as it was typed. A source is refused also if that name leads to another file than its upper-case
+/// form, or to none: several names differ in case alone, and nobody can say which of them is meant.
+/// A relative source is a full path afterwards, since the making of a destination changes the
+/// current folder. A destination ends in a backslash afterwards, and a missing one is made, also
+/// where the result is an error. Without one the source's own folder is the destination. Returns
+/// the message of the first error. Raises 76 and 52 where the current folder has no path.
+[[nodiscard]] std::optional<std::string> CheckPaths(const std::string& typedSource,
+                                                    std::vector<CommandLineSwitch>& switches,
+                                                    FileSystem& fileSystem, Files& files);
 
 /// Takes the values of switches that passed both checks; of two that set the same thing the last
 /// wins. Raises overflow for a number beyond 32 bits.

@@ -27,7 +27,8 @@ void CompleteJob(CommandLineJob& job, Files& files) {
     }
 }
 
-// The source goes whether or not the split went well: that is what `/DS` asks for.
+// The source is deleted whether or not the split went well: that is what `/DS` asks for. A signal
+// cancels that, too.
 void SplitSource(CommandLineJob& job, SharedObjects& shared) {
     SharedProgress progress;
     SplitterEvents nobodyListens;
@@ -38,9 +39,9 @@ void SplitSource(CommandLineJob& job, SharedObjects& shared) {
             : job.source;
     engine.SplittFile(input, job.destination, job.partSize, job.compress, false, job.criterion,
                       job.count, job.sfv);
-    if (job.deleteSource) {
+    if (job.deleteSource && !shared.Platform().endingSignals->IsHeld()) {
         engine.FlushOutput();
-        shared.Files().FileDelete(job.source);
+        engine.DeleteSource(job.source);
     }
 }
 
@@ -59,6 +60,8 @@ class RestoredDeleteSplitParts {
 };
 
 void RunJob(CommandLineJob job, SharedObjects& shared) {
+    // A setting is changed for the run, and has to be put back.
+    shared.Platform().endingSignals->Hold();
     Parameters& parameters = shared.Parameters();
     const std::int16_t remembered = parameters.DeleteSplitParts();
     SetDeleteSplitParts(parameters, job.deleteParts ? 1 : 0);
@@ -71,25 +74,27 @@ void RunJob(CommandLineJob job, SharedObjects& shared) {
     SplitSource(job, shared);
 }
 
-std::optional<std::string> FindError(const std::vector<CommandLineSwitch>& typed,
+// The source as it was typed, before the line was put into upper case.
+std::string TypedSource(std::string_view line) {
+    return LastSource(SplitCommandLine(line));
+}
+
+std::optional<std::string> FindError(const std::string& typedSource,
                                      std::vector<CommandLineSwitch>& switches,
                                      SharedObjects& shared) {
     if (std::optional<std::string> error = CheckSwitches(switches)) {
         return error;
     }
-    if (SourceIsAmbiguous(typed, switches, *shared.Platform().fileSystem)) {
-        return MissingSourceText(LastSource(switches));
-    }
-    return CheckPaths(switches, shared.Files());
+    return CheckPaths(typedSource, switches, *shared.Platform().fileSystem, shared.Files());
 }
 
 }  // namespace
 
 void RunCommandLine(std::string& line, SharedObjects& shared) {
-    const std::vector<CommandLineSwitch> typed = SplitCommandLine(line);
+    const std::string typedSource = TypedSource(line);
     line = NormaliseCommandLine(line);
     std::vector<CommandLineSwitch> switches = SplitCommandLine(line);
-    if (const std::optional<std::string> error = FindError(typed, switches, shared)) {
+    if (const std::optional<std::string> error = FindError(typedSource, switches, shared)) {
         shared.Messages().Error(*error);
         return;
     }

@@ -10,5 +10,6 @@ int main(int count, char** arguments) {
     const std::vector<std::string> words(arguments + (count > 0 ? 1 : 0), arguments + count);
     zarn::SharedObjects shared(zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment()));
     zarn::EntryProcedure(words, shared);
+    shared.Platform().endingSignals->Deliver();
     return 0;
 }

@@ -79,9 +79,9 @@ void CheckSwitchLine(const std::string& line, FakeMachine& machine) {
     CheckPieces(switches);
     bool accepted = false;
     const auto error = ErrorOf([&] {
-        accepted = !CheckSwitches(switches) &&
-                   !SourceIsAmbiguous(SplitCommandLine(line), switches, machine.fileSystem) &&
-                   !CheckPaths(switches, machine.files);
+        accepted =
+            !CheckSwitches(switches) && !CheckPaths(LastSource(SplitCommandLine(line)), switches,
+                                                    machine.fileSystem, machine.files);
         if (accepted) {
             CheckJob(TakeValues(switches), switches);
         }

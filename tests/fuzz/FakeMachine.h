@@ -45,6 +45,7 @@ class FakeFiles : public testing::ForwardingFileSystem {
         identity.inode = std::hash<std::string>()(UpperCase(path));
         return isThere(path) ? std::optional(identity) : std::nullopt;
     }
+    std::string CurrentFolder() override { return "C:\\"; }
 
     std::function<bool(std::string_view)> isThere = [](std::string_view) { return false; };
 };

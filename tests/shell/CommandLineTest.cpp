@@ -1,9 +1,9 @@
 #include <filesystem>
+#include <functional>
 
 #include "runtime/Text.h"
 #include "shell/CommandLineParser.h"
 #include "shell/ShellFixture.h"
-#include "support/ForwardingFileSystem.h"
 
 namespace zarn::testing {
 namespace {
@@ -42,38 +42,32 @@ TEST(CommandLineParser, TakesValues) {
     EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
 }
 
-// A folder of names and the numbers of the files behind them.
-class NamedFiles : public ForwardingFileSystem {
-  public:
-    using Names = std::map<std::string, int, std::less<>>;
-
-    explicit NamedFiles(Names names) : ForwardingFileSystem(nullptr), names_(std::move(names)) {}
-
-    std::optional<std::uint32_t> Attributes(Path path) override {
-        return names_.contains(path) ? std::optional<std::uint32_t>(0) : std::nullopt;
+// The typed name and its upper-case form must lead to one file. A hard link stands for a file
+// system that ignores letter case.
+TEST_F(Shell, NeverGuessesBetweenTwoSources) {
+    using Case = std::pair<std::function<void()>, bool>;
+    for (const auto& [prepare, isFound] :
+         {Case([] {}, true), Case([this] { folder.Write("DATA.BIN", "other"); }, false),
+          Case(
+              [this] {
+                  std::filesystem::remove(folder.System("DATA.BIN"));
+                  std::filesystem::create_hard_link(folder.System("data.bin"),
+                                                    folder.System("DATA.BIN"));
+              },
+              true)}) {
+        prepare();
+        EXPECT_EQ(Start({Source(), "/PN=2", "/TEST"}).error == Checked, isFound);
     }
-    std::optional<FileIdentity> Identity(Path path) override {
-        const auto found = names_.find(path);
-        FileIdentity identity;
-        identity.inode = found == names_.end() ? 0 : static_cast<std::uint64_t>(found->second);
-        return found == names_.end() ? std::nullopt : std::optional(identity);
-    }
+}
 
-  private:
-    Names names_;
-};
-
-TEST(CommandLineParser, TellsWhenTheUpperCaseNameIsAnotherFile) {
-    using Case = std::pair<NamedFiles::Names, bool>;
-    for (const auto& [names, ambiguous] :
-         {Case({{"a.b", 1}, {"A.B", 1}}, false),  // also where the file system ignores case
-          Case({{"a.b", 1}, {"A.B", 2}}, true), Case({{"a.b", 1}}, true), Case({{"A.B", 1}}, true),
-          Case({}, false)}) {
-        NamedFiles files(names);
-        EXPECT_EQ(SourceIsAmbiguous(SplitCommandLine("/f=a.b"), SplitCommandLine("/F=A.B"), files),
-                  ambiguous)
-            << names.size();
-    }
+// A destination that has to be made changes the current folder.
+TEST_F(Shell, MeansTheRelativeSourceOfItsOwnFolder) {
+    const TestFolder made;
+    EXPECT_EQ(
+        Start({"/D=" + made.Drive("new"), "/F=data.bin", "/PN=2", "/DS"}, folder.System()).error,
+        "");
+    EXPECT_TRUE(made.Has("NEW/DATA.BIN_Part2"));
+    EXPECT_FALSE(folder.Has("data.bin"));
 }
 
 TEST_F(Shell, RefusesFaultyLines) {
@@ -93,10 +87,17 @@ TEST_F(Shell, RefusesFaultyLines) {
     using Words = std::vector<std::string>;
     using Case = std::pair<Words, std::string>;
     for (const auto& [arguments, text] :
-         {Case({"/PS=10MB"}, source), Case({"c:/a/b.dat"}, source), Case({f}, sizeOrNumber),
-          Case({f, "/PN:500"}, sizeOrNumber), Case({f, "/PS=10"}, unit), Case({f, "/PS="}, unit),
-          Case({f, "/PN=1.9"}, pieces), Case({f, "/PN=999.1"}, pieces), Case({"/PN=x"}, pieces),
-          Case({f, "/PS=1MB", "/CL=99"}, level), Case({f, "/PN=1", "/CL=9.5"}, pieces),
+         {Case({"/PS=10MB"}, source),
+          Case({"c:/a/b.dat"}, source),
+          Case({f}, sizeOrNumber),
+          Case({f, "/PN:500"}, sizeOrNumber),
+          Case({f, "/PS=10"}, unit),
+          Case({f, "/PS="}, unit),
+          Case({f, "/PN=1.9"}, pieces),
+          Case({f, "/PN=999.1"}, pieces),
+          Case({"/PN=x"}, pieces),
+          Case({f, "/PS=1MB", "/CL=99"}, level),
+          Case({f, "/PN=1", "/CL=9.5"}, pieces),
           Case({f, "/CL=9.5", "/PN=1"}, level),
           Case({f, "/PN=2", "/C", "/DS"}, "Parameter /CL=(Compression Level Required) ..."),
           Case({Source("absent"), "/PN=2"}, absent(folder.Drive("absent"))),
@@ -104,7 +105,8 @@ TEST_F(Shell, RefusesFaultyLines) {
           Case({"/F=" + folder.Drive() + "/data.bin", "/PN=2"}, absent(folder.Drive())),
           Case({f, "/D=c:\\a*b", "/PN=2", "/TEST"}, invalid("C:\\A*B")),
           Case({"/D=c:\\a|b", "/F=absent", "/PN=2"}, invalid("C:\\A|B")),
-          Case({"/F=absent", "/D=c:\\a|b", "/PN=2"}, absent("absent"))}) {
+          Case({"/F=absent", "/D=c:\\a|b", "/PN=2"}, absent("absent")),
+          Case({"//F=c:\\absent/PN=2"}, absent("c:\\absent"))}) {
         EXPECT_EQ(Start(arguments).error, "Error\n" + text + "\n") << arguments.back();
     }
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"data.bin"});
@@ -123,6 +125,12 @@ TEST_F(Shell, RefusesARemovableDestination) {
     EXPECT_EQ(Start({Source(), "/PN=2", "/D=b:\\a\\b"}).error,
               "Error\nDestination Folder must be a Fixed Unit ... \n");
     EXPECT_TRUE(folder.Has("stick/A/B"));
+    folder.Write("stick/data.bin", content);
+    for (const std::string& there : {folder.System("stick"), folder.System()}) {
+        const bool isRelative = there != folder.System();
+        EXPECT_EQ(Start({isRelative ? "/F=data.bin" : "/F=r:\\data.bin", "/PN=2"}, there).error,
+                  "Error\nDestination Folder must be a Fixed Unit ... \n");
+    }
 }
 
 TEST_F(Shell, Splits) {
@@ -189,6 +197,22 @@ TEST_F(Shell, DeletesTheSource) {
               "Error\nWrite error in file      \nProbably the disk is full.\n\n"
               "Split process aborted.\n");
     EXPECT_FALSE(folder.Has("failing"));
+}
+
+TEST_F(Shell, EndsBySignalsWithEverythingPutBack) {
+    const TestFolder memory("/dev/shm");
+    memory.Write("film.bin", "");
+    std::filesystem::resize_file(memory.System("film.bin"), std::uintmax_t{1} << 34U);
+    for (const char* signal : {"INT", "TERM", "HUP"}) {
+        const ProgramResult result = RunProgram(
+            "/usr/bin/timeout",
+            {"--preserve-status", "-s", signal, "0.1", ZARN_BINARY_FOLDER "/ZarnFileSplitter",
+             "/F=" + memory.Drive("film.bin"), "/PS=20MB", "/DS", "/DP"});
+        EXPECT_GT(result.status, 128) << signal;
+        EXPECT_EQ(memory.Names(), std::vector<std::string>{"film.bin"});
+    }
+    SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
+    EXPECT_EQ(shared.Parameters().DeleteSplitParts(), 0);
 }
 
 TEST_F(Shell, AsksTheScriptToDeleteThePartsForOneRun) {
