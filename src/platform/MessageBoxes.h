@@ -16,6 +16,7 @@ struct BoxMessage {
     std::string text;
     BoxIcon icon = BoxIcon::Information;
     BoxButtons buttons = BoxButtons::Ok;
+    bool holdsUpConsole = true;  ///< the console waits for a key
 };
 
 /// The front end that shows boxes: the console, or a window's.

@@ -47,7 +47,8 @@ class Registry {
                                                                   std::string_view name) = 0;
 
     /// Writes a value (`Text` or `Number`), making its key if that is missing. The value is on
-    /// the medium when the call returns.
+    /// the medium when the call succeeds. Where the store cannot be written it fails, and reads of
+    /// this object give the value back all the same.
     virtual RegistryStatus SetValue(RegistryHive hive, std::string_view key, std::string_view name,
                                     const RegistryValue& value) = 0;
 
@@ -56,6 +57,10 @@ class Registry {
 
     virtual RegistryStatus DeleteValue(RegistryHive hive, std::string_view key,
                                        std::string_view name) = 0;
+
+    /// What the user must be told about the store since the last call: that it was damaged, and
+    /// where it is kept. Lines are joined by carriage returns. Empty if there is nothing to tell.
+    [[nodiscard]] virtual std::string TakeNotice() = 0;
 };
 
 }  // namespace zarn

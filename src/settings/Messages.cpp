@@ -36,4 +36,8 @@ void Messages::ProcessDone(std::string_view text) {
     ShowBox(boxes_, "", text, BoxIcon::Information);
 }
 
+void Messages::Notice(std::string_view text) {
+    boxes_.Show({"Error", std::string(text), BoxIcon::Exclamation, BoxButtons::Ok, false});
+}
+
 }  // namespace zarn

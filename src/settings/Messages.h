@@ -24,6 +24,9 @@ class Messages {
 
     void ProcessDone(std::string_view text);
 
+    /// An error that is only told: the run goes on as it is, and the console waits for no key.
+    void Notice(std::string_view text);
+
   private:
     MessageBoxes& boxes_;
 };

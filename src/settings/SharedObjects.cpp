@@ -21,6 +21,9 @@ Parameters& SharedObjects::Parameters() {
         parameters_.emplace(*platform_.registry, *platform_.processes, *platform_.fileSystem,
                             Files(), Separators());
     }
+    if (const std::string notice = platform_.registry->TakeNotice(); !notice.empty()) {
+        Messages().Notice(notice);
+    }
     return *parameters_;
 }
 

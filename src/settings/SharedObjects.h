@@ -22,7 +22,8 @@ class SharedObjects {
     [[nodiscard]] zarn::Messages& Messages();
     [[nodiscard]] zarn::Files& Files();
 
-    /// The first use writes the program's version to the store.
+    /// The first use writes the program's version to the store. Where the store has something to
+    /// tell the user, such as that it was damaged, the use that finds it so shows it.
     [[nodiscard]] zarn::Parameters& Parameters();
 
     /// Drops `Parameters`, `Files` and `Messages`. They are made anew at their next use; references

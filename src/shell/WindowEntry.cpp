@@ -33,6 +33,7 @@ void ShowHelp(bool modal) {
 
 // An error that comes later is shown while the window still stands.
 void ShowMain(SharedObjects& shared, const std::string& source) {
+    static_cast<void>(shared.Parameters());  // what it has to tell is told before the window comes
     QtFileDialogs dialogs(*shared.Platform().fileSystem, *shared.Platform().messageBoxes);
     FrmMain window(shared, dialogs, {}, [] {
         FrmHelp popup(QApplication::activeModalWidget());

@@ -56,6 +56,8 @@ TEST_F(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
     WriteAll(keyboard, std::as_bytes(std::span("x", 1)));
     EXPECT_EQ(Show({"", "Done", BoxIcon::Information, BoxButtons::Ok}, terminal), Ok);
     EXPECT_EQ(folder.Read("out"), "Done\nPress any key to continue . . . \n");
+    EXPECT_EQ(Show({"", "Told", BoxIcon::Information, BoxButtons::Ok, false}, terminal), Ok);
+    EXPECT_EQ(folder.Read("out"), "Told\n");
     termios after{};
     ASSERT_EQ(tcgetattr(terminal.Number(), &after), 0);
     EXPECT_EQ(after.c_lflag, before.c_lflag);

@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -16,6 +18,7 @@ namespace zarn::testing {
 namespace {
 
 using enum RegistryStatus;
+using std::string_literals::operator""s;
 
 constexpr RegistryHive User = RegistryHive::CurrentUser;
 constexpr std::string_view Key = R"(Software\Zarn)";
@@ -121,20 +124,56 @@ TEST_F(RegistryTest, AFileWrittenByHandIsTakenAndOtherTypesStay) {
                   "\"TWICE\"=dword:0000000f\n");
 }
 
-TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
+TEST_F(RegistryTest, WhatPeopleAndRegistryEditorsWriteIsTaken) {
+    std::string wide = "\xFE\xFF";
+    for (const char byte : "REGEDIT4\r\n\r\n" + keyLine + "\"a\"=\"#\"\r\n") {
+        wide += byte == '#' ? "\xD8\x3D\xDE\x00"s : "\0"s + byte;
+    }
+    std::string wideLittleEnd = wide;
+    for (std::size_t at = 0; at < wide.size(); at += 2) {
+        std::swap(wideLittleEnd[at], wideLittleEnd[at + 1]);
+    }
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [text, value] :
+         {Case("\xEF\xBB\xBF[hkey_Current_USER\\SOFTWARE\\zarn]\r\n \t\r\n\t\"A\" =\t\"b\" \r\n",
+               "b"),
+          Case("Windows Registry Editor Version 5.00\r\r" + keyLine + "\"a\"=\"b\"", "b"),
+          Case(wide, "\U0001F600"), Case(wideLittleEnd, "\U0001F600"),
+          Case(keyLine + "\"a\"=\"caf\xE9\"\n\"\u00E9\"=\"\"", "caf\u00E9"),
+          Case(keyLine + "\"a\"=\"b;\";c\n;d\n  ; \"", "b;"),
+          Case(keyLine + "\"a\"=DWord: fF ; mine", "#255"), Case(keyLine + "\"a\"=dword:1\n", "#1"),
+          Case(keyLine + "\"a\"=dword:FFFFFFFE", "#-2"),
+          Case(keyLine + "\"a\"=HEX(1):63, 61,\\\r\n  66,\\\n c3,a9 ; e\r\n", "caf\u00E9"),
+          Case(keyLine + "\"b\"=hex(7):63,\\\n 61\n@=hex:\n\"a\"=\"\"", "")}) {
+        home.Write("settings.reg", text);
+        const RegistryValue found =
+            store.QueryValue(User, Key, "a").value_or(Text("(missing) " + text));
+        EXPECT_EQ(
+            found.type == RegistryType::Number ? "#" + std::to_string(found.number) : found.text,
+            value);
+        EXPECT_EQ(store.SetValue(User, Key, "n", Number(1)), Success);
+    }
+    EXPECT_EQ(home.Read("settings.reg"),
+              "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\Software]\n\n" + keyLine +
+                  "@=hex:\n\"a\"=\"\"\n\"b\"=hex(7):63,61\n\"n\"=dword:00000001\n");
+    EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+}
+
+TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWriteAndToldOnce) {
     const std::string good = keyLine + "\"a\"=\"b\"\n";
     std::string deep = "[HKEY_CURRENT_USER";
     for (int level = 0; level < 300'000; ++level) {
         deep += "\\a";
     }
-    std::vector<std::string> damaged = {good + R"("c"="d")", "\"a\"=\"b\"\n", deep + "]\n",
+    std::vector<std::string> damaged = {"\"a\"=\"b\"\n", deep + "]\n", "\xFF\xFE[",
+                                        "\xFF\xFE\x3D\xD8[\0"s,
                                         "[HKEY_LOCAL_MACHINE\\Software\\Zarn]\n"};
     for (const char* line :
-         {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:2a)",
-          R"("c"=dword:-000002a)", R"("c"=dword:0000002a0)", R"("c"=hex(1):4,41)",
+         {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:)",
+          R"("c"=dword:-000002a)", R"("c"=dword:0000002a0)", R"("c"=hex(1):4,41)", "REGEDIT4",
           R"("c"=hex(1):41,)", R"("c"=hex():41)", R"("c"=1)", R"([HKEY_CURRENT_USER\A)",
-          R"([HKEY_CURRENT_USER\A\\B])"}) {
-        damaged.push_back(good + line + "\n");
+          R"([HKEY_CURRENT_USER\A\\B])", "\"c\xC3\x80\"=\x1F\"\""}) {
+        damaged.push_back(good + line + "\r\n; end");
     }
     for (std::size_t count = 1; count <= damaged.size(); ++count) {
         const std::string& text = damaged[count - 1];
@@ -145,18 +184,97 @@ TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWrite) {
         EXPECT_EQ(TextOf(store, "new"), "x");
         const std::string number = count == 1 ? "" : "-" + std::to_string(count);
         EXPECT_EQ(home.Read("settings.reg.damaged" + number), text);
+        const std::string line = text.starts_with(good) ? "3" : "1";
+        EXPECT_EQ(store.TakeNotice(), "The settings file cannot be read, since its line " + line +
+                                          " is wrong.\rIt is kept as\r" +
+                                          home.System("settings.reg.damaged") + number +
+                                          "\rAll settings have their defaults now.");
+        EXPECT_EQ(store.TakeNotice(), "");
     }
 }
 
-TEST_F(RegistryTest, AStoreThatCannotBeReachedFailsAndStays) {
+// What it says on standard error.
+std::string SaidBy(const std::function<void()>& action) {
+    ::testing::internal::CaptureStderr();
+    action();
+    return ::testing::internal::GetCapturedStderr();
+}
+
+TEST_F(RegistryTest, WhatCannotBeWrittenHoldsAllTheSameAndIsToldOnce) {
     home.Write("file", "x");
     RegistryFile below(home.System("file/config"));
-    EXPECT_EQ(below.SetValue(User, Key, "a", Text("b")), Failed);
-    EXPECT_FALSE(below.QueryValue(User, Key, "a"));
-    home.MakeFolder("settings.reg");
-    EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed);
-    EXPECT_FALSE(store.QueryValue(User, Key, "a"));
-    EXPECT_EQ(home.Names(), (std::vector<std::string>{"file", "settings.lock", "settings.reg"}));
+    EXPECT_EQ(SaidBy([&] {
+                  EXPECT_EQ(below.SetValue(User, Key, "a", Text("b")), Failed);
+                  EXPECT_EQ(below.SetValue(User, Key, "A", Text("c")), Failed);
+              }),
+              "Zarn File Splitter cannot write its settings (" + home.System("file/config") +
+                  ": Not a directory). Nothing is kept after this run.\n");
+    EXPECT_EQ(TextOf(below, "a"), "c");
+    EXPECT_TRUE(below.KeyExists(User, Key));
+    // A value that can be written again is that of the file.
+    home.MakeFolder("settings.lock");
+    SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed); });
+    std::filesystem::remove(home.System("settings.lock"));
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
+    home.Write("settings.reg", keyLine + "\"a\"=\"d\"");
+    EXPECT_EQ(TextOf(store, "a"), "d");
+    // A damaged file stays where it cannot be kept aside.
+    home.Write("settings.reg", "rubbish");
+    std::filesystem::remove(home.System("settings.lock"));
+    home.MakeFolder("settings.lock");
+    SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("e")), Failed); });
+    EXPECT_TRUE(Contains(store.TakeNotice(), "kept as\r" + home.System("settings.reg\r")));
+    EXPECT_EQ(home.Read("settings.reg"), "rubbish");
+}
+
+TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesBack) {
+    const std::string file = home.System("settings.reg");
+    const auto make = [&](int kind) {
+        if (kind == 0) {
+            std::filesystem::create_directory(file);
+        } else if (kind == 1) {
+            mkfifo(file.c_str(), 0600);
+        } else {
+            std::filesystem::create_symlink(kind == 2 ? "/dev/zero" : "settings.reg", file);
+        }
+    };
+    for (int kind = 0; kind < 4; ++kind) {
+        make(kind);
+        RegistryFile other(home.System());
+        const std::string said = SaidBy([&] {
+            EXPECT_FALSE(other.QueryValue(User, Key, "a"));
+            EXPECT_EQ(other.SetValue(User, Key, "a", Text("default")), Failed);
+            EXPECT_EQ(other.SetValue(User, Key, "own", Text("b")), Failed);
+        });
+        EXPECT_TRUE(Contains(said, "cannot read its settings (" + file + ": ")) << said;
+        EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+        std::filesystem::remove(file);
+        home.Write("settings.reg", keyLine + "\"a\"=\"true\"");
+        EXPECT_EQ(TextOf(other, "a") + TextOf(other, "own"), "trueb");
+        std::filesystem::remove(file);
+        std::filesystem::remove(home.System("settings.lock"));
+        EXPECT_EQ(mkfifo(home.System("settings.lock").c_str(), 0600), 0);
+        SaidBy([&] { EXPECT_EQ(other.SetValue(User, Key, "a", Text("c")), Failed); });
+        std::filesystem::remove(home.System("settings.lock"));
+    }
+}
+
+TEST_F(RegistryTest, LinksStayAndTheirTargetIsWritten) {
+    home.MakeFolder("dots");
+    std::filesystem::create_symlink("link", home.System("settings.reg"));
+    std::filesystem::create_symlink(home.System("dots/mine"), home.System("link"));
+    for (const char* before : {"", "rubbish"}) {
+        if (*before != '\0') {
+            home.Write("dots/mine", before);
+        }
+        EXPECT_EQ(store.SetValue(User, Key, "a", Text(before)), Success);
+        EXPECT_EQ(TextOf(store, "a"), before);
+        EXPECT_TRUE(Contains(home.Read("dots/mine"), keyLine));
+    }
+    EXPECT_EQ(home.Read("dots/mine.damaged"), "rubbish");
+    EXPECT_EQ(home.Names(),
+              (std::vector<std::string>{"dots", "link", "settings.lock", "settings.reg"}));
+    EXPECT_TRUE(std::filesystem::is_symlink(home.System("settings.reg")));
 }
 
 TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {

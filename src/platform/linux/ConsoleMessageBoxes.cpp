@@ -61,7 +61,7 @@ BoxAnswer ConsoleMessageBoxes::Show(const BoxMessage& message) {
     if (message.buttons == BoxButtons::YesNo) {
         return AskYesNo();
     }
-    if (isatty(input_) == 1) {
+    if (message.holdsUpConsole && isatty(input_) == 1) {
         WaitForKey();
     }
     return BoxAnswer::Ok;

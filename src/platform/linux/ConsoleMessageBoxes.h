@@ -9,8 +9,8 @@
 namespace zarn {
 
 /// Boxes as lines on standard error: the title if there is one, then the text. A box with OK
-/// alone waits for one key where standard input is a terminal, else goes on. A question is
-/// answered by a line on standard input, y or n; the end of input is No, and so is a signal that
+/// alone waits for one key where standard input is a terminal, unless it says otherwise. A question
+/// is answered by a line on standard input, y or n; the end of input is No, and so is a signal that
 /// is held back. Nothing behind the answer is read.
 class ConsoleMessageBoxes : public MessageBoxes {
   public:

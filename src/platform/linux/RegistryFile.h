@@ -1,27 +1,30 @@
 #pragma once
 
-#include <sys/types.h>
-
-#include <ctime>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/Registry.h"
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/RegistryDisk.h"
 #include "platform/linux/RegistryText.h"
 
 namespace zarn {
 
 /// The store as one text file, `settings.reg`, readable by its owner only (`RegistryText.h` tells
-/// its form). A missing file is an empty store. A read looks whether the file is still the one that
-/// was read last, and reads it again if it is not.
+/// its form, `RegistryDisk.h` how it is replaced). A missing file is an empty store. A read looks
+/// whether the file is still the one that was read last, and reads it again if it is not.
 ///
 /// A write replaces the file whole, under a lock that all instances share: a crash at any moment
 /// leaves the old or the new store. A write that changes nothing leaves the file alone. A file
 /// that does not parse gives nothing to a read, and the next write first keeps it aside as
-/// `settings.reg.damaged`, `settings.reg.damaged-2` and so on. A file that cannot be read gives
-/// nothing either, and takes no value until it has changed.
+/// `settings.reg.damaged`, `settings.reg.damaged-2` and so on.
+///
+/// A value that cannot be written is held in memory: reads of this object give it back. One line on
+/// standard error says so, once in the life of the object. A file that cannot be read gives nothing
+/// either. What is written right after such a read of the same value is taken for its default,
+/// which must not hide what the file holds, and is dropped.
 class RegistryFile : public Registry {
   public:
     /// `folder` is an absolute system path; it is made when something is written.
@@ -36,37 +39,26 @@ class RegistryFile : public Registry {
     RegistryStatus DeleteKey(RegistryHive hive, std::string_view key) override;
     RegistryStatus DeleteValue(RegistryHive hive, std::string_view key,
                                std::string_view name) override;
+    [[nodiscard]] std::string TakeNotice() override { return std::exchange(notice_, {}); }
 
   private:
     using Change = std::function<RegistryStatus(RegistryKeys&)>;
 
-    /// What tells one state of the file from the next; all zero for a missing file. Each write
-    /// makes a new file.
-    struct Stamp {
-        dev_t device = 0;
-        ino_t inode = 0;
-        off_t size = 0;
-        timespec modified = {};
-        timespec changed = {};
-        bool operator==(const Stamp& other) const;
-    };
-    [[nodiscard]] Stamp StampOfFile() const;
-
-    [[nodiscard]] RegistryStatus Apply(const Change& change) const;
+    [[nodiscard]] RegistryStatus Apply(const Change& change);
     [[nodiscard]] const RegistryKeys& Read();
-    [[nodiscard]] bool Holds(std::string_view key, std::string_view name,
-                             const RegistryValue& value);
-    [[nodiscard]] std::optional<std::string> ReadText() const;
-    [[nodiscard]] FileDescriptor Lock() const;
-    [[nodiscard]] bool KeepAside() const;
-    [[nodiscard]] bool Replace(std::string_view text) const;
-    void RemoveLeftOvers() const;
+    void NoteDamage(const std::string& keptAs);
+    void SayNothingIsKept();
 
-    std::string folder_;
-    std::string file_;
-    std::optional<Stamp> stamp_;  ///< of the file that `keys_` were read from
-    bool isReadable_ = true;      ///< it could be read
+    RegistryDisk disk_;
+    std::optional<FileStamp> stamp_;  ///< of the file that `keys_` were read from
+    bool isReadable_ = true;          ///< it could be read
+    std::size_t badLine_ = 0;         ///< the first that does not parse; 0: there is none
     RegistryKeys keys_;
+    RegistryKeys unwritten_;  ///< what could not be written
+    /// Key and name of the value that was asked for last, where the file could not be read.
+    std::optional<std::pair<std::string, std::string>> unanswered_;
+    std::string notice_;
+    bool hasSaid_ = false;
 };
 
 }  // namespace zarn

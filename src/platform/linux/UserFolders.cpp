@@ -1,5 +1,6 @@
 #include "platform/linux/UserFolders.h"
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -67,6 +68,19 @@ bool MakeUserFolder(const std::string& systemPath) {
     }
     return MakeUserFolder(systemPath.substr(0, parent)) &&
            (mkdir(systemPath.c_str(), OwnerOnly) == 0 || errno == EEXIST);
+}
+
+FileDescriptor OpenUserFile(const std::string& systemPath, int flags, unsigned mode) noexcept {
+    FileDescriptor file = OpenFile(systemPath, flags | O_NONBLOCK, mode);
+    struct stat status = {};
+    if (!file.IsOpen() || fstat(file.Number(), &status) != 0) {
+        return {};
+    }
+    if (!S_ISREG(status.st_mode)) {
+        file = {};
+        errno = S_ISDIR(status.st_mode) ? EISDIR : ENXIO;
+    }
+    return file;
 }
 
 }  // namespace zarn

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/linux/FileDescriptor.h"
+
 namespace zarn {
 
 /// The folders of the user, as absolute paths of the operating system without a slash at the
@@ -19,5 +21,11 @@ struct UserFolders {
 /// Makes a folder and the folders above it, with rights for the owner only, where they are
 /// missing. False, with `errno` set, if it is not there afterwards.
 [[nodiscard]] bool MakeUserFolder(const std::string& systemPath);
+
+/// Opens one of the program's own files in these folders. Not open, with `errno` set, if that
+/// failed: EISDIR or ENXIO for what is no regular file, since a pipe or device in the place of one
+/// could block for ever.
+[[nodiscard]] FileDescriptor OpenUserFile(const std::string& systemPath, int flags,
+                                          unsigned mode = 0) noexcept;
 
 }  // namespace zarn
