@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxProcesses.h"
@@ -49,9 +50,43 @@ TEST_F(ProcessesTest, OnlyTheFirstInstanceIsTheFirst) {
         static_cast<void>(MakeShell("sleep 1").StartHidden(home.Drive("interpreter"), {}));
     }
     EXPECT_FALSE(second.PreviousInstance());
+}
+
+TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     home.Write("file", "");
-    LinuxProcesses nowhere(paths, {home.System("file/config"), {}, {}});
-    EXPECT_FALSE(nowhere.PreviousInstance());
+    home.MakeFolder("open");
+    home.MakeFolder("mine");
+    EXPECT_EQ(chmod(home.System("open").c_str(), 0755) + chmod(home.System("mine").c_str(), 0700),
+              0);
+    std::filesystem::create_symlink("mine", home.System("link"));
+    const auto make = [this](const std::string& config, const std::vector<std::string>& runtime) {
+        UserFolders folders = {home.System(config), {}, {}, {}};
+        for (const std::string& folder : runtime) {
+            folders.runtime.push_back(home.System(folder));
+        }
+        return std::make_unique<LinuxProcesses>(paths, folders);
+    };
+    auto desktop = make("file/config", {"mine", "mine/../mine", "new"});
+    auto writable = make("config", {"mine"});
+    EXPECT_FALSE(writable->PreviousInstance());
+    EXPECT_FALSE(desktop->PreviousInstance());
+    for (const auto& runtime : {std::vector<std::string>{"mine"}, {"new"}, {"open", "new"}}) {
+        EXPECT_TRUE(make("file/config", runtime)->PreviousInstance());
+    }
+    // What is not the user's alone is no place for a lock, nor is another configuration's.
+    for (const auto& [config, folder] :
+         {std::pair("file/config", "open"), {"file/config", "link"}, {"file/other", "mine"}}) {
+        EXPECT_FALSE(make(config, {folder})->PreviousInstance()) << config << folder;
+    }
+    // An instance that has its lock there is one for a start that could have another.
+    writable.reset();
+    const std::string lock = home.System("config/instance.lock");
+    std::filesystem::remove(lock);
+    EXPECT_EQ(mkfifo(lock.c_str(), 0600), 0);
+    auto without = make("config", {"mine"});
+    EXPECT_FALSE(without->PreviousInstance());
+    std::filesystem::remove(lock);
+    EXPECT_TRUE(make("config", {"mine"})->PreviousInstance());
 }
 
 TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithNoInputAndNoOutput) {
@@ -106,8 +141,12 @@ TEST(UserFoldersTest, TheEnvironmentNamesThem) {
         setenv("HOME", "/home/me/", 1);
         setenv("XDG_CONFIG_HOME", variable, 1);
         setenv("TMPDIR", variable, 1);
+        setenv("XDG_RUNTIME_DIR", variable, 1);
         const UserFolders found = UserFoldersFromEnvironment();
+        const bool hasOwn = *temporary != '\0';
         _exit(found.configuration == config && found.temporary == temporary &&
+                      found.runtime.size() == (hasOwn ? 3 : 2) &&
+                      (!hasOwn || found.runtime.front() == temporary) &&
                       found.cache == "/home/me/.cache/ZarnFileSplitter"
                   ? 0
                   : 1);
@@ -119,6 +158,16 @@ TEST(UserFoldersTest, TheEnvironmentNamesThem) {
           Case("x/y", standard, "")}) {
         EXPECT_EXIT(compare(variable, config, temporary), ::testing::ExitedWithCode(0), "");
     }
+}
+
+TEST(UserFoldersTest, APipeInThePlaceOfTheDriveListIsRefusedAtOnce) {
+    const TestFolder home;
+    EXPECT_EQ(mkfifo(home.System("drives").c_str(), 0600), 0);
+    ::testing::internal::CaptureStderr();
+    EXPECT_FALSE(DriveTable(home.System()).Find('Q'));
+    EXPECT_EQ(
+        ::testing::internal::GetCapturedStderr(),
+        "Zarn File Splitter cannot read " + home.System("drives") + ": Not a regular file.\n");
 }
 
 TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {

@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <initializer_list>
 #include <utility>
 
 #include "platform/linux/FileAttributes.h"
+#include "platform/linux/UserFolders.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 
@@ -240,15 +242,26 @@ std::optional<Mount> DriveTable::MountHolding(std::string_view systemPath) {
     return best == mounts.end() ? std::nullopt : std::optional(*best);
 }
 
-void DriveTable::Update() {
+void DriveTable::ReadList() {
     constexpr std::size_t ListLimit = 65536;
-    if (!std::exchange(listRead_, true)) {
-        const FileDescriptor file = OpenFile(configurationFolder_ + "/drives", O_RDONLY);
-        try {
-            drives_ = file.IsOpen() ? ParseDrives(ReadToEnd(file, ListLimit)) : drives_;
-        } catch (const RuntimeError&) {
-            drives_.clear();
+    const std::string path = configurationFolder_ + "/drives";
+    const FileDescriptor file = OpenUserFile(path, O_RDONLY);
+    if (!file.IsOpen()) {
+        if (errno != ENOENT && errno != ENOTDIR) {
+            SayOfUserFiles("cannot read " + path + ": " + UserFileReason(errno) + ".");
         }
+        return;
+    }
+    try {
+        drives_ = ParseDrives(ReadToEnd(file, ListLimit));
+    } catch (const RuntimeError& error) {
+        SayOfUserFiles("cannot read " + path + ": " + error.what() + ".");
+    }
+}
+
+void DriveTable::Update() {
+    if (!std::exchange(listRead_, true)) {
+        ReadList();
     }
     if (!mounts_.Update()) {
         return;

@@ -62,6 +62,7 @@ class DriveTable {
     [[nodiscard]] std::optional<Mount> MountHolding(std::string_view systemPath);
 
   private:
+    void ReadList();
     void Update();
     void GiveLetter(const Mount& mount, DriveType type);
     [[nodiscard]] std::optional<char> FreeLetter() const;

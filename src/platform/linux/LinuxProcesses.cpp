@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -65,20 +64,7 @@ LinuxProcesses::LinuxProcesses(std::shared_ptr<PathResolver> paths, UserFolders 
 }
 
 bool LinuxProcesses::PreviousInstance() {
-    constexpr unsigned OwnerOnly = 0600;
-    if (instanceLock_.IsOpen() || !MakeUserFolder(folders_.configuration)) {
-        return false;
-    }
-    FileDescriptor lock = OpenFile(folders_.configuration + "/instance.lock",
-                                   O_RDWR | O_CREAT | O_NOFOLLOW, OwnerOnly);
-    if (!lock.IsOpen()) {
-        return false;
-    }
-    if (flock(lock.Number(), LOCK_EX | LOCK_NB) != 0) {
-        return errno == EWOULDBLOCK;
-    }
-    instanceLock_ = std::move(lock);
-    return false;
+    return instance_.IsHeldElsewhere(folders_);
 }
 
 ProcessId LinuxProcesses::StartHidden(std::string_view script,

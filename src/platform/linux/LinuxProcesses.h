@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/Processes.h"
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/InstanceLock.h"
 #include "platform/linux/PathResolver.h"
 #include "platform/linux/UserFolders.h"
 
@@ -20,7 +20,7 @@ class LinuxProcesses : public Processes {
     LinuxProcesses(std::shared_ptr<PathResolver> paths, UserFolders folders,
                    std::string interpreter = {});
 
-    /// Locks the file `instance.lock` in the configuration folder. False if that cannot be made.
+    /// Locks files; see `InstanceLock`.
     [[nodiscard]] bool PreviousInstance() override;
     [[nodiscard]] ProcessId StartHidden(std::string_view script,
                                         std::span<const std::string> arguments) override;
@@ -36,7 +36,7 @@ class LinuxProcesses : public Processes {
     std::shared_ptr<PathResolver> paths_;
     UserFolders folders_;
     std::string interpreter_;
-    FileDescriptor instanceLock_;
+    InstanceLock instance_;
     std::map<ProcessId, std::int32_t> exitCodes_;
     PriorityClass class_ = PriorityClass::Normal;
     int level_ = 0;

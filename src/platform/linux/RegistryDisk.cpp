@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <span>
 #include <utility>
@@ -26,6 +25,8 @@ namespace {
 constexpr std::string_view FileName = "settings.reg";
 constexpr std::string_view NewName = ".zarn-";
 constexpr std::size_t UniqueLength = 6;
+constexpr std::size_t SizeLimit = 1 << 24;
+constexpr const char* TooLarge = "File too large";
 
 bool IsThere(const std::string& path) {
     struct stat status {};
@@ -84,7 +85,6 @@ FileStamp RegistryDisk::Stamp() const {
 }
 
 std::optional<std::string> RegistryDisk::Read() {
-    constexpr std::size_t Limit = 1 << 24;
     const FileDescriptor file = OpenUserFile(file_, O_RDONLY);
     if (!file.IsOpen()) {
         const bool seemsMissing = errno == ENOENT || errno == ENOTDIR;
@@ -94,11 +94,11 @@ std::optional<std::string> RegistryDisk::Read() {
     }
     CloseToOthers(file);
     try {
-        std::string text = ReadToEnd(file, Limit);
-        if (text.size() < Limit) {
+        std::string text = ReadToEnd(file, SizeLimit);
+        if (text.size() < SizeLimit) {
             return text;
         }
-        Fail(file_, "File too large");
+        Fail(file_, TooLarge);
     } catch (const RuntimeError& error) {
         Fail(file_, error.what());
     }
@@ -139,6 +139,11 @@ std::string RegistryDisk::KeepAside() {
 }
 
 bool RegistryDisk::Replace(std::string_view text) {
+    // It could not be read again.
+    if (text.size() >= SizeLimit) {
+        Fail(file_, TooLarge);
+        return false;
+    }
     RemoveLeftOvers();
     const std::string target = Target();
     const std::string folder = SystemFolderOf(target);
@@ -176,14 +181,12 @@ std::string RegistryDisk::Target() const {
     return path;
 }
 
-void RegistryDisk::Fail(const std::string& path, const char* reason) {
+void RegistryDisk::Fail(const std::string& path, const std::string& reason) {
     failure_ = path + ": " + reason;
 }
 
-// In English whatever the locale, as all texts of the program.
 void RegistryDisk::FailByErrno(const std::string& path) {
-    const char* reason = errno == ENXIO ? "Not a regular file" : strerrordesc_np(errno);
-    Fail(path, reason == nullptr ? "Unknown error" : reason);
+    Fail(path, UserFileReason(errno));
 }
 
 /// What a process left that was killed while it wrote. The folder at the end of a link is not the

@@ -32,7 +32,8 @@ class RegistryDisk {
     /// Each `Replace` makes another stamp.
     [[nodiscard]] FileStamp Stamp() const;
 
-    /// Empty for a missing file; nothing, with `Failure` set, for one that cannot be read.
+    /// Empty for a missing file; nothing, with `Failure` set, for one that cannot be read or has
+    /// 16 MB or more.
     [[nodiscard]] std::optional<std::string> Read();
 
     /// The lock that all instances share, until the descriptor is closed, also by the end of the
@@ -55,7 +56,7 @@ class RegistryDisk {
 
   private:
     [[nodiscard]] std::string Target() const;
-    void Fail(const std::string& path, const char* reason);
+    void Fail(const std::string& path, const std::string& reason);
     void FailByErrno(const std::string& path);
     void RemoveLeftOvers() const;
 

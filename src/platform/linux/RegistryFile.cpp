@@ -1,8 +1,6 @@
 #include "platform/linux/RegistryFile.h"
 
-#include <cstdio>
-
-#include "runtime/Product.h"
+#include "platform/linux/UserFolders.h"
 #include "runtime/Text.h"
 
 namespace zarn {
@@ -66,7 +64,7 @@ std::optional<RegistryValue> RegistryFile::QueryValue(RegistryHive /*hive*/, std
     const RegistryValue* value = FindValue(unwritten_, key, name);
     if (value == nullptr) {
         value = FindValue(Read(), key, name);
-        if (!isReadable_) {
+        if (!unreadable_.empty()) {
             unanswered_.emplace(key, name);
         }
     }
@@ -148,7 +146,7 @@ const RegistryKeys& RegistryFile::Read() {
         return keys_;
     }
     const std::optional<std::string> text = disk_.Read();
-    isReadable_ = text.has_value();
+    unreadable_ = text ? std::string() : disk_.Failure();
     keys_ = ParseRegistry(text.value_or(""), &badLine_).value_or(RegistryKeys());
     // What cannot be read now may be readable at the next call, with the same stamp.
     stamp_ = text ? std::optional(now) : std::nullopt;
@@ -169,13 +167,11 @@ void RegistryFile::SayNothingIsKept() {
     if (std::exchange(hasSaid_, true)) {
         return;
     }
-    const std::string text =
-        std::string(ProductName) +
-        (isReadable_ ? " cannot write its settings (" : " cannot read its settings (") +
-        disk_.Failure() +
-        (isReadable_ ? "). Nothing is kept after this run.\n"
-                     : "). It uses the defaults, and nothing is kept after this run.\n");
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+    SayOfUserFiles(unreadable_.empty()
+                       ? "cannot write its settings (" + disk_.Failure() +
+                             "). Nothing is kept after this run."
+                       : "cannot read its settings (" + unreadable_ +
+                             "). It uses the defaults, and nothing is kept after this run.");
 }
 
 }  // namespace zarn

@@ -51,7 +51,7 @@ class RegistryFile : public Registry {
 
     RegistryDisk disk_;
     std::optional<FileStamp> stamp_;  ///< of the file that `keys_` were read from
-    bool isReadable_ = true;          ///< it could be read
+    std::string unreadable_;          ///< why it could not be read; empty if it could
     std::size_t badLine_ = 0;         ///< the first that does not parse; 0: there is none
     RegistryKeys keys_;
     RegistryKeys unwritten_;  ///< what could not be written

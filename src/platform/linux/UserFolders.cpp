@@ -7,8 +7,13 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string_view>
+#include <utility>
+
+#include "runtime/Product.h"
 
 namespace zarn {
 
@@ -53,8 +58,15 @@ std::string OwnFolder(const char* variable, std::string_view standard) {
 }  // namespace
 
 UserFolders UserFoldersFromEnvironment() {
-    return {OwnFolder("XDG_CONFIG_HOME", "/.config"), OwnFolder("XDG_CACHE_HOME", "/.cache"),
-            PathVariable("TMPDIR")};
+    const std::string user = std::to_string(geteuid());
+    UserFolders folders = {OwnFolder("XDG_CONFIG_HOME", "/.config"),
+                           OwnFolder("XDG_CACHE_HOME", "/.cache"),
+                           PathVariable("TMPDIR"),
+                           {"/run/user/" + user, "/tmp/zarn-file-splitter-" + user}};
+    if (std::string own = PathVariable("XDG_RUNTIME_DIR"); !own.empty()) {
+        folders.runtime.insert(folders.runtime.begin(), std::move(own));
+    }
+    return folders;
 }
 
 bool MakeUserFolder(const std::string& systemPath) {
@@ -81,6 +93,16 @@ FileDescriptor OpenUserFile(const std::string& systemPath, int flags, unsigned m
         errno = S_ISDIR(status.st_mode) ? EISDIR : ENXIO;
     }
     return file;
+}
+
+std::string UserFileReason(int error) {
+    const char* reason = error == ENXIO ? "Not a regular file" : strerrordesc_np(error);
+    return reason == nullptr ? "Unknown error" : reason;
+}
+
+void SayOfUserFiles(const std::string& text) {
+    const std::string line = std::string(ProductName) + " " + text + "\n";
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 }  // namespace zarn

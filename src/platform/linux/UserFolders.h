@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/linux/FileDescriptor.h"
 
@@ -12,10 +13,14 @@ struct UserFolders {
     std::string configuration;  ///< the program's own, in `$XDG_CONFIG_HOME`
     std::string cache;          ///< the program's own, in `$XDG_CACHE_HOME`
     std::string temporary;      ///< `$TMPDIR`; empty if that is not set
+    /// Where the lock of an instance can be if the configuration folder is no place for it. They
+    /// count only if they are the user's alone; the last one is made if it is missing.
+    std::vector<std::string> runtime = {};
 };
 
 /// Reads the environment by the XDG base directory rules: a variable that is unset, empty or not
-/// absolute stands for `.config` or `.cache` in the home folder.
+/// absolute stands for `.config` or `.cache` in the home folder. The runtime folders are
+/// `$XDG_RUNTIME_DIR`, and two that a start without that variable knows too.
 [[nodiscard]] UserFolders UserFoldersFromEnvironment();
 
 /// Makes a folder and the folders above it, with rights for the owner only, where they are
@@ -27,5 +32,11 @@ struct UserFolders {
 /// could block for ever.
 [[nodiscard]] FileDescriptor OpenUserFile(const std::string& systemPath, int flags,
                                           unsigned mode = 0) noexcept;
+
+/// Why a call on such a file failed, by `errno`; in English whatever the locale, as all texts.
+[[nodiscard]] std::string UserFileReason(int error);
+
+/// Says something about these files in one line on standard error, after the program's name.
+void SayOfUserFiles(const std::string& text);
 
 }  // namespace zarn
