@@ -1,5 +1,7 @@
 #include "settings/Parameters.h"
 
+#include <utility>
+
 #include "runtime/Numbers.h"
 #include "runtime/Product.h"
 #include "settings/CryptPass.h"
@@ -14,6 +16,15 @@ PriorityClass PriorityClassOf(double value) {
         return PriorityClass::Normal;
     }
     return value <= 3 ? PriorityClass::High : PriorityClass::RealTime;
+}
+
+bool KeepsPassword(std::string_view password, const LocaleSeparators& separators) {
+    const std::string scrambled = CryptPass(password, true);
+    if (IsNumericText(scrambled, separators)) {
+        return false;
+    }
+    const StoredValue back = FromStore(ToStore(scrambled, separators));
+    return CryptPass(std::get<std::string>(back), false) == password;
 }
 
 Parameters::Parameters(Registry& registry, Processes& processes, FileSystem& fileSystem,
@@ -109,6 +120,22 @@ std::string Parameters::CompressPassword() {
 
 void Parameters::CompressPassword(std::string_view value) {
     SaveText(Settings::CompressPassword, CryptPass(value, true));
+}
+
+std::optional<std::string> Parameters::ZipPassword() {
+    if (CompressPasswordProtect() != 1) {
+        return std::string();
+    }
+    constexpr TextSetting Setting = Settings::CompressPassword;
+    const StoredValue stored =
+        store_.ReadRegistryValue(RegistryHive::CurrentUser, Setting.key, Setting.name);
+    const auto* text = std::get_if<std::string>(&stored);
+    if (text == nullptr || text->empty()) {
+        return std::nullopt;
+    }
+    std::string password = CryptPass(*text, false);
+    const bool isTyped = CryptPass(password, true) == *text && KeepsPassword(password, separators_);
+    return isTyped ? std::optional(std::move(password)) : std::nullopt;
 }
 
 }  // namespace zarn

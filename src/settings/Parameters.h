@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -121,6 +122,10 @@ class Parameters {
     /// Stored scrambled by `CryptPass`.
     [[nodiscard]] std::string CompressPassword();
     void CompressPassword(std::string_view value);
+    /// The password of a ZIP: empty where `CompressPasswordProtect` is not 1. Nothing where it is,
+    /// but what is stored cannot come from a password that `KeepsPassword` lets through: a ZIP
+    /// would be open, or need another password than the one that was typed.
+    [[nodiscard]] std::optional<std::string> ZipPassword();
     [[nodiscard]] std::int32_t CompressLevel() { return Int32(Settings::CompressLevel); }
     void CompressLevel(std::int32_t value) { SaveNumber(Settings::CompressLevel, value); }
 
@@ -151,6 +156,16 @@ class Parameters {
     std::int16_t fs_ = 0;
     std::int16_t fd_ = 0;
 };
+
+/// True if the store gives a password back as it is. It does not if the code page lacks one of the
+/// characters, or if the scrambled text loses a blank at an end. A scrambled text that reads as a
+/// number in the locale does not count either: as a number in the store it could be another one's.
+[[nodiscard]] bool KeepsPassword(std::string_view password, const LocaleSeparators& separators);
+
+/// The message where `ZipPassword` gives nothing.
+inline constexpr std::string_view LostPasswordText =
+    "The stored password cannot be the one that was typed.\r"
+    "Please type it again on the Preferences page.";
 
 /// The priority class that a value of `PriorityProcessor` stands for: at most 1 idle, at most 2
 /// normal, at most 3 high, above that real time.

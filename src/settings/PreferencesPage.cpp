@@ -126,7 +126,7 @@ void PreferencesPage::KeepFocus(std::initializer_list<const QWidget*> leaving) {
 
 void PreferencesPage::CmdApply_Click() {
     dirty_ = false;
-    const std::string_view refusal = ApplyRefusal(Shown(), Confirmation());
+    const std::string_view refusal = ApplyRefusal(Shown(), Confirmation(), shared_.Separators());
     if (!refusal.empty()) {
         shared_.Messages().Error(refusal);
         return;

@@ -48,12 +48,17 @@ PreferencesState JudgePreferences(const Preferences& page, std::string_view conf
     return {false, false, JudgePasswords(page, confirmation)};
 }
 
-std::string_view ApplyRefusal(const Preferences& page, std::string_view confirmation) {
+std::string_view ApplyRefusal(const Preferences& page, std::string_view confirmation,
+                              const LocaleSeparators& separators) {
     if (page.security && IsBlank(page.password)) {
         return "Password field is empty    ";
     }
     if (page.security && page.password != confirmation) {
         return "Passwords do not match   ";
+    }
+    if (page.security && !KeepsPassword(page.password, separators)) {
+        return "This password cannot be stored exactly as it was typed.\r"
+               "Please choose another one, with Western European letters only.";
     }
     return {};
 }

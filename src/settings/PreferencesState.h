@@ -46,8 +46,10 @@ struct PreferencesState {
                                                 std::string_view confirmation,
                                                 const Preferences& stored);
 
-/// Why the page cannot be applied; empty where it can.
-[[nodiscard]] std::string_view ApplyRefusal(const Preferences& page, std::string_view confirmation);
+/// Why the page cannot be applied; empty where it can. A password that the store would not give
+/// back is refused, since ZIPs would then be encrypted with another one.
+[[nodiscard]] std::string_view ApplyRefusal(const Preferences& page, std::string_view confirmation,
+                                            const LocaleSeparators& separators);
 
 /// The temporary folder when it is to be used: it exists, the user is to be asked about it, or the
 /// system's folder takes its place.

@@ -5,27 +5,30 @@
 
 namespace zarn {
 
+RegistryValue ToStore(std::string_view text, const LocaleSeparators& separators) {
+    if (IsNumericText(text, separators)) {
+        return {RegistryType::Number, {}, ToInt32(NumberFromText(text, separators))};
+    }
+    return {RegistryType::Text, std::string(Trim(text)), 0};
+}
+
+StoredValue FromStore(const RegistryValue& value) {
+    if (value.type == RegistryType::Number) {
+        return value.number;
+    }
+    return value.type == RegistryType::Text ? value.text.substr(0, value.text.find('\0')) : "";
+}
+
 StoredValue SettingsStore::ReadRegistryValue(RegistryHive hive, std::string_view key,
                                              std::string_view name) {
-    std::optional<RegistryValue> value = registry_.QueryValue(hive, key, name);
+    const std::optional<RegistryValue> value = registry_.QueryValue(hive, key, name);
     lastStatus_ = value ? RegistryStatus::Success : RegistryStatus::NotFound;
-    if (value && value->type == RegistryType::Number) {
-        return value->number;
-    }
-    if (value && value->type == RegistryType::Text) {
-        return value->text.substr(0, value->text.find('\0'));
-    }
-    return std::string();
+    return value ? FromStore(*value) : StoredValue();
 }
 
 void SettingsStore::SaveRegistryValue(RegistryHive hive, std::string_view key,
                                       std::string_view name, std::string_view value) {
-    if (IsNumericText(value, separators_)) {
-        SaveRegistryValue(hive, key, name, NumberFromText(value, separators_));
-        return;
-    }
-    lastStatus_ =
-        registry_.SetValue(hive, key, name, {RegistryType::Text, std::string(Trim(value)), 0});
+    lastStatus_ = registry_.SetValue(hive, key, name, ToStore(value, separators_));
 }
 
 void SettingsStore::SaveRegistryValue(RegistryHive hive, std::string_view key,

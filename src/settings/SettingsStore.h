@@ -14,6 +14,15 @@ namespace zarn {
 /// integer.
 using StoredValue = std::variant<std::string, std::int32_t>;
 
+/// What a text becomes in the store: a text that reads as a number in the locale is a 32-bit
+/// integer, rounded half to even; any other loses the blanks at its ends.
+/// Raises overflow for a number beyond 32 bits.
+[[nodiscard]] RegistryValue ToStore(std::string_view text, const LocaleSeparators& separators);
+
+/// What a value of the store is read as: a text up to its first NUL, an integer, or empty text for
+/// another type.
+[[nodiscard]] StoredValue FromStore(const RegistryValue& value);
+
 /// The store operations behind `Parameters`. A failure of the platform is not reported; it stays
 /// readable as the last status.
 class SettingsStore {
@@ -22,14 +31,11 @@ class SettingsStore {
     SettingsStore(Registry& registry, const LocaleSeparators& separators)
         : registry_(registry), separators_(separators) {}
 
-    /// The value; empty text if it is absent, of another type, or unreadable. A stored text ends
-    /// at its first NUL.
+    /// The value as `FromStore` gives it; empty text if it is absent or unreadable.
     [[nodiscard]] StoredValue ReadRegistryValue(RegistryHive hive, std::string_view key,
                                                 std::string_view name);
 
-    /// A value that reads as a number in the locale is stored as a 32-bit integer, rounded half
-    /// to even; any other is stored as text without the blanks at its ends.
-    /// Raises overflow for a number beyond 32 bits.
+    /// Stores a value as `ToStore` gives it, or a number. Raises overflow for one beyond 32 bits.
     void SaveRegistryValue(RegistryHive hive, std::string_view key, std::string_view name,
                            std::string_view value);
     void SaveRegistryValue(RegistryHive hive, std::string_view key, std::string_view name,

@@ -210,8 +210,40 @@ TEST_F(ParametersTest, APasswordIsScrambledInTheStore) {
     // What looks like a number is stored as one: it comes back by chance, or not at all.
     Settings().CompressPassword(CryptPass("12", false));
     EXPECT_EQ(Stored("Compress Password"), "#12");
-    Settings().CompressPassword(CryptPass("01", false));
-    EXPECT_NE(Settings().CompressPassword(), CryptPass("01", false)) << "the zero is lost";
+}
+
+TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
+    LocaleSeparators german;
+    german.decimal = ",";
+    german.group = ".";
+    const auto of = [](const char* scrambled) { return CryptPass(scrambled, false); };
+    using Case = std::tuple<std::string, bool, bool>;
+    for (const auto& [password, isKept, isKeptInGerman] :
+         {Case("secret", true, true), Case("Gr\u00FC\u00DFe \u20AC", true, true),
+          Case(" ", true, true), Case("\u4E2D", false, false), Case("a\xE9", false, false),
+          Case(std::string("a\0b", 3), false, false), Case(of("12"), false, false),
+          Case(of("-1E3"), false, false), Case(of("99999999999"), false, false),
+          Case(of("1E999"), false, false), Case(of("1.5.5"), true, false),
+          Case(of("1,5;"), true, true), Case(of("a "), false, false), Case(of(" a"), false, false),
+          Case(of("a b"), true, true)}) {
+        EXPECT_EQ(KeepsPassword(password, {}), isKept) << password;
+        EXPECT_EQ(KeepsPassword(password, german), isKeptInGerman) << password;
+        Settings().CompressPasswordProtect(0);
+        EXPECT_EQ(Settings().ZipPassword(), "");
+        Settings().CompressPasswordProtect(1);
+        if (isKept) {
+            Settings().CompressPassword(password);
+            EXPECT_EQ(Settings().ZipPassword(), password);
+        }
+    }
+    // What somebody else stored.
+    const RegistryValue number = {RegistryType::Number, {}, 12};
+    const auto text = [](const char* bytes) { return RegistryValue{RegistryType::Text, bytes, 0}; };
+    for (const RegistryValue& stored : {number, text(""), text("12"), text(" a"), text("\u4E2D")}) {
+        Store().SetValue(User, R"(Software\Zarn Technology\Zarn File Splitter\Preferences)",
+                         "Compress Password", stored);
+        EXPECT_EQ(Settings().ZipPassword(), std::nullopt) << stored.text;
+    }
 }
 
 TEST(CryptPassTest, EveryCodeComesBackAtEveryPosition) {

@@ -318,6 +318,11 @@ TEST_F(PreferencesPageTest, UndoesAndIsLeftWithWhatCannotBeApplied) {
         Open("COMPRESSION");
         Slider().Value(1);
         Click("ChkSecurity");
+        WritePasswords("\u4E2D", "\u4E2D");
+        const std::string before = StoreFile();
+        Page().CmdApply_Click();
+        EXPECT_TRUE(Message().starts_with("This password cannot be stored"));
+        EXPECT_EQ(StoreFile(), before);
         WritePasswords("new", "old");
         Write("txtTemporaryFolder", Folder().Drive());
         if (undoes) {

@@ -36,6 +36,9 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     constexpr const char* Empty = " Password and confirmation are empty ";
     constexpr const char* Blank = "Password field is empty    ";
     constexpr const char* NoMatch = "Passwords do not match   ";
+    constexpr const char* Lost =
+        "This password cannot be stored exactly as it was typed.\r"
+        "Please choose another one, with Western European letters only.";
     // The fields "stay" as they are, become "active" or "idle".
     using Case =
         std::tuple<bool, const char*, const char*, const char*, bool, const char*, const char*>;
@@ -46,6 +49,8 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
           Case(true, "", "", Empty, false, "active", Blank),
           Case(true, " ", "", Empty, false, "active", Blank),
           Case(true, "", "b", None, false, "active", Blank),
+          Case(true, "\u4E2D", "\u4E2D", None, false, "active", Lost),
+          Case(false, "\u4E2D", "\u4E2D", None, false, "idle", None),
           Case(false, "a", "b", Differ, true, "stay", None),
           Case(false, "a", "", Unconfirmed, true, "stay", None),
           Case(false, "a", "a", None, false, "idle", None)}) {
@@ -57,7 +62,7 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
         EXPECT_EQ(judged->confirmationIsWrong, isWrong);
         const char* change = judged->fieldsAreActive.value_or(false) ? "active" : "idle";
         EXPECT_STREQ(judged->fieldsAreActive ? change : "stay", fields);
-        EXPECT_EQ(ApplyRefusal(page, confirmation), refusal);
+        EXPECT_EQ(ApplyRefusal(page, confirmation, {}), refusal);
     }
 }
 
