@@ -58,7 +58,7 @@ std::string_view ApplyRefusal(const Preferences& page, std::string_view confirma
     }
     if (page.security && !KeepsPassword(page.password, separators)) {
         return "This password cannot be stored exactly as it was typed.\r"
-               "Please choose another one, with Western European letters only.";
+               "Please choose another one. Letters that are not Western European cannot be stored.";
     }
     return {};
 }

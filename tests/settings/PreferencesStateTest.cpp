@@ -38,7 +38,7 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     constexpr const char* NoMatch = "Passwords do not match   ";
     constexpr const char* Lost =
         "This password cannot be stored exactly as it was typed.\r"
-        "Please choose another one, with Western European letters only.";
+        "Please choose another one. Letters that are not Western European cannot be stored.";
     // The fields "stay" as they are, become "active" or "idle".
     using Case =
         std::tuple<bool, const char*, const char*, const char*, bool, const char*, const char*>;
