@@ -18,11 +18,15 @@ namespace zarn::testing {
 namespace {
 
 using enum RegistryStatus;
-using std::string_literals::operator""s;
 
 constexpr RegistryHive User = RegistryHive::CurrentUser;
 constexpr std::string_view Key = R"(Software\Zarn)";
 const std::string keyLine = "[HKEY_CURRENT_USER\\Software\\Zarn]\n";
+
+// A file with these lines below the key.
+std::string In(std::string_view lines) {
+    return keyLine + std::string(lines);
+}
 
 RegistryValue Text(std::string_view text) {
     return {RegistryType::Text, std::string(text), 0};
@@ -107,66 +111,51 @@ TEST_F(RegistryTest, KeysComeAndGo) {
     EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), Failed);
 }
 
-TEST_F(RegistryTest, AFileWrittenByHandIsTakenAndOtherTypesStay) {
-    home.Write("settings.reg", "[HKEY_CURRENT_USER\\SOFTWARE]\n; mine\n\n" + keyLine +
-                                   "\"other\"=hex(2):41,0A\n\"plain\"=hex:\n\"twice\"=\"a\"\n"
-                                   "\"TWICE\"=dword:0000000F\n\"b\"=hex(1):4a,4B\n");
-    EXPECT_EQ(store.QueryValue(User, Key, "other").value().type, RegistryType::Other);
-    EXPECT_EQ(store.QueryValue(User, Key, "twice").value().number, 15);
-    EXPECT_EQ(TextOf(store, "b"), "JK");
-    const std::string before = home.Read("settings.reg");
-    store.SetValue(User, Key, "B", Text("JK"));
-    EXPECT_EQ(home.Read("settings.reg"), before) << "nothing changed, the file stays";
-    store.SetValue(User, Key, "b", Text("L"));
-    EXPECT_EQ(home.Read("settings.reg"),
-              "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\SOFTWARE]\n\n" + keyLine +
-                  "\"b\"=\"L\"\n\"other\"=hex(2):41,0A\n\"plain\"=hex:\n"
-                  "\"TWICE\"=dword:0000000f\n");
-}
-
 TEST_F(RegistryTest, WhatPeopleAndRegistryEditorsWriteIsTaken) {
-    std::string wide = "\xFE\xFF";
-    for (const char byte : "REGEDIT4\r\n\r\n" + keyLine + "\"a\"=\"#\"\r\n") {
-        wide += byte == '#' ? "\xD8\x3D\xDE\x00"s : "\0"s + byte;
+    std::string bigEnd = "\xFE\xFF";
+    for (const char byte : "REGEDIT4\r\n\r\n" + In("\"a\"=\"#\"\r\n")) {
+        bigEnd += byte == '#' ? std::string("\xD8\x3D\xDE\0", 4) : std::string({'\0', byte});
     }
-    std::string wideLittleEnd = wide;
-    for (std::size_t at = 0; at < wide.size(); at += 2) {
-        std::swap(wideLittleEnd[at], wideLittleEnd[at + 1]);
+    std::string littleEnd = bigEnd;
+    for (std::size_t at = 0; at < bigEnd.size(); at += 2) {
+        std::swap(littleEnd[at], littleEnd[at + 1]);
     }
     using Case = std::pair<std::string, std::string>;
     for (const auto& [text, value] :
          {Case("\xEF\xBB\xBF[hkey_Current_USER\\SOFTWARE\\zarn]\r\n \t\r\n\t\"A\" =\t\"b\" \r\n",
                "b"),
-          Case("Windows Registry Editor Version 5.00\r\r" + keyLine + "\"a\"=\"b\"", "b"),
-          Case(wide, "\U0001F600"), Case(wideLittleEnd, "\U0001F600"),
-          Case(keyLine + "\"a\"=\"caf\xE9\"\n\"\u00E9\"=\"\"", "caf\u00E9"),
-          Case(keyLine + "\"a\"=\"b;\";c\n;d\n  ; \"", "b;"),
-          Case(keyLine + "\"a\"=DWord: fF ; mine", "#255"), Case(keyLine + "\"a\"=dword:1\n", "#1"),
-          Case(keyLine + "\"a\"=dword:FFFFFFFE", "#-2"),
-          Case(keyLine + "\"a\"=HEX(1):63, 61,\\\r\n  66,\\\n c3,a9 ; e\r\n", "caf\u00E9"),
-          Case(keyLine + "\"b\"=hex(7):63,\\\n 61\n@=hex:\n\"a\"=\"\"", "")}) {
+          Case("Windows Registry Editor Version 5.00\r\r" + In(R"("a"="b")"), "b"),
+          Case(bigEnd, "\U0001F600"), Case(littleEnd, "\U0001F600"),
+          Case(In("\"a\"=\"caf\xE9\"\n\"\u00E9\"=\"\""), "caf\u00E9"),
+          Case(In("\"a\"=\"b;\";c\n;d\n  ; \""), "b;"), Case(In(R"("a"=DWord: fF ; mine)"), "#255"),
+          Case(In(R"("a"=dword:1)"), "#1"), Case(In(R"("a"=dword:FFFFFFFE)"), "#-2"),
+          Case(In("\"a\"=HEX(1):63, 61,\\\r\n  66,\\\n c3,a9 ; e\r\n"), "caf\u00E9"),
+          Case("[HKEY_CURRENT_USER\\SOFTWARE]\n" +
+                   In("\"o\"=hex(2):63,\\\n 6A\n@=hex:\n\"a\"=\"1\"\n\"A\"=\"2\""),
+               "2")}) {
         home.Write("settings.reg", text);
-        const RegistryValue found =
-            store.QueryValue(User, Key, "a").value_or(Text("(missing) " + text));
-        EXPECT_EQ(
-            found.type == RegistryType::Number ? "#" + std::to_string(found.number) : found.text,
-            value);
+        const RegistryValue found = store.QueryValue(User, Key, "a").value_or(Text("(missing)"));
+        const bool isNumber = found.type == RegistryType::Number;
+        EXPECT_EQ(isNumber ? "#" + std::to_string(found.number) : found.text, value) << text;
+        EXPECT_EQ(store.SetValue(User, Key, "A", found), Success);
+        EXPECT_EQ(home.Read("settings.reg"), text) << "nothing changed, the file stays";
         EXPECT_EQ(store.SetValue(User, Key, "n", Number(1)), Success);
     }
+    EXPECT_EQ(store.QueryValue(User, Key, "o").value().type, RegistryType::Other);
     EXPECT_EQ(home.Read("settings.reg"),
-              "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\Software]\n\n" + keyLine +
-                  "@=hex:\n\"a\"=\"\"\n\"b\"=hex(7):63,61\n\"n\"=dword:00000001\n");
+              "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\SOFTWARE]\n\n" +
+                  In("@=hex:\n\"A\"=\"2\"\n\"n\"=dword:00000001\n\"o\"=hex(2):63,6A\n"));
     EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
 }
 
 TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWriteAndToldOnce) {
-    const std::string good = keyLine + "\"a\"=\"b\"\n";
+    const std::string good = In("\"a\"=\"b\"\n");
     std::string deep = "[HKEY_CURRENT_USER";
     for (int level = 0; level < 300'000; ++level) {
         deep += "\\a";
     }
     std::vector<std::string> damaged = {"\"a\"=\"b\"\n", deep + "]\n", "\xFF\xFE[",
-                                        "\xFF\xFE\x3D\xD8[\0"s,
+                                        std::string("\xFF\xFE\x3D\xD8[\0", 6),
                                         "[HKEY_LOCAL_MACHINE\\Software\\Zarn]\n"};
     for (const char* line :
          {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:)",
@@ -182,12 +171,12 @@ TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWriteAndToldOnce) {
         EXPECT_EQ(home.Read("settings.reg"), text) << "a read changes nothing";
         EXPECT_EQ(store.SetValue(User, Key, "new", Text("x")), Success);
         EXPECT_EQ(TextOf(store, "new"), "x");
-        const std::string number = count == 1 ? "" : "-" + std::to_string(count);
-        EXPECT_EQ(home.Read("settings.reg.damaged" + number), text);
-        const std::string line = text.starts_with(good) ? "3" : "1";
-        EXPECT_EQ(store.TakeNotice(), "The settings file cannot be read, since its line " + line +
-                                          " is wrong.\rIt is kept as\r" +
-                                          home.System("settings.reg.damaged") + number +
+        const std::string name =
+            "settings.reg.damaged" + (count == 1 ? "" : "-" + std::to_string(count));
+        EXPECT_EQ(home.Read(name), text);
+        EXPECT_EQ(store.TakeNotice(), "The settings file cannot be read, since its line " +
+                                          std::string(text.starts_with(good) ? "3" : "1") +
+                                          " is wrong.\rIt is kept as\r" + home.System(name) +
                                           "\rAll settings have their defaults now.");
         EXPECT_EQ(store.TakeNotice(), "");
     }
@@ -214,14 +203,14 @@ TEST_F(RegistryTest, WhatCannotBeWrittenHoldsAllTheSameAndIsToldOnce) {
     // A value that can be written again is that of the file.
     home.MakeFolder("settings.lock");
     SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed); });
-    std::filesystem::remove(home.System("settings.lock"));
+    std::filesystem::rename(home.System("settings.lock"), home.System("folder"));
     EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
-    home.Write("settings.reg", keyLine + "\"a\"=\"d\"");
+    home.Write("settings.reg", In(R"("a"="d")"));
     EXPECT_EQ(TextOf(store, "a"), "d");
     // A damaged file stays where it cannot be kept aside.
     home.Write("settings.reg", "rubbish");
     std::filesystem::remove(home.System("settings.lock"));
-    home.MakeFolder("settings.lock");
+    std::filesystem::create_symlink("folder", home.System("settings.lock"));
     SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("e")), Failed); });
     EXPECT_TRUE(Contains(store.TakeNotice(), "kept as\r" + home.System("settings.reg\r")));
     EXPECT_EQ(home.Read("settings.reg"), "rubbish");
@@ -249,7 +238,7 @@ TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesB
         EXPECT_TRUE(Contains(said, "cannot read its settings (" + file + ": ")) << said;
         EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
         std::filesystem::remove(file);
-        home.Write("settings.reg", keyLine + "\"a\"=\"true\"");
+        home.Write("settings.reg", In(R"("a"="true")"));
         EXPECT_EQ(TextOf(other, "a") + TextOf(other, "own"), "trueb");
         std::filesystem::remove(file);
         std::filesystem::remove(home.System("settings.lock"));
@@ -259,22 +248,18 @@ TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesB
     }
 }
 
-TEST_F(RegistryTest, LinksStayAndTheirTargetIsWritten) {
+TEST_F(RegistryTest, LinksStayAndTheirTargetIsWrittenAndKeptAside) {
     home.MakeFolder("dots");
     std::filesystem::create_symlink("link", home.System("settings.reg"));
     std::filesystem::create_symlink(home.System("dots/mine"), home.System("link"));
-    for (const char* before : {"", "rubbish"}) {
-        if (*before != '\0') {
-            home.Write("dots/mine", before);
-        }
-        EXPECT_EQ(store.SetValue(User, Key, "a", Text(before)), Success);
-        EXPECT_EQ(TextOf(store, "a"), before);
-        EXPECT_TRUE(Contains(home.Read("dots/mine"), keyLine));
-    }
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Success);
+    EXPECT_EQ(TextOf(store, "a"), "b");
+    home.Write("dots/mine", "rubbish");
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
+    EXPECT_EQ(TextOf(store, "a"), "c");
     EXPECT_EQ(home.Read("dots/mine.damaged"), "rubbish");
-    EXPECT_EQ(home.Names(),
-              (std::vector<std::string>{"dots", "link", "settings.lock", "settings.reg"}));
     EXPECT_TRUE(std::filesystem::is_symlink(home.System("settings.reg")));
+    EXPECT_TRUE(std::filesystem::is_symlink(home.System("link")));
 }
 
 TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {
