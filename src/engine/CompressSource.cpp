@@ -76,7 +76,7 @@ void SplitterEngine::WriteArchive(const std::string& source, std::int32_t level)
     const ZipResult result = platform.zipWriter->Write(order, listener);
     source_ = source;
     sourceFile_ = result.source;
-    archiveFile_ = result.isWritten ? platform.fileSystem->Identity(archive_) : std::nullopt;
+    archiveFile_ = result.archive;
 }
 
 // An archive that has taken the place of its source stays.

@@ -27,8 +27,8 @@ struct ZipListener {
 };
 
 struct ZipResult {
-    bool isWritten = false;
-    std::optional<FileIdentity> source;  ///< the file that was read; nothing if it was not opened
+    std::optional<FileIdentity> archive;  ///< nothing if it could not be written
+    std::optional<FileIdentity> source;   ///< the file that was read; nothing if it was not opened
 };
 
 /// Writes a ZIP archive of one file.

@@ -112,8 +112,9 @@ Deletion Files::FileDelete(std::string_view path, const FileIdentity& opened) {
         return Deletion::Missing;
     }
     try {
-        if (fileSystem_.Identity(path) != opened) {
-            return Deletion::OtherFile;
+        const std::optional<FileIdentity> found = fileSystem_.Identity(path);
+        if (found != opened) {
+            return found ? Deletion::OtherFile : Deletion::Refused;
         }
         FilesAtt(path);
         return fileSystem_.DeleteSameFile(path, opened);

@@ -128,7 +128,7 @@ TEST_F(Shell, RefusesARemovableDestination) {
     folder.Write("stick/data.bin", content);
     for (const std::string& there : {folder.System("stick"), folder.System()}) {
         const bool isRelative = there != folder.System();
-        EXPECT_EQ(Start({isRelative ? "/F=data.bin" : "/F=r:\\data.bin", "/PN=2"}, there).error,
+        EXPECT_EQ(Start({isRelative ? "/F=data.bin" : "/F=b:\\data.bin", "/PN=2"}, there).error,
                   "Error\nDestination Folder must be a Fixed Unit ... \n");
     }
 }

@@ -35,22 +35,27 @@ std::string MoveAside(const std::string& path) {
     return aside;
 }
 
+Deletion Judge(const std::string& path, const FileIdentity& identity) {
+    const std::optional<FileIdentity> found = IdentityOf(path);
+    return found == identity ? Deletion::Done : found ? Deletion::OtherFile : Deletion::Refused;
+}
+
 // A name stands for one file only as long as nobody renames another over it. A file that cannot be
 // renamed is deleted under its own name, in the call after the look.
 Deletion DeleteIfSame(const std::string& path, const FileIdentity& identity) {
-    if (IdentityOf(path) != identity) {
-        return Deletion::OtherFile;
+    if (const Deletion first = Judge(path, identity); first != Deletion::Done) {
+        return first;
     }
     const std::string aside = MoveAside(path);
     const std::string& place = aside.empty() ? path : aside;
-    const bool isSame = IdentityOf(place) == identity;
-    if (isSame && unlink(place.c_str()) == 0) {
-        return Deletion::Done;
+    Deletion result = Judge(place, identity);
+    if (result == Deletion::Done) {
+        result = unlink(place.c_str()) == 0 ? Deletion::Done : Deletion::Refused;
     }
-    if (!aside.empty()) {
+    if (result != Deletion::Done && !aside.empty()) {
         static_cast<void>(RenameWithoutReplacing(aside, path));
     }
-    return isSame ? Deletion::Refused : Deletion::OtherFile;
+    return result;
 }
 
 // A folder that nobody else can read or put anything into.

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <exception>
+#include <optional>
 #include <string>
 
 #include "platform/linux/FileDescriptor.h"
@@ -87,9 +88,11 @@ class Draft {
 
     [[nodiscard]] bool IsThere() const { return isThere_; }
     [[nodiscard]] const std::string& Path() const { return path_; }
-    [[nodiscard]] bool Becomes(const std::string& archive) {
-        isThere_ = RenameWithoutReplacing(path_, archive) != 0;
-        return !isThere_;
+    /// Nothing if the name is taken.
+    [[nodiscard]] std::optional<FileIdentity> Become(const std::string& archive) {
+        const std::optional<FileIdentity> identity = IdentityOf(path_);
+        isThere_ = !identity || RenameWithoutReplacing(path_, archive) != 0;
+        return isThere_ ? std::nullopt : identity;
     }
 
   private:
@@ -138,8 +141,9 @@ ZipResult LinuxZipWriter::Write(const ZipOrder& order, const ZipListener& listen
     }
     const FolderChange change = paths_->Changing(archive);
     Draft draft(archive);
-    result.isWritten =
-        draft.IsThere() && WriteDraft(draft, source, order, listener) && draft.Becomes(archive);
+    if (draft.IsThere() && WriteDraft(draft, source, order, listener)) {
+        result.archive = draft.Become(archive);
+    }
     return result;
 }
 
