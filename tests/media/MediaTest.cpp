@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <map>
 
 #include "engine/SplitterEngine.h"
 #include "support/RunProgram.h"
+#include "support/TestMount.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -24,55 +19,6 @@ constexpr std::size_t Floppy = 1440 * Kilobyte;
 constexpr std::size_t FloppyPart = 1457275;
 constexpr const char* WriteError =
     "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n";
-
-/// A memory file system of a given size, mounted in a folder that only this process and its
-/// children see. It takes a kernel that lets the user have a mount name space; the test fails
-/// where it does not.
-class Medium {
-  public:
-    explicit Medium(std::size_t bytes) : options_("size=" + std::to_string(bytes)) {
-        static const bool entered = EnterMountNamespace();
-        EXPECT_TRUE(entered) << "no mount name space: " << std::strerror(errno);
-        Mount();
-    }
-    Medium(const Medium&) = delete;
-    Medium& operator=(const Medium&) = delete;
-    ~Medium() { Unmount(); }
-
-    /// Takes the medium out and puts an empty one of the same size in.
-    void Replace() const {
-        Unmount();
-        Mount();
-    }
-
-    /// The folder it is mounted in.
-    TestFolder folder;
-
-  private:
-    // Once a process: whoever is not root becomes root of a user name space of its own.
-    static bool EnterMountNamespace() {
-        const std::string user = std::to_string(geteuid());
-        const std::string group = std::to_string(getegid());
-        const bool root = geteuid() == 0;
-        if (unshare(root ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0) {
-            return false;
-        }
-        if (!root) {
-            std::ofstream("/proc/self/setgroups") << "deny";
-            std::ofstream("/proc/self/uid_map") << "0 " + user + " 1";
-            std::ofstream("/proc/self/gid_map") << "0 " + group + " 1";
-        }
-        return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-    }
-
-    void Mount() const {
-        EXPECT_EQ(mount("medium", folder.System().c_str(), "tmpfs", 0, options_.c_str()), 0)
-            << std::strerror(errno);
-    }
-    void Unmount() const { EXPECT_EQ(umount(folder.System().c_str()), 0) << std::strerror(errno); }
-
-    std::string options_;
-};
 
 /// A program's run with a film of 5 MB, and settings of the test's own.
 class FullMedium : public ::testing::Test {
@@ -90,20 +36,8 @@ class FullMedium : public ::testing::Test {
     const std::string film = TestBytes(5 * Megabyte);
 };
 
-TEST_F(FullMedium, EndsASplitWithItsWordsAndKeepsTheSource) {
-    const Medium medium(2 * Megabyte);
-    shared.Parameters().DeleteSource(1);
-    const ProgramResult result = Split({"/D=" + medium.folder.Drive(), "/PS=1MB"});
-    EXPECT_EQ(result.error, WriteError);
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(medium.folder.Names(), (Names{"FILM.AVI_Part1", "FILM.AVI_Part2", "FILM.AVI_Part3"}));
-    EXPECT_TRUE(medium.folder.Read("FILM.AVI_Part1") + medium.folder.Read("FILM.AVI_Part2") ==
-                film.substr(0, 2 * Megabyte));
-    EXPECT_TRUE(home.Read("FILM.AVI") == film);
-}
-
 TEST_F(FullMedium, EndsAJoinWithoutTheLossOfAFile) {
-    const Medium medium(8 * Megabyte);
+    const TestMount medium(8 * Megabyte);
     EXPECT_EQ(Split({"/D=" + medium.folder.Drive(), "/PN=2", "/DP"}).error, "");
     medium.folder.Write("FILM.AVI", "old");
     const Names before = medium.folder.Names();
@@ -129,7 +63,7 @@ TEST_F(FullMedium, MayAlsoBeALimitOfTheProcess) {
 }
 
 TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {
-    const Medium medium(Megabyte);
+    const TestMount medium(Megabyte);
     const std::string source = home.Drive("FILM.AVI");
     const std::string target = medium.folder.Drive("FILM.AVI");
     EXPECT_EQ(Split({"/PN=2"}).error, "");
@@ -145,17 +79,6 @@ TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {
     EXPECT_TRUE(home.Read("FILM.AVI") == film);
     EXPECT_EQ(medium.folder.Names(), Names{"FILM.AVI"});
     EXPECT_EQ(medium.folder.Read("FILM.AVI"), "old");
-}
-
-TEST_F(FullMedium, EndsACompressedSplitWithTheArchiveThatWasThere) {
-    const Medium medium(Megabyte);
-    shared.Parameters().TemporaryFolder(medium.folder.Drive() + "\\");
-    shared.Parameters().DeleteSource(1);
-    medium.folder.Write("FILM.zip", "older");
-    EXPECT_EQ(Split({"/D=" + home.Drive("out"), "/PN=2", "/C", "/CL=1"}).error, WriteError);
-    EXPECT_EQ(medium.folder.Names(), Names{"FILM.zip"});
-    EXPECT_EQ(medium.folder.Read("FILM.zip"), "older");
-    EXPECT_TRUE(home.Read("FILM.AVI") == film);
 }
 
 // Keeps what is on a medium, then puts the next one in when it is asked for.
@@ -178,7 +101,7 @@ class Swapper : public SplitterEvents {
         }
     }
 
-    Medium medium{Floppy};
+    TestMount medium{Floppy};
     std::map<std::string, std::string> kept;
 };
 
