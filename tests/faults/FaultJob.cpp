@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <sstream>
 
 #include "platform/linux/LinuxPlatform.h"
@@ -18,13 +19,18 @@ void StoreSettings(const Job& job, const TestFolder& folder) {
     SharedObjects shared(MakeLinuxPlatform(
         {folder.System("config/ZarnFileSplitter"), folder.System("cache"), folder.System("tmp")}));
     Parameters& parameters = shared.Parameters();
-    parameters.TemporaryFolder(folder.Drive("tmp") + "\\");
+    parameters.TemporaryFolder(folder.Drive("tmp") + (job.Has(Job::NoBackslash) ? "" : "\\"));
     parameters.DeleteSource(job.Has(Job::DeletesSource) ? 1 : 0);
     StoredValue deletesParts = 1;
     parameters.DeleteSplitParts(deletesParts);
     parameters.CompressDestination(1);
     parameters.CompressPasswordProtect(job.Has(Job::Encrypted) ? 1 : 0);
     parameters.CompressPassword(Password);
+}
+
+// '@' in an argument stands for the folder.
+std::string InFolder(const TestFolder& folder, const std::string& argument) {
+    return Replace(argument, "@", folder.Drive());
 }
 
 void PrepareSplit(const Job& job, const TestFolder& folder) {
@@ -51,11 +57,12 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
     folder.Write("PARTS/DATA.BIN_Part1.bak", "somebody's copy");
     folder.Write("DEST/DATA.BIN", "an older result elsewhere");
     folder.Write("DEST/NOTE.TXT", "a note");
-    if (job.Has(Job::Moves)) {
-        const std::string target = "\"" + folder.Drive("DEST/DATA.BIN") + "\"";
+    if (!job.Has(Job::Cancelled) && job.arguments.size() > 1) {
+        const std::string script = InFolder(folder, job.arguments[0]);
+        const std::string target = "\"" + InFolder(folder, job.arguments[1]) + "\"";
         folder.Write("PARTS/DATA.BIN_Part0_TMP.bat",
                      folder.Read("PARTS/DATA.BIN_Part0.bat") + "Del " + target + "\r\nMove \"" +
-                         folder.Drive("PARTS/DATA.BIN") + "\" " + target + "\r\n");
+                         script.substr(0, script.find("_Part0")) + "\" " + target + "\r\n");
     }
     RestoreSnapshot(folder.System("IN"), {});
 }
@@ -65,6 +72,7 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
 const std::vector<Job>& Jobs() {
     using Words = std::vector<std::string>;
     static const Words split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\OUT)", "/PN=3"};
+    static const Words bySize = {split[0], split[1], "/PS=0.0078125MB"};
     const auto with = [](Words words) {
         words.insert(words.begin(), split.begin(), split.end());
         return words;
@@ -74,7 +82,7 @@ const std::vector<Job>& Jobs() {
     static const Words move = {R"(@\PARTS\DATA.BIN_Part0_TMP.bat)", R"(@\DEST\DATA.BIN)"};
     static const std::vector<Job> jobs = {
         {"Split", Road::Split, with({"/DP"})},
-        {"SplitThroughABuffer", Road::Split, split, "buffered", {Job::OverEarlier}},
+        {"SplitThroughABuffer", Road::Split, bySize, "buffered", {Job::OverEarlier}},
         {"SplitOfSharedBlocks", Road::Split, split, "shares", {Job::DeletesSource}},
         {"SplitThatDeletes", Road::Split, with({"/DS"}), "", {Job::DeletesAlways}},
         {"Compressed", Road::Split, with({"/C", "/CL=5"}), "", {Job::Compressed}},
@@ -92,6 +100,11 @@ const std::vector<Job>& Jobs() {
         {"Settings", Road::Settings, with({"/DP", "/TEST"})},
     };
     return jobs;
+}
+
+bool WantsAll() {
+    const char* value = std::getenv("ZARN_FAULTS");
+    return value != nullptr && std::string(value) == "all";
 }
 
 const std::string& Content() {
@@ -121,22 +134,28 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
     notes.Write("log", "");
     std::vector<std::string> arguments;
     for (const std::string& argument : job.arguments) {
-        arguments.push_back(Replace(argument, "@", folder.Drive()));
+        arguments.push_back(InFolder(folder, argument));
     }
-    const ProgramResult program = RunProgram(programs.at(job.road), arguments,
-                                             {{"XDG_CONFIG_HOME", folder.System("config")},
-                                              {"XDG_CACHE_HOME", folder.System("cache")},
-                                              {"TMPDIR", folder.System("tmp")},
-                                              // The sanitizers' layer need not be the first.
-                                              {"ASAN_OPTIONS", "verify_asan_link_order=0"},
-                                              {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
-                                              {"ZARN_FAULT_FOLDER", folder.System()},
-                                              {"ZARN_FAULT_NUMBER", std::to_string(fault.number)},
-                                              {"ZARN_FAULT_KIND", fault.kind},
-                                              {"ZARN_FAULT_STAYS", fault.stays ? "1" : ""},
-                                              {"ZARN_FAULT_VOLUME", job.volume},
-                                              {"ZARN_FAULT_LOG", notes.System("log")}},
-                                             folder.System());
+    const ProgramResult program =
+        RunProgram(job.Has(Job::Cancelled) ? "ZarnSfvJob" : programs.at(job.road), arguments,
+                   {{"XDG_CONFIG_HOME", folder.System("config")},
+                    {"XDG_CACHE_HOME", folder.System("cache")},
+                    {"TMPDIR", folder.System("tmp")},
+                    {"LC_ALL", "C"},
+                    // The sanitizers' layer need not be the first.
+                    {"ASAN_OPTIONS", "verify_asan_link_order=0"},
+                    {"DISPLAY", ""},
+                    {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
+                    {"ZARN_FAULT_FOLDER", folder.System()},
+                    {"ZARN_FAULT_NUMBER", std::to_string(fault.number)},
+                    {"ZARN_FAULT_KIND", fault.kind},
+                    {"ZARN_FAULT_STAYS", fault.stays ? "1" : ""},
+                    {"ZARN_FAULT_FROM", folder.System(fault.from)},
+                    {"ZARN_FAULT_TO", folder.System(fault.to)},
+                    {"ZARN_FAULT_VIEW", job.view},
+                    {"ZARN_FAULT_VOLUME", job.volume},
+                    {"ZARN_FAULT_LOG", notes.System("log")}},
+                   folder.System(job.current));
     WatchedRun run = {program.status, program.error, program.status == 128 + SIGALRM,
                       program.status == 128 + SIGKILL};
     std::istringstream log(Replace(notes.Read("log"), folder.System() + "/", ""));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <optional>
 #include <ostream>
 #include <set>
@@ -23,7 +25,10 @@ struct Job {
         DeletesAlways,  ///< by `/DS`, however the run ended
         OverEarlier,    ///< parts and script of an earlier job are there
         DeletesParts,   ///< a join's script does
-        Moves           ///< a join's result, to `DEST`
+        Moves,          ///< a join's result, to `DEST`
+        MovesHome,      ///< a join's result, to where it is already
+        Cancelled,
+        NoBackslash  ///< behind the temporary folder: the archive has to be moved into it
     };
 
     std::string name;
@@ -31,13 +36,25 @@ struct Job {
     std::vector<std::string> arguments;  ///< '@' stands for the folder
     std::string volume = {};             ///< what the volume is like
     std::set<Trait> traits = {};
+    std::string view = {};     ///< another path of the folder, which the arguments may have
+    std::string current = {};  ///< the folder in it in which the program starts
 
     [[nodiscard]] bool Has(Trait trait) const { return traits.contains(trait); }
     /// The name of what is cut, as the parts carry it.
-    [[nodiscard]] std::string Stem() const { return Has(Compressed) ? "DATA.zip" : "DATA.BIN"; }
+    [[nodiscard]] std::string Stem() const {
+        return Has(NoBackslash) ? "tmpDATA.zip" : Has(Compressed) ? "DATA.zip" : "DATA.BIN";
+    }
 };
 
 [[nodiscard]] const std::vector<Job>& Jobs();
+
+/// True if the user has asked for all runs instead of a sample.
+[[nodiscard]] bool WantsAll();
+
+/// Where a job's folder is made: nothing has to reach a disk.
+[[nodiscard]] inline TestFolder FolderInMemory() {
+    return access("/dev/shm", W_OK) == 0 ? TestFolder("/dev/shm") : TestFolder();
+}
 
 void PrintTo(const Job& job, std::ostream* stream);
 
@@ -55,6 +72,8 @@ struct Fault {
     std::size_t number = 0;
     std::string kind = {};
     bool stays = false;
+    std::string from = {};  ///< what somebody else moves, in the folder
+    std::string to = {};    ///< and where to
 };
 
 struct FileOperation {

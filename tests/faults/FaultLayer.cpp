@@ -6,8 +6,13 @@
 //   ZARN_FAULT_FOLDER  the folder
 //   ZARN_FAULT_NUMBER  n, from 1; 0 lets all pass
 //   ZARN_FAULT_KIND    what becomes of it: ENOSPC, EIO, EACCES, ENOENT or EINTR; `half` of the
-//   bytes
-//                      that were asked for; `kill`, or `kill-within` (half of the bytes are moved)
+//                      bytes that were asked for; `kill`, or `kill-within` (half of the bytes are
+//                      moved); or somebody does something before it, and it goes on: `rename` gives
+//                      a file another name (a file of that name gets the first one), `rewrite`
+//                      moves its bytes into the place of another's
+//   ZARN_FAULT_FROM    the file
+//   ZARN_FAULT_TO      the other file, or the name
+//   ZARN_FAULT_VIEW    another path of the folder
 //   ZARN_FAULT_STAYS   set: every later one fails too; of ENOSPC those that need space
 //   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
 //                      (it shares blocks), `split` (each folder is a volume of its own)
@@ -20,6 +25,7 @@
 #include <linux/fs.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/vfs.h>
@@ -92,9 +98,29 @@ struct Layer {
         if (kind == "kill") {
             Kill();
         }
+        Interfere();
         bytes = (bytes + 1) / 2;
         const auto found = errors.find(kind);
         return found == errors.end() ? 0 : found->second;
+    }
+
+    // A file that is rewritten must be there: no new one is made.
+    void Interfere() const {
+        const std::string from = Variable("ZARN_FAULT_FROM");
+        const std::string to = Variable("ZARN_FAULT_TO");
+        const auto rename = Next("renameat2", renameat2);
+        if (kind == "rename" &&
+            rename(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) != 0) {
+            rename(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0);
+        } else if (kind == "rewrite") {
+            const int source = Next("open", open)(from.c_str(), O_RDONLY);
+            const int target = Next("open", open)(to.c_str(), O_WRONLY | O_TRUNC);
+            if (Next("sendfile", sendfile)(target, source, nullptr, INT_MAX) > 0) {
+                Next("unlink", unlink)(from.c_str());
+            }
+            Next("close", close)(source);
+            Next("close", close)(target);
+        }
     }
 
     // Watches a file, where there is one and it lies in the folder.
@@ -106,6 +132,7 @@ struct Layer {
 
     const std::string folder = Variable("ZARN_FAULT_FOLDER");
     const std::string kind = Variable("ZARN_FAULT_KIND");
+    const std::string view = Variable("ZARN_FAULT_VIEW");
     const std::string volume = Variable("ZARN_FAULT_VOLUME");
     const bool stays = !Variable("ZARN_FAULT_STAYS").empty();
     const long number = std::strtol(Variable("ZARN_FAULT_NUMBER").c_str(), nullptr, 10);
@@ -139,6 +166,10 @@ std::string Watched(const char* path) {
         whole = getcwd(current.data(), current.size()) == nullptr
                     ? std::string()
                     : std::string(current.data()) + "/" + path;
+    }
+    const std::string& view = TheLayer().view;
+    if (!view.empty() && (whole + "/").starts_with(view + "/")) {
+        whole.replace(0, view.size(), folder);
     }
     return (whole + "/").starts_with(folder + "/") ? whole : std::string();
 }

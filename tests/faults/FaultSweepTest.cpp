@@ -3,10 +3,8 @@
 // `ZARN_FAULTS=all` in the environment it takes all of them, which needs minutes.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <random>
 
 #include "faults/Verdict.h"
@@ -14,11 +12,6 @@
 namespace zarn::testing {
 
 namespace {
-
-bool WantsAll() {
-    const char* value = std::getenv("ZARN_FAULTS");
-    return value != nullptr && std::string(value) == "all";
-}
 
 // What can become of a call.
 std::vector<Fault> FaultsOf(std::size_t number, const std::string& call) {
@@ -68,9 +61,7 @@ class Faults : public ::testing::TestWithParam<Job> {
     }
 
     const Job& job_ = GetParam();
-    // Nothing has to reach a disk.
-    const TestFolder folder_ =
-        access("/dev/shm", W_OK) == 0 ? TestFolder("/dev/shm") : TestFolder();
+    const TestFolder folder_ = FolderInMemory();
     Snapshot before_;
     WatchedRun run_;
     Snapshot clean_;

@@ -1,9 +1,13 @@
 // Runs a job as the window does, without the window: `SOURCE FOLDER` is split in three, the
-// checksums of the parts are written, and the source goes if the settings say so.
+// checksums of the parts are written, and the source goes if the settings say so. With the word
+// `split` behind it that job is cancelled halfway; `SCRIPT FILE join` is a join that the user
+// cancels.
 
 #include "engine/SharedProgress.h"
 #include "engine/SplitterEngine.h"
 #include "engine/SplitterEvents.h"
+#include "join/JoinRun.h"
+#include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
@@ -13,10 +17,34 @@
 
 namespace {
 
-void Run(zarn::SharedObjects& shared, const std::string& source, const std::string& folder) {
+struct CancelsHalfway : zarn::SplitterEvents {
+    void StatusSplitt(std::int32_t percent, std::int32_t /*currentPart*/,
+                      std::int32_t /*totalParts*/, double /*startTime*/) override {
+        constexpr std::int32_t Half = 50;
+        progress.StopRequested = cancels && percent >= Half;
+    }
     zarn::SharedProgress progress;
-    zarn::SplitterEvents nobodyListens;
-    zarn::SplitterEngine engine(shared, progress, nobodyListens);
+    bool cancels = false;
+};
+
+struct NobodyWaits : zarn::MessageQueue {
+    void Run() override {}
+    void Wait(std::chrono::milliseconds /*time*/) override {}
+};
+
+void CancelJoin(zarn::SharedObjects& shared, const std::string& script, const std::string& file) {
+    zarn::JoinRun run(shared, {script, file});
+    run.PrepareScript();
+    zarn::ScriptInterpreter interpreter(*shared.Platform().fileSystem);
+    static_cast<void>(interpreter.Run(zarn::TempScript(script), file));
+    run.RemoveResults();
+}
+
+void Run(zarn::SharedObjects& shared, const std::string& source, const std::string& folder,
+         bool cancels) {
+    CancelsHalfway events;
+    events.cancels = cancels;
+    zarn::SplitterEngine engine(shared, events.progress, events);
     double partSize = 0;
     engine.SplittFile(source, folder, partSize, false, false, "Parts", 3, true);
     std::vector<zarn::SfvEntry> entries;
@@ -30,7 +58,9 @@ void Run(zarn::SharedObjects& shared, const std::string& source, const std::stri
             entry.Name = engine.tabFilesMatrix(index);
         }
     }
-    zarn::BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
+    if (!cancels) {
+        zarn::BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
+    }
     if (shared.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();
         engine.DeleteSource(source);
@@ -41,9 +71,14 @@ void Run(zarn::SharedObjects& shared, const std::string& source, const std::stri
 
 int main(int count, char** arguments) {
     zarn::SharedObjects shared(zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment()));
+    shared.Platform().messageQueue = std::make_unique<NobodyWaits>();
     const std::vector<std::string> words(arguments + 1, arguments + count);
     try {
-        Run(shared, words.at(0), words.at(1));
+        if (words.back() == "join") {
+            CancelJoin(shared, words.at(0), words.at(1));
+        } else {
+            Run(shared, words.at(0), words.at(1), words.back() == "split");
+        }
     } catch (const zarn::RuntimeError& error) {
         zarn::ReportCriticalError(error, shared);
     }

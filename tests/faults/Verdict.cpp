@@ -15,7 +15,6 @@ namespace {
 using Words = std::set<std::string>;
 
 constexpr const char* Source = "IN/DATA.BIN";
-constexpr const char* Archive = "tmp/DATA.zip";
 constexpr const char* Beside = "PARTS/DATA.BIN";
 constexpr const char* Elsewhere = "DEST/DATA.BIN";
 
@@ -38,6 +37,14 @@ std::string PartPath(const Job& job, const std::string& ending) {
     return (IsJoin(job) ? "PARTS/" : "OUT/") + job.Stem() + "_Part" + ending;
 }
 
+std::string ArchivePath(const Job& job) {
+    return "tmp/" + job.Stem();
+}
+
+bool IsSource(const std::string& path) {
+    return UpperCase(path) == Source;
+}
+
 // The file in an archive; nothing that any file has if it is not whole.
 std::string Unpack(const std::string& archive) {
     const TestFolder folder;
@@ -47,21 +54,30 @@ std::string Unpack(const std::string& archive) {
     return unpacked.status == 0 ? unpacked.output : "(no archive)";
 }
 
-// The parts hold the content, in the order in which the script's commands join them.
-bool PartsHoldContent(const Job& job, const Snapshot& files) {
+// The parts hold these bytes, in the order in which the script's commands join them.
+bool PartsHold(const Job& job, const Snapshot& files, const std::string& bytes) {
     static const std::regex copy(R"re(Copy (?:/b Zarn\.TMP \+ )?"([^"]+)" Zarn\.TMP\r\n)re");
     const std::string& script = BytesOf(files, PartPath(job, "0.bat"));
     std::string joined;
     for (std::sregex_iterator next(script.begin(), script.end(), copy), end; next != end; ++next) {
         joined += BytesOf(files, "OUT/" + (*next)[1].str());
     }
-    return (job.Has(Job::Compressed) ? Unpack(joined) : joined) == Content();
+    return (job.Has(Job::Compressed) ? Unpack(joined) : joined) == bytes;
+}
+
+bool ArchivesHold(const Snapshot& files, const std::string& bytes) {
+    return std::any_of(files.begin(), files.end(), [&](const auto& file) {
+        return Matches(file.first, "tmp/.*zip") && Unpack(file.second) == bytes;
+    });
+}
+
+std::string JoinedParts(const Job& job, const Snapshot& files) {
+    return BytesOf(files, PartPath(job, "1")) + BytesOf(files, PartPath(job, "2")) +
+           BytesOf(files, PartPath(job, "3"));
 }
 
 bool HasPartsToJoin(const Job& job, const Snapshot& files) {
-    return BytesOf(files, PartPath(job, "1")) + BytesOf(files, PartPath(job, "2")) +
-               BytesOf(files, PartPath(job, "3")) ==
-           Content();
+    return JoinedParts(job, files) == Content();
 }
 
 // The files called `name`, or all, that are the whole content.
@@ -80,31 +96,34 @@ bool IsOfJob(const Job& job, const std::string& path) {
     const std::string ending = path.starts_with(stem) ? path.substr(stem.size()) : "";
     if (IsJoin(job)) {
         return path == Beside || path == "PARTS/Zarn.TMP" ||
+               (job.Has(Job::Cancelled) && ending == "0_TMP.bat") ||
                (job.Has(Job::DeletesParts) &&
                 Matches(ending, R"(1|2|3|0\.bat|0_TMP\.bat|0\.sfv)")) ||
                (job.Has(Job::Moves) && path == Elsewhere);
     }
     const bool deletes = job.Has(Job::DeletesSource) || job.Has(Job::DeletesAlways);
     return Matches(ending, R"(1|2|3|0\.bat)") || (job.road == Road::Sfv && ending == "0.sfv") ||
-           path == "OUT/" || (path == Source && deletes) ||
-           (path == Archive && job.Has(Job::Compressed));
+           path == "OUT/" || (IsSource(path) && deletes) ||
+           (path == ArchivePath(job) && job.Has(Job::Compressed));
 }
 
 // The names under which the programs build a file. A run that was killed, or whose deletion was
 // refused, leaves them; they are in nobody's way.
 bool IsUnfinished(const std::string& path) {
     static const std::regex names(
-        R"((.*/\.zarn-|tmp/DATA\.zip\.|.*/settings\.reg\.new-)[A-Za-z0-9]{6}|DEST/Zarn-1\.TMP)");
+        R"((.*/\.zarn-|tmp/DATA\.zip\.|.*/settings\.reg\.new-)[A-Za-z0-9]{6}|(DEST|PARTS)/Zarn-1\.TMP)");
     return std::regex_match(path, names);
 }
 
 std::string JudgeOthers(const Evidence& evidence) {
     const auto& struck = evidence.run.struck;
-    const bool mayLeave = evidence.run.killed || evidence.fault.stays ||
+    const bool mayLeave = evidence.run.killed || !evidence.fault.to.empty() ||
+                          evidence.fault.stays ||
                           (struck && (struck->call == "delete" || IsUnfinished(struck->path)));
     for (const auto& [path, bytes] : evidence.before) {
-        if (!IsOfJob(evidence.job, path) &&
-            (!evidence.after.contains(path) || evidence.after.at(path) != bytes)) {
+        // An archive that was there is not the job's own.
+        const bool stays = !IsOfJob(evidence.job, path) || path == ArchivePath(evidence.job);
+        if (stays && (!evidence.after.contains(path) || evidence.after.at(path) != bytes)) {
             return "lost or changed: " + path;
         }
     }
@@ -160,14 +179,15 @@ bool StrikesOutput(const Evidence& evidence) {
 
 // The library opens an older archive, and then writes the new one under a longer name.
 bool IsZipLibrarys(const Evidence& evidence) {
-    const std::string temporary = std::string(Archive) + ".";
+    const std::string archive = ArchivePath(evidence.job);
+    const std::string temporary = archive + ".";
     const auto& all = evidence.run.operations;
     const auto written =
         std::find_if(all.begin(), all.end(), [&temporary](const FileOperation& operation) {
             return operation.path.starts_with(temporary);
         });
     return evidence.Struck(temporary) ||
-           (evidence.Struck(Archive) &&
+           (evidence.Struck(archive) &&
             static_cast<std::size_t>(written - all.begin()) >= evidence.fault.number);
 }
 
@@ -198,35 +218,59 @@ std::string JudgeEnd(const Evidence& evidence) {
 std::string JudgeSplitLoss(const Evidence& evidence) {
     const Job& job = evidence.job;
     const Snapshot& after = evidence.after;
-    if (BytesOf(after, Source) == Content() || PartsHoldContent(job, after) ||
-        (job.Has(Job::Compressed) && Unpack(BytesOf(after, Archive)) == Content())) {
-        return {};
-    }
     // The switch means that the source goes at the end whatever became of the run, and so does the
     // setting in a job of the window. The failure is told.
     const bool always =
         job.Has(Job::DeletesAlways) || (job.road == Road::Sfv && job.Has(Job::DeletesSource));
-    const bool bySwitch = always && !evidence.run.killed && !evidence.run.message.empty();
-    return bySwitch || BytesOf(evidence.before, Source) != Content() ? "" : "LOSS of the source";
+    const bool ended = job.Has(Job::Cancelled) || !evidence.run.message.empty();
+    const bool bySwitch = always && !evidence.run.killed && ended;
+    const auto& operations = evidence.run.operations;
+    const auto opened =
+        std::find_if(operations.begin(), operations.end(), [](const FileOperation& operation) {
+            return operation.call == "open" && IsSource(operation.path);
+        });
+    const bool wasRead =
+        static_cast<std::size_t>(opened - operations.begin()) + 1 < evidence.fault.number;
+    for (const auto& [path, bytes] : evidence.before) {
+        const bool stays = !IsSource(path) || BytesOf(after, path) == bytes;
+        if (!stays && !PartsHold(job, after, bytes) &&
+            !(bySwitch && (bytes == Content() || !wasRead)) &&
+            !(job.Has(Job::Compressed) && ArchivesHold(after, bytes))) {
+            return "LOSS of " + path;
+        }
+    }
+    return {};
 }
 
 std::string JudgeJoinLoss(const Evidence& evidence) {
-    const auto& [job, fault, run, before, after, clean] = evidence;
-    const bool parts = HasPartsToJoin(job, after);
-    const bool whole = HasWholeFile(after);
-    if (!parts && !whole) {
-        return "LOSS of parts";
+    const Job& job = evidence.job;
+    const Snapshot& before = evidence.before;
+    const Snapshot& after = evidence.after;
+    // Somebody may have changed a part while it was read, or afterwards.
+    const std::string now = JoinedParts(job, before);
+    const auto isHeld = [&](const std::string& bytes) {
+        return std::any_of(after.begin(), after.end(), [&](const auto& file) {
+            return (file.second == Content() || file.second == now) && Contains(file.second, bytes);
+        });
+    };
+    for (const auto& [path, bytes] : before) {
+        const bool precious = bytes == Content() || Matches(path, "PARTS/DATA.BIN_Part[123]");
+        if (precious && BytesOf(after, path) != bytes && !isHeld(bytes)) {
+            return "LOSS of " + path;
+        }
     }
     for (const char* older : {Beside, Elsewhere}) {
-        if (before.contains(older) && BytesOf(after, older) != before.at(older) && !whole) {
+        if (before.contains(older) && BytesOf(after, older) != before.at(older) && !isHeld("") &&
+            !job.Has(Job::Cancelled)) {
             return std::string("LOSS of ") + older;
         }
     }
     // Whoever has to look for the file is told where it is.
     const bool final = BytesOf(after, job.Has(Job::Moves) ? Elsewhere : Beside) == Content();
-    const bool lost = HasPartsToJoin(job, before) && !parts && !final;
-    return lost && !run.killed && !fault.stays &&
-                   !Contains(run.message, "\nThe joined file is complete: ")
+    const bool lost = HasPartsToJoin(job, before) && !HasPartsToJoin(job, after) && !final;
+    const bool mustTell =
+        !evidence.run.killed && !evidence.fault.stays && evidence.fault.to.empty();
+    return lost && mustTell && !Contains(evidence.run.message, "\nThe joined file is complete: ")
                ? "nobody says where the joined file is"
                : "";
 }
@@ -259,7 +303,7 @@ std::string JudgeSplitResult(const Evidence& evidence, const Snapshot& files) {
     // The program has no word for a store that cannot be read or written: it uses defaults.
     const bool otherSettings =
         evidence.Struck("config") || (evidence.fault.stays && evidence.fault.number > 0);
-    if (!PartsHoldContent(job, files)) {
+    if (!PartsHold(job, files, Content())) {
         const bool open = job.Has(Job::Compressed) && otherSettings;
         return open ? "" : "the parts are not the source";
     }
@@ -364,6 +408,36 @@ std::string JudgeLoss(const Evidence& evidence) {
     return (IsJoin(evidence.job) ? JudgeJoinLoss : JudgeSplitLoss)(evidence);
 }
 
+// Until its removal, a source that is another one by then stays, and the user is told.
+std::string JudgeKept(const Evidence& evidence, std::size_t removal) {
+    const bool stays =
+        std::all_of(evidence.before.begin(), evidence.before.end(), [&evidence](const auto& file) {
+            return !IsSource(file.first) || BytesOf(evidence.after, file.first) == file.second;
+        });
+    const bool done = SaysDone(evidence.job, evidence.run);
+    return removal > 0 && evidence.fault.number <= removal && stays && done
+               ? "nobody says that the source is kept"
+               : "";
+}
+
+// The joined file is there once, and so is a file that has taken its place.
+std::string JudgeNames(const Evidence& evidence) {
+    const auto count = [&evidence](const std::string& bytes) {
+        return std::count_if(evidence.after.begin(), evidence.after.end(),
+                             [&bytes](const auto& file) { return file.second == bytes; });
+    };
+    const Fault& fault = evidence.fault;
+    if (!IsJoin(evidence.job) || evidence.job.Has(Job::Cancelled)) {
+        return {};
+    }
+    if (BytesOf(evidence.before, fault.from) == Content() &&
+        count(BytesOf(evidence.before, fault.to)) == 0) {
+        return "LOSS of " + fault.to;
+    }
+    const bool once = count(Content()) == 1 || !fault.to.empty();
+    return once || !SaysDone(evidence.job, evidence.run) ? "" : "the joined file is not there once";
+}
+
 std::string FirstOf(const std::vector<std::string>& complaints) {
     const auto found = std::find_if(complaints.begin(), complaints.end(),
                                     [](const std::string& text) { return !text.empty(); });
@@ -391,6 +465,11 @@ std::string JudgeRun(const Evidence& evidence) {
     return FirstOf({JudgeEnd(evidence), JudgeLoss(evidence), JudgeOthers(evidence),
                     JudgeStore(evidence), JudgeResult(evidence, evidence.run, evidence.after),
                     JudgeMessage(evidence)});
+}
+
+std::string JudgeIdentity(const Evidence& evidence, std::size_t removal) {
+    return FirstOf({JudgeEnd(evidence), JudgeOthers(evidence), JudgeLoss(evidence),
+                    JudgeNames(evidence), JudgeKept(evidence, removal)});
 }
 
 std::string JudgeRepetition(const Evidence& first, const WatchedRun& second,

@@ -25,6 +25,11 @@ struct Evidence {
 /// What is wrong with a run; empty if nothing is.
 [[nodiscard]] std::string JudgeRun(const Evidence& evidence);
 
+/// What is wrong with a run in which one file has several names, or another one takes its name.
+/// `before` holds what somebody else has changed by then. An undisturbed run ends at the operation
+/// number `removal` that removes the source, if it does.
+[[nodiscard]] std::string JudgeIdentity(const Evidence& evidence, std::size_t removal);
+
 /// What is wrong with a second run, without a fault, in what the first one left: it ends well where
 /// the first one has kept what it takes, and loses nothing where it has not.
 [[nodiscard]] std::string JudgeRepetition(const Evidence& first, const WatchedRun& second,

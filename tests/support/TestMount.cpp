@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 namespace zarn::testing {
 
@@ -35,7 +36,7 @@ TestMount::TestMount(std::size_t bytes) : options_("size=" + std::to_string(byte
     Mount();
 }
 
-TestMount::TestMount(const std::string& source) : source_(source) {
+TestMount::TestMount(std::string source) : source_(std::move(source)) {
     Mount();
 }
 

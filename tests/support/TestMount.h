@@ -13,7 +13,7 @@ class TestMount {
     /// An empty memory file system of this size.
     explicit TestMount(std::size_t bytes);
     /// A folder (a path of the operating system) that has a second path here.
-    explicit TestMount(const std::string& source);
+    explicit TestMount(std::string source);
     TestMount(const TestMount&) = delete;
     TestMount& operator=(const TestMount&) = delete;
     ~TestMount() { Unmount(); }
