@@ -56,17 +56,20 @@ std::string SplitterEngine::ArchivePath(const std::string& source, const std::st
 void SplitterEngine::WriteArchive(const std::string& source, std::int32_t level) {
     Parameters& parameters = shared_.Parameters();
     Platform& platform = shared_.Platform();
+    const std::optional<std::string> password = parameters.ZipPassword();
+    if (!password) {
+        // The user knows by this message that nothing becomes of the source.
+        shared_.Messages().Error(LostPasswordText);
+        sourceWasTold_ = true;
+        return;
+    }
     ZipOrder order;
     order.archive = archive_;
     order.source = source;
     if (parameters.CompressDestination() == 1) {
         order.level = std::clamp(level, 0, StrongestLevel);
     }
-    std::string password;
-    if (parameters.CompressPasswordProtect() == 1) {
-        password = parameters.CompressPassword();
-    }
-    order.password = password;
+    order.password = *password;
     ZipListener listener;
     listener.percentDone = [this, &platform](std::int32_t percent) {
         events_.StatusZIP(percent);

@@ -46,7 +46,8 @@ class SplitterEngine {
     /// folder, too), or in a private folder in there if its name is taken: nothing is replaced.
     /// `level` (0 to 9; what lies outside counts as the nearer of the two) holds if the setting
     /// `CompressDestination` is 1; the ZIP only stores otherwise. `CompressPassword` encrypts it if
-    /// `CompressPasswordProtect` is 1. With `DeleteSource` 1 the source is deleted as soon as the
+    /// `CompressPasswordProtect` is 1; a stored password that cannot be the one that was typed is
+    /// told, and no ZIP is written. With `DeleteSource` 1 the source is deleted as soon as the
     /// ZIP is written and on the medium. Only a signal ends it early. An archive that cannot be
     /// written is not reported: `SplittFile` then fails as on a missing file. Raises 76 if the
     /// temporary folder is missing, 48 if the ZIP library is missing, and file errors of making a

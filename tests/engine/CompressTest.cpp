@@ -161,6 +161,21 @@ TEST_F(Compressing, LeavesEverythingWhereItWasIfTheArchiveCannotBeWritten) {
     EXPECT_EQ(folder.Names(), Names{"movie.avi"});
 }
 
+// The source is kept, also where it is to be deleted whatever becomes of the run.
+TEST_F(Compressing, NeverEncryptsWithAPasswordThatWasNotTyped) {
+    UseTemporaryFolder(temporary.Drive() + "\\");
+    Shared().Parameters().CompressPasswordProtect(1);
+    Shared().Parameters().CompressPassword("");
+    SplitterEngine engine(Shared(), progress, events);
+    const std::string archive = engine.CompressSource(source, temporary.Drive() + "\\", 5);
+    double partSize = 1000;
+    EXPECT_FALSE(engine.SplittFile(archive, destination, partSize, true, false, "Size", 0, false));
+    engine.DeleteSource(source);
+    EXPECT_EQ(test.boxes->shown.front().text, LostPasswordText);
+    EXPECT_EQ(test.boxes->shown.size(), 2U);
+    EXPECT_TRUE(folder.Has("movie.avi") && temporary.Names().empty() && out.Names().empty());
+}
+
 // The library must not take over the rights of a file that others may read.
 TEST_F(Compressing, KeepsTheArchiveFromOthers) {
     UseTemporaryFolder(temporary.Drive() + "\\");
