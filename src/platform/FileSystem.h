@@ -97,6 +97,11 @@ class FileSystem {
     /// such folder, 70 if it may not be read.
     [[nodiscard]] virtual std::vector<std::string> ListFolder(std::string_view folder) = 0;
 
+    /// True if there is a file or folder of exactly this name, be it a link to nowhere. A file
+    /// system that ignores letter case knows every spelling of a name as that name; on others a
+    /// name that differs in case is another file's.
+    [[nodiscard]] virtual bool HasExactName(std::string_view path) = 0;
+
     /// The attributes of a file or folder; nothing if there is none.
     [[nodiscard]] virtual std::optional<std::uint32_t> Attributes(std::string_view path) = 0;
 
@@ -121,8 +126,13 @@ class FileSystem {
     virtual Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) = 0;
 
     /// Renames a file within its folder or moves it within its file system, refusing to replace
-    /// anything. Raises 53, 58, 70, 75, 76.
+    /// anything. The new name is taken as given, whatever namesakes in other letter case there are.
+    /// Raises 53, 58, 70, 75, 76.
     virtual void MoveFile(std::string_view from, std::string_view to) = 0;
+
+    /// Likewise, but what has exactly the new name is replaced in one step. Raises 75 where that is
+    /// a folder.
+    virtual void ReplaceFile(std::string_view from, std::string_view to) = 0;
 
     /// Raises 76 if the folder does not exist.
     virtual void ChangeCurrentFolder(std::string_view path) = 0;

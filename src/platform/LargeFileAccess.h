@@ -31,6 +31,13 @@ class LargeFileAccess {
     /// loses anything. A folder of that name is refused with 75.
     virtual void Create(std::string_view path) = 0;
 
+    /// Makes an empty file of exactly this name for writing, locked until this object is destroyed
+    /// or opens another file, also after `Close`. What has the name is removed before, be it a
+    /// link, a pipe or a file with further names. False, with nothing touched, if another process
+    /// holds a file of the name locked in this way. Where the file system knows no locks the file
+    /// has none.
+    [[nodiscard]] virtual bool CreateLocked(std::string_view path) = 0;
+
     /// Opens an existing file for writing behind its last byte. Refuses a symbolic link.
     virtual void Append(std::string_view path) = 0;
 
@@ -53,7 +60,8 @@ class LargeFileAccess {
     /// cannot share them or the ends do not lie on block boundaries. Never raises.
     virtual bool ShareFrom(LargeFileAccess& source, std::int64_t count);
 
-    /// What the open file is now. Raises where no file is open.
+    /// What the open file is now, or the closed one that is still locked. Raises where there is
+    /// none.
     [[nodiscard]] virtual FileIdentity Identity() const = 0;
 
     /// Waits until the file's bytes are on the medium.

@@ -195,8 +195,8 @@ TEST_F(FilesOfLinux, MovesWithoutReplacing) {
     const auto move = [this](const std::string& from, const std::string& to) {
         return ErrorOf([&] { files.MoveFile(folder.Drive(from), folder.Drive(to)); });
     };
-    EXPECT_EQ(move("a", "B"), FileAlreadyExists);
-    EXPECT_EQ(move("a", "sub"), FileAlreadyExists);
+    EXPECT_EQ(move("a", "b"), FileAlreadyExists);
+    EXPECT_EQ(move("a", "Sub"), FileAlreadyExists);
     EXPECT_EQ(move("none", "c"), FileNotFound);
     EXPECT_EQ(move("Sub", "c"), FileNotFound);
     EXPECT_EQ(move("a", "none\\a"), PathNotFound);
@@ -205,6 +205,16 @@ TEST_F(FilesOfLinux, MovesWithoutReplacing) {
     files.MoveFile(folder.Drive("B"), folder.Drive("SUB\\b2"));
     EXPECT_EQ(folder.Names(), (Names{"A", "Sub"}));
     EXPECT_EQ(folder.Read("A") + folder.Read("Sub/b2"), "AB");
+    EXPECT_TRUE(files.HasExactName(folder.Drive("sub\\b2")));
+    EXPECT_FALSE(files.HasExactName(folder.Drive("Sub\\B2")));
+    fs::create_hard_link(folder.System("A"), folder.System("a"));
+    EXPECT_EQ(move("A", "a"), FileAlreadyExists);  // as two names of a caseless file system look
+    EXPECT_EQ(ErrorOf([&] { files.ReplaceFile(folder.Drive("a"), folder.Drive("Sub")); }),
+              PathFileAccessError);
+    files.ReplaceFile(folder.Drive("a"), folder.Drive("Sub\\B2"));  // beside its namesake
+    files.ReplaceFile(folder.Drive("A"), folder.Drive("Sub\\b2"));
+    EXPECT_EQ(folder.Names(), Names{"Sub"});
+    EXPECT_EQ(folder.Read("Sub/B2") + folder.Read("Sub/b2"), "AA");
     const TestFolder memory("/dev/shm");
     built.Write("x", "X");
     EXPECT_EQ(ErrorOf([&] { files.MoveFile(built.Drive("x"), memory.Drive("x")); }),

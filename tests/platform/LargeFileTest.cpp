@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
+#include <functional>
 
 #include "platform/linux/LinuxLargeFile.h"
 #include "support/ErrorOf.h"
@@ -65,6 +67,34 @@ TEST_F(LargeFile, SharesWholeBlocksOrNothing) {
     EXPECT_EQ(target.WriteFrom(source, 1'000'000), shared ? 0 : 3 * 65536 + 5);
     target.Close();
     EXPECT_TRUE(built.Read("copy") == bytes);
+}
+
+TEST_F(LargeFile, TakesNoLockedFileForALeftOver) {
+    const std::string name = folder.Drive("T");
+    const std::string path = folder.System("T");
+    folder.Write("victim", "precious");
+    folder.Write("t", "namesake");
+    for (const std::function<void()>& leave : std::vector<std::function<void()>>{
+             [] {}, [&] { folder.Write("T", "left"); },
+             [&] { std::filesystem::create_symlink("victim", path); },
+             [&] { std::filesystem::create_hard_link(folder.System("victim"), path); },
+             [&] { mkfifo(path.c_str(), 0600); }}) {
+        leave();
+        ASSERT_TRUE(target.CreateLocked(name));
+        EXPECT_FALSE(source.CreateLocked(name));
+        target.Write(std::as_bytes(std::span("new", 3)));
+        target.Close();
+        EXPECT_FALSE(source.CreateLocked(name)) << "a closed file stays locked";
+        EXPECT_EQ(target.Identity().size, 3);
+        EXPECT_EQ(folder.Read("T") + folder.Read("victim") + folder.Read("t"),
+                  "newpreciousnamesake");
+        target.Open(folder.Drive("t"));
+        EXPECT_TRUE(source.CreateLocked(name));
+        source.Open(folder.Drive("t"));
+        std::filesystem::remove(path);
+    }
+    folder.MakeFolder("T");
+    EXPECT_EQ(ErrorOf([&] { (void)target.CreateLocked(name); }), PathFileAccessError);
 }
 
 TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {

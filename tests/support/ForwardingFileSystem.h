@@ -24,6 +24,7 @@ class ForwardingFileSystem : public FileSystem {
     std::vector<std::string> ListFolder(Path folder) override { return real_->ListFolder(folder); }
     std::optional<DateTime> WriteTime(Path path) override { return real_->WriteTime(path); }
     bool OpensExclusively(Path path) override { return real_->OpensExclusively(path); }
+    bool HasExactName(Path path) override { return real_->HasExactName(path); }
     std::optional<std::uint32_t> Attributes(Path path) override { return real_->Attributes(path); }
     void SetNormalAttributes(Path path) override { real_->SetNormalAttributes(path); }
     bool DeleteFile(Path path) override { return real_->DeleteFile(path); }
@@ -31,6 +32,7 @@ class ForwardingFileSystem : public FileSystem {
         return real_->DeleteSameFile(path, identity);
     }
     void MoveFile(Path from, Path to) override { real_->MoveFile(from, to); }
+    void ReplaceFile(Path from, Path to) override { real_->ReplaceFile(from, to); }
     void ChangeCurrentFolder(Path path) override { real_->ChangeCurrentFolder(path); }
     std::string CurrentFolder() override { return real_->CurrentFolder(); }
     std::string ReadFile(Path path, std::size_t limit) override {

@@ -15,6 +15,7 @@ class ForwardingLargeFile : public LargeFileAccess {
 
     void Open(std::string_view path) override { real_->Open(path); }
     void Create(std::string_view path) override { real_->Create(path); }
+    bool CreateLocked(std::string_view path) override { return real_->CreateLocked(path); }
     void Append(std::string_view path) override { real_->Append(path); }
     std::size_t Read(std::span<std::byte> buffer) override { return real_->Read(buffer); }
     void Write(std::span<const std::byte> bytes) override { real_->Write(bytes); }

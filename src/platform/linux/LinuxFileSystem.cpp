@@ -40,6 +40,26 @@ Deletion Judge(const std::string& path, const FileIdentity& identity) {
     return found == identity ? Deletion::Done : found ? Deletion::OtherFile : Deletion::Refused;
 }
 
+// Changes the letter case of a file's name where the file system ignores it, so that both names
+// lead to the file. Elsewhere it does nothing, and `errno` says that the new name is taken.
+bool RespellName(const std::string& from, const std::string& to) {
+    const std::optional<FileIdentity> one = IdentityOf(from);
+    const std::optional<FileIdentity> other = IdentityOf(to);
+    const std::string aside =
+        one && other && one->IsSameFile(*other) ? MoveAside(from) : std::string();
+    if (aside.empty()) {
+        errno = EEXIST;
+        return false;
+    }
+    if (RenameWithoutReplacing(aside, to) == 0) {
+        return true;
+    }
+    const int error = errno;
+    static_cast<void>(RenameWithoutReplacing(aside, from));
+    errno = error;
+    return false;
+}
+
 // A name stands for one file only as long as nobody renames another over it. A file that cannot be
 // renamed is deleted under its own name, in the call after the look.
 Deletion DeleteIfSame(const std::string& path, const FileIdentity& identity) {
@@ -137,22 +157,30 @@ Deletion LinuxFileSystem::DeleteSameFile(std::string_view path, const FileIdenti
     return DeleteIfSame(resolved.path, identity);
 }
 
-void LinuxFileSystem::MoveFile(std::string_view from, std::string_view to) {
-    const std::string source = paths_->ExistingPath(from);
-    std::string target = paths_->SystemPath(to);
+std::string LinuxFileSystem::FileToMove(std::string_view path) {
+    std::string source = paths_->ExistingPath(path);
     struct stat status = {};
     if (lstat(source.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
-    // The same file under a name that differs in case alone: that change is the wish.
-    const bool sameFile = source == target;
-    if (sameFile) {
-        target = JoinSystemPath(SystemFolderOf(target), paths_->Resolve(to).name);
-    }
+    return source;
+}
+
+void LinuxFileSystem::MoveFile(std::string_view from, std::string_view to) {
+    const std::string source = FileToMove(from);
+    const std::string target = paths_->PathAsGiven(to);
     const FolderChange change = paths_->Changing(target);
-    const int result =
-        sameFile ? rename(source.c_str(), target.c_str()) : RenameWithoutReplacing(source, target);
-    if (result != 0) {
+    if (source != target && RenameWithoutReplacing(source, target) != 0 &&
+        (errno != EEXIST || !RespellName(source, target))) {
+        RaiseErrno(errno, ErrorNumber::PathNotFound);
+    }
+}
+
+void LinuxFileSystem::ReplaceFile(std::string_view from, std::string_view to) {
+    const std::string source = FileToMove(from);
+    const std::string target = paths_->PathAsGiven(to);
+    const FolderChange change = paths_->Changing(target);
+    if (rename(source.c_str(), target.c_str()) != 0) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
 }

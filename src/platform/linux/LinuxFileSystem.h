@@ -21,6 +21,7 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] double FileSize(std::string_view path) override;
     [[nodiscard]] std::optional<std::string> FindFile(std::string_view path) override;
     [[nodiscard]] std::vector<std::string> ListFolder(std::string_view folder) override;
+    [[nodiscard]] bool HasExactName(std::string_view path) override;
     [[nodiscard]] std::optional<std::uint32_t> Attributes(std::string_view path) override;
     [[nodiscard]] std::optional<DateTime> WriteTime(std::string_view path) override;
     [[nodiscard]] bool OpensExclusively(std::string_view path) override;
@@ -28,6 +29,7 @@ class LinuxFileSystem : public FileSystem {
     bool DeleteFile(std::string_view path) override;
     Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) override;
     void MoveFile(std::string_view from, std::string_view to) override;
+    void ReplaceFile(std::string_view from, std::string_view to) override;
     void ChangeCurrentFolder(std::string_view path) override;
     [[nodiscard]] std::string CurrentFolder() override;
     [[nodiscard]] std::string ReadFile(std::string_view path, std::size_t limit) override;
@@ -44,6 +46,8 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::unique_ptr<LargeFileAccess> MakeLargeFile() override;
 
   private:
+    [[nodiscard]] std::string FileToMove(std::string_view path);
+
     std::shared_ptr<PathResolver> paths_;
     UserFolders folders_;
 };

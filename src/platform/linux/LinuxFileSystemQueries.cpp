@@ -126,6 +126,11 @@ std::optional<std::string> LinuxFileSystem::FindFile(std::string_view path) {
     return FindMatch(SystemFolderOf(resolved.path), Wildcard(resolved.name));
 }
 
+bool LinuxFileSystem::HasExactName(std::string_view path) {
+    const ResolvedPath resolved = paths_->Resolve(path);
+    return resolved.state == PathState::Exists && SystemNameOf(resolved.path) == resolved.name;
+}
+
 std::optional<std::uint32_t> LinuxFileSystem::Attributes(std::string_view path) {
     const ResolvedPath resolved = paths_->Resolve(path);
     if (resolved.state != PathState::Exists) {

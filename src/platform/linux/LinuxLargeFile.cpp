@@ -14,6 +14,7 @@
 
 #include "platform/linux/ErrnoError.h"
 #include "platform/linux/FileAttributes.h"
+#include "platform/linux/LockedFile.h"
 
 namespace zarn {
 
@@ -80,13 +81,13 @@ LinuxLargeFile::LinuxLargeFile(std::shared_ptr<PathResolver> paths) : paths_(std
 }
 
 void LinuxLargeFile::Open(std::string_view path) {
-    Close();
+    Forget();
     file_ = OpenForReading(paths_->ExistingPath(path));
     posix_fadvise(file_.Number(), 0, 0, POSIX_FADV_SEQUENTIAL);
 }
 
 void LinuxLargeFile::Create(std::string_view path) {
-    Close();
+    Forget();
     const std::string target = paths_->SystemPath(path);
     const FolderChange change = paths_->Changing(target);
     constexpr int OnlyNew = O_WRONLY | O_CREAT | O_EXCL;
@@ -103,8 +104,25 @@ void LinuxLargeFile::Create(std::string_view path) {
     kernelCopy_ = KernelCopyOn(file_.Number());
 }
 
+bool LinuxLargeFile::CreateLocked(std::string_view path) {
+    Forget();
+    const std::string target = paths_->PathAsGiven(path);
+    const FolderChange change = paths_->Changing(target);
+    std::optional<FileDescriptor> file = CreateLockedFile(target);
+    if (!file) {
+        return false;
+    }
+    lock_ = FileDescriptor(fcntl(file->Number(), F_DUPFD_CLOEXEC, 0));
+    if (!lock_.IsOpen()) {
+        RaiseErrno(errno);
+    }
+    file_ = *std::move(file);
+    kernelCopy_ = KernelCopyOn(file_.Number());
+    return true;
+}
+
 void LinuxLargeFile::Append(std::string_view path) {
-    Close();
+    Forget();
     // A link is refused, so that nobody can steer the bytes elsewhere; so is a pipe that nobody
     // reads, where a plain opening would block.
     FileDescriptor file = OpenFile(paths_->ExistingPath(path), O_WRONLY | O_NOFOLLOW | O_NONBLOCK);
@@ -188,7 +206,7 @@ bool LinuxLargeFile::ShareFrom(LargeFileAccess& source, std::int64_t count) {
 }
 
 FileIdentity LinuxLargeFile::Identity() const {
-    const std::optional<FileIdentity> identity = IdentityOf(file_);
+    const std::optional<FileIdentity> identity = IdentityOf(file_.IsOpen() ? file_ : lock_);
     if (!identity) {
         RaiseErrno(errno);
     }
@@ -205,6 +223,11 @@ void LinuxLargeFile::Flush() {
 
 void LinuxLargeFile::Close() {
     file_.Close();
+}
+
+void LinuxLargeFile::Forget() {
+    Close();
+    lock_ = FileDescriptor();
 }
 
 }  // namespace zarn

@@ -18,6 +18,7 @@ class LinuxLargeFile : public LargeFileAccess {
 
     void Open(std::string_view path) override;
     void Create(std::string_view path) override;
+    [[nodiscard]] bool CreateLocked(std::string_view path) override;
     void Append(std::string_view path) override;
     std::size_t Read(std::span<std::byte> buffer) override;
     void Write(std::span<const std::byte> bytes) override;
@@ -29,6 +30,7 @@ class LinuxLargeFile : public LargeFileAccess {
     [[nodiscard]] int NativeHandle() const override { return file_.Number(); }
 
   private:
+    void Forget();
     [[nodiscard]] bool KernelServes(const LargeFileAccess& source, std::int64_t count) const;
 
     /// Fewer bytes than asked for where the source ends or the kernel cannot serve the two files.
@@ -36,6 +38,7 @@ class LinuxLargeFile : public LargeFileAccess {
 
     std::shared_ptr<PathResolver> paths_;
     FileDescriptor file_;
+    FileDescriptor lock_;  ///< a second descriptor of a locked file, which outlives the first
     KernelCopy kernelCopy_ = KernelCopy::Never;
     bool mayShare_ = true;  ///< no file system has refused to share blocks yet
 };

@@ -89,6 +89,10 @@ std::string PathResolver::SystemPath(std::string_view programPath) {
     }
 }
 
+std::string PathResolver::PathAsGiven(std::string_view programPath) {
+    return JoinSystemPath(SystemFolderOf(SystemPath(programPath)), Resolve(programPath).name);
+}
+
 std::string PathResolver::ExistingPath(std::string_view programPath) {
     ResolvedPath resolved = Resolve(programPath);
     switch (resolved.state) {

@@ -42,6 +42,9 @@ class PathResolver {
     /// that no file can have, 71 for a drive that is not mounted.
     [[nodiscard]] std::string SystemPath(std::string_view programPath);
 
+    /// Likewise, with the name as given, whatever namesakes in other letter case there are.
+    [[nodiscard]] std::string PathAsGiven(std::string_view programPath);
+
     /// The system path of a name that exists. Raises 53 or 76 if it does not, 52 and 71 as above.
     [[nodiscard]] std::string ExistingPath(std::string_view programPath);
 
