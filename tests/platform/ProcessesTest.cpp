@@ -89,19 +89,28 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     EXPECT_TRUE(make("config", {"mine"})->PreviousInstance());
 }
 
-TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithNoInputAndNoOutput) {
+TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithItsErrorsKept) {
     home.MakeFolder("In Here");
     home.Write("In Here/join.bat", "");
     LinuxProcesses processes = MakeShell(
-        "streams=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
+        "streams=$(readlink /proc/$$/fd/0 /proc/$$/fd/1)\necho out\nprintf 'wrong\\n' >&2\n"
         "{ pwd; echo \"$streams\"; for a in \"$@\"; do echo \"[$a]\"; done; } > seen\nexit 7\n");
     const std::vector<std::string> arguments = {"a b", "", "\"$x"};
     const ProcessId process = processes.StartHidden(home.Drive("In Here\\JOIN.BAT"), arguments);
     EXPECT_EQ(CodeAtEnd(processes, process), 7);
     EXPECT_EQ(processes.ExitCode(process), 7) << "the code stays readable";
-    EXPECT_EQ(home.Read("In Here/seen"),
-              home.System("In Here") + "\n/dev/null\n/dev/null\n/dev/null\n[" +
-                  home.System("In Here/join.bat") + "]\n[a b]\n[]\n[\"$x]\n");
+    EXPECT_EQ(processes.ErrorOutput(process), "wrong\n");
+    EXPECT_EQ(home.Read("In Here/seen"), home.System("In Here") + "\n/dev/null\n/dev/null\n[" +
+                                             home.System("In Here/join.bat") +
+                                             "]\n[a b]\n[]\n[\"$x]\n");
+}
+
+TEST_F(ProcessesTest, NobodyWaitsForThoseWhoWriteTooMuch) {
+    LinuxProcesses processes = MakeShell("head -c 300000 /dev/zero | tr '\\0' x >&2\nexit 3\n");
+    const ProcessId process = processes.StartHidden(home.Drive("interpreter"), {});
+    EXPECT_EQ(CodeAtEnd(processes, process), 3);
+    EXPECT_EQ(processes.ErrorOutput(process), std::string(65536, 'x'));
+    EXPECT_EQ(processes.ErrorOutput(process + 1), "");
 }
 
 TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {

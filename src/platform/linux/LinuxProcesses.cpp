@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,15 +19,18 @@ namespace zarn {
 
 namespace {
 
+constexpr std::size_t ErrorFileSize = 65536;
+
 /// What a child does before it becomes another program.
 class SpawnActions {
   public:
-    explicit SpawnActions(const std::string& folder) {
+    SpawnActions(const std::string& folder, const FileDescriptor& errors) {
         posix_spawn_file_actions_init(&actions_);
         posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
         posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDWR, 0);
         posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, STDIN_FILENO, STDERR_FILENO);
+        posix_spawn_file_actions_adddup2(
+            &actions_, errors.IsOpen() ? errors.Number() : STDIN_FILENO, STDERR_FILENO);
     }
     ~SpawnActions() { posix_spawn_file_actions_destroy(&actions_); }
     SpawnActions(const SpawnActions&) = delete;
@@ -37,6 +41,17 @@ class SpawnActions {
   private:
     posix_spawn_file_actions_t actions_{};
 };
+
+// Keeps what a process writes. Unlike a pipe it makes no writer wait; it does not grow, so that
+// what is beyond its end is lost.
+FileDescriptor MakeErrorFile() {
+    FileDescriptor file(memfd_create("errors", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (file.IsOpen() && (ftruncate(file.Number(), ErrorFileSize) != 0 ||
+                          fcntl(file.Number(), F_ADD_SEALS, F_SEAL_GROW) != 0)) {
+        return {};
+    }
+    return file;
+}
 
 std::string StandardInterpreter() {
     return JoinSystemPath(SystemFolderOf(ProgramFile()), "ZarnScript");
@@ -82,7 +97,8 @@ ProcessId LinuxProcesses::StartHidden(std::string_view script,
         pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
-    const SpawnActions actions(SystemFolderOf(resolved.path));
+    FileDescriptor errors = MakeErrorFile();
+    const SpawnActions actions(SystemFolderOf(resolved.path), errors);
     pid_t process = 0;
     const int error = posix_spawn(&process, interpreter.c_str(), actions.Get(), nullptr,
                                   pointers.data(), environ);
@@ -90,6 +106,7 @@ ProcessId LinuxProcesses::StartHidden(std::string_view script,
         throw RuntimeError(error == ENOENT ? ErrorNumber::FileNotFound : ErrorNumber::TooManyFiles);
     }
     exitCodes_.erase(process);
+    errors_.insert_or_assign(process, std::move(errors));
     return process;
 }
 
@@ -111,6 +128,15 @@ std::int32_t LinuxProcesses::ExitCode(ProcessId process) {
     }
     exitCodes_[process] = code;
     return code;
+}
+
+std::string LinuxProcesses::ErrorOutput(ProcessId process) {
+    const auto errors = errors_.find(process);
+    if (errors == errors_.end() || lseek(errors->second.Number(), 0, SEEK_SET) != 0) {
+        return {};
+    }
+    const std::string text = ReadToEnd(errors->second, ErrorFileSize);
+    return text.substr(0, text.find('\0'));
 }
 
 void LinuxProcesses::SetPriorityClass(PriorityClass priority) {

@@ -26,6 +26,7 @@ class LinuxProcesses : public Processes {
                                         std::span<const std::string> arguments) override;
     /// -1 for a process whose end cannot be known any more.
     [[nodiscard]] std::int32_t ExitCode(ProcessId process) override;
+    [[nodiscard]] std::string ErrorOutput(ProcessId process) override;
     void SetPriorityClass(PriorityClass priority) override;
     void SetThreadPriority(int priority) override;
     void Sleep(std::chrono::milliseconds time) override;
@@ -38,6 +39,7 @@ class LinuxProcesses : public Processes {
     std::string interpreter_;
     InstanceLock instance_;
     std::map<ProcessId, std::int32_t> exitCodes_;
+    std::map<ProcessId, FileDescriptor> errors_;  ///< what the processes wrote
     PriorityClass class_ = PriorityClass::Normal;
     int level_ = 0;
 };
