@@ -51,7 +51,7 @@ void JoinRun::PrepareScript() {
     const std::string copy =
         ResultMoves() ? WithMoveLines(script, partsBase_, job_.joinedFile) : script;
     fileSystem.PrepareFile(tempScript_, copy)->Commit();
-    parts_ = ScriptInterpreter(fileSystem).PartsOf(tempScript_, Destination());
+    parts_ = ScriptInterpreter(fileSystem, *shared_.Platform().endingSignals).PartsOf(tempScript_, Destination());
 }
 
 // The one name outside the parts' folder that the script may use, and only where this program has

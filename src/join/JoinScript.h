@@ -13,11 +13,11 @@ inline constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
 enum class ScriptAction {
     MakeTemporary,      ///< a part becomes the first bytes of the temporary file
     AppendPart,         ///< a part is added behind the temporary file's last byte
-    DeleteOriginal,     ///< an older file of the name that the script builds goes
+    DeleteOriginal,     ///< an older file of the name that the script builds is replaced
     RenameTemporary,    ///< the temporary file gets its name
-    DeleteParts,        ///< the set goes: the parts, their scripts and their checksum file
-    DeleteDestination,  ///< an older file at the destination goes
-    MoveToDestination,  ///< the file that was built goes to the destination
+    DeleteParts,        ///< the set is deleted: the parts, their scripts, their checksum file
+    DeleteDestination,  ///< an older file at the destination is replaced
+    MoveToDestination,  ///< the file that was built is moved to the destination
 };
 
 struct ScriptCommand {
@@ -37,6 +37,20 @@ struct JoinScript {
     /// The first part that is copied.
     [[nodiscard]] const std::string& FirstPart() const;
 };
+
+enum class ScriptStatus {
+    Done = 0,
+    Failed = 1,   ///< a command failed
+    Refused = 2,  ///< no file was touched
+};
+
+struct ScriptOutcome {
+    ScriptStatus status = ScriptStatus::Done;
+    std::string message;  ///< empty after a complete run
+};
+
+/// How a message goes on that tells where a complete file was left.
+inline constexpr std::string_view CompleteFileMark = "\nThe joined file is complete: ";
 
 /// Why a script does not run.
 struct ScriptRefusal {

@@ -2,24 +2,31 @@
 
 #include <algorithm>
 
+#include "join/JoinedFileMove.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
 
 namespace zarn {
 
-std::optional<std::string> JoinScriptRunner::Run() {
+ScriptOutcome JoinScriptRunner::Run() {
     try {
+        RefuseReadOnly(Has(ScriptAction::DeleteOriginal) ? script_.original : std::string());
+        RefuseReadOnly(Has(ScriptAction::DeleteDestination) ? destination_ : std::string());
+        NoteOtherSetFiles();
         for (const ScriptCommand& command : script_.commands) {
-            if (command.condition.empty() || Exists(command.condition)) {
+            if (Holds(command.condition)) {
                 Execute(command);
             }
         }
         Doing("build", script_.original);
         RequireBuilt();
     } catch (const RuntimeError& error) {
-        return Failure(error);
+        return isJoinedHere_
+                   ? ScriptOutcome{ScriptStatus::Refused, "another join is running in this folder"}
+                   : Failed(reason_.empty() ? error.what() : reason_);
     }
-    return std::nullopt;
+    Doing("delete", kept_);
+    return kept_.empty() ? ScriptOutcome() : Failed("it is not the file that was joined");
 }
 
 void JoinScriptRunner::Execute(const ScriptCommand& command) {
@@ -29,174 +36,149 @@ void JoinScriptRunner::Execute(const ScriptCommand& command) {
         case ScriptAction::AppendPart:
             return AppendPart(command.part);
         case ScriptAction::DeleteOriginal:
-            return DeleteOriginal();
+            return ReplaceOriginal();
         case ScriptAction::RenameTemporary:
             return RenameTemporary();
         case ScriptAction::DeleteParts:
             return DeleteParts();
         case ScriptAction::DeleteDestination:
-            return DeleteDestination();
+            return ReplaceDestination();
         case ScriptAction::MoveToDestination:
             return MoveToDestination();
     }
 }
 
-// The old temporary file is removed, not emptied: it may be a link to something else.
 void JoinScriptRunner::MakeTemporary(const std::string& part) {
-    Delete(JoinTemporary);
-    Doing("make", JoinTemporary);
+    Begin("make", JoinTemporary);
     std::unique_ptr<LargeFileAccess> file = fileSystem_.MakeLargeFile();
-    file->Create(JoinTemporary);
+    if (!file->CreateLocked(JoinTemporary)) {
+        isJoinedHere_ = true;
+        throw RuntimeError(ErrorNumber::PermissionDenied);
+    }
     temporary_ = std::move(file);
     AppendPart(part);
 }
 
 void JoinScriptRunner::AppendPart(const std::string& part) {
-    Doing("copy", part);
-    size_ += CopyWhole(part, Temporary());
-    copied_.push_back(part);
+    Begin("copy", part);
+    const FileIdentity read = copier_.CopyWhole(part, Temporary());
+    size_ += read.size;
+    copied_.emplace_back(part, read);
 }
 
-// Once a part could not be shared the ends of the later ones lie between blocks as well.
-std::int64_t JoinScriptRunner::CopyWhole(const std::string& from, LargeFileAccess& to) {
-    // Asked first, since it knows why a file that is there cannot be used.
-    const auto size = static_cast<std::int64_t>(fileSystem_.FileSize(from));
-    if (!fileSystem_.FindFile(from)) {
+// The older file goes in the moment in which the new one gets its name, so that there is always
+// one of them.
+void JoinScriptRunner::ReplaceOriginal() {
+    Begin("replace", script_.original);
+    static_cast<void>(Temporary());
+    RefuseReadOnly(script_.original);
+    replacesOriginal_ = fileSystem_.HasExactName(script_.original);
+}
+
+// Whoever cannot lock the temporary file can put another one in its place.
+void JoinScriptRunner::RenameTemporary() {
+    Begin("rename", JoinTemporary);
+    LargeFileAccess& file = Temporary();
+    if (replacesOriginal_ || Has(ScriptAction::DeleteParts) ||
+        (Has(ScriptAction::DeleteDestination) && fileSystem_.HasExactName(destination_))) {
+        file.Flush();
+    }
+    file.Close();
+    built_ = file.Identity();
+    const std::optional<FileIdentity> named = fileSystem_.Identity(JoinTemporary);
+    if (!named) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
-    if (size == 0) {
-        return size;
-    }
-    const std::unique_ptr<LargeFileAccess> source = fileSystem_.MakeLargeFile();
-    source->Open(from);
-    canShare_ = canShare_ && to.ShareFrom(*source, size);
-    if (!canShare_ && to.WriteFrom(*source, size) != size) {
+    if (!named->IsSameFile(built_) || built_.size != size_) {
         throw RuntimeError(ErrorNumber::DeviceIOError);
     }
-    return size;
-}
-
-void JoinScriptRunner::DeleteOriginal() {
-    Doing("delete", script_.original);
-    LargeFileAccess& replacement = Temporary();
-    if (Exists(script_.original)) {
-        replacement.Flush();
-        Delete(script_.original);
-        complete_ = JoinTemporary;
+    if (replacesOriginal_) {
+        fileSystem_.ReplaceFile(JoinTemporary, script_.original);
+    } else {
+        fileSystem_.MoveFile(JoinTemporary, script_.original);
     }
-}
-
-// The fixed name lets a second join in this folder put its own file in the place of this one.
-void JoinScriptRunner::RenameTemporary() {
-    Doing("rename", JoinTemporary);
-    if (complete_.empty() && WillDelete()) {
-        Temporary().Flush();
-    }
-    Temporary().Close();
-    if (fileSystem_.FileSize(JoinTemporary) != static_cast<double>(size_)) {
-        throw RuntimeError(ErrorNumber::DeviceIOError);
-    }
-    fileSystem_.MoveFile(JoinTemporary, script_.original);
     temporary_.reset();
     complete_ = script_.original;
 }
 
 void JoinScriptRunner::DeleteParts() {
-    Doing("delete", PartStem(script_.original) + "*");
+    Begin("delete", PartStem(script_.original) + "*");
     RequireBuilt();
     FlushNames();
-    for (const std::string& file : SetFiles()) {
-        Delete(file);
+    for (const SetFile& file : copied_) {
+        DeleteSetFile(file);
+    }
+    for (const SetFile& file : others_) {
+        if (fileSystem_.HasExactName(file.first) || file.first == scriptName_) {
+            DeleteSetFile(file);
+        }
     }
 }
 
-// What lies at the destination goes when the file that replaces it is there in full.
-void JoinScriptRunner::DeleteDestination() {
-    Doing("delete", destination_);
+// The destination may be the file that was just built, under another path, so nothing is deleted
+// before that has got its name there.
+void JoinScriptRunner::ReplaceDestination() {
+    Begin("replace", destination_);
     RequireBuilt();
+    RefuseReadOnly(destination_);
     const std::optional<std::uint32_t> attributes = fileSystem_.Attributes(destination_);
     if (attributes && (*attributes & AttributeFolder) != 0) {
         throw RuntimeError(ErrorNumber::PathFileAccessError);
     }
-    replacesDestination_ = true;
+    if (fileSystem_.HasExactName(destination_)) {
+        olderAtDestination_ = fileSystem_.Identity(destination_);
+    }
 }
 
-// The destination may be the file that was just built, under another spelling of its folder. So
-// the file first gets a name of its own there: what the destination still is then is another file.
 void JoinScriptRunner::MoveToDestination() {
-    Doing("move", script_.original);
+    Begin("move", script_.original);
     RequireBuilt();
     FlushNames();
-    const std::string beside = FreeNameAtDestination();
-    try {
-        fileSystem_.MoveFile(script_.original, beside);
-    } catch (const RuntimeError& error) {
-        // Among other things this is how the system refuses a move to another file system.
-        if (error.Number() != ErrorNumber::PathFileAccessError) {
-            throw;
-        }
-        return CopyToDestination(beside);
-    }
-    complete_ = beside;
-    try {
-        TakeDestinationsName(beside);
-    } catch (const RuntimeError&) {
-        fileSystem_.MoveFile(beside, script_.original);
-        complete_ = script_.original;
-        throw;
-    }
-    complete_ = destination_;
+    JoinedFileMove(fileSystem_, copier_, script_.original, built_, complete_)
+        .Run(destination_, olderAtDestination_);
 }
 
-void JoinScriptRunner::CopyToDestination(const std::string& beside) {
-    std::unique_ptr<LargeFileAccess> copy = fileSystem_.MakeLargeFile();
-    copy->Create(beside);
-    try {
-        CopyWhole(script_.original, *copy);
-        copy->Flush();
-        copy->Close();
-        TakeDestinationsName(beside);
-    } catch (const RuntimeError&) {
-        copy.reset();
-        fileSystem_.DeleteFile(beside);
-        throw;
+void JoinScriptRunner::RefuseReadOnly(const std::string& path) {
+    const std::optional<std::uint32_t> attributes =
+        fileSystem_.HasExactName(path) ? fileSystem_.Attributes(path) : std::nullopt;
+    if (attributes && (*attributes & AttributeReadOnly) != 0) {
+        Doing("replace", path);
+        reason_ = "the older file is read-only";
+        throw RuntimeError(ErrorNumber::PermissionDenied);
     }
-    fileSystem_.FlushVolume(FunctionPath(destination_));
-    complete_ = destination_;
-    Delete(script_.original);
 }
 
-// Gives a file in the destination's folder the destination's name.
-void JoinScriptRunner::TakeDestinationsName(const std::string& beside) {
-    if (replacesDestination_) {
-        Delete(destination_);
+// What the pattern for the parts stands for besides them, by name: a pattern would take what others
+// put there.
+void JoinScriptRunner::NoteOtherSetFiles() {
+    if (!Has(ScriptAction::DeleteParts)) {
+        return;
     }
-    fileSystem_.MoveFile(beside, destination_);
-}
-
-// The files that the pattern stands for, by name: a pattern would take what others put there.
-std::vector<std::string> JoinScriptRunner::SetFiles() const {
-    std::vector<std::string> files = copied_;
-    files.erase(std::unique(files.begin(), files.end()), files.end());
-    const std::string zeros(PartDigits(files.front()).size(), '0');
+    std::vector<std::string> names;
+    const std::string zeros(PartDigits(script_.FirstPart()).size(), '0');
     for (const std::string_view ending : {ScriptEnding, ScriptCopyEnding, ChecksumEnding}) {
-        files.push_back(PartStem(script_.original).append(zeros).append(ending));
+        names.push_back(PartStem(script_.original).append(zeros).append(ending));
     }
     for (const std::string_view ending : {ScriptCopyEnding, ScriptEnding}) {
         const std::string_view script = scriptName_;
         if (SameName(Right(script, ending.size()), ending) &&
             IsPartOf(script.substr(0, script.size() - ending.size()), script_.original)) {
-            files.emplace_back(script);
+            names.emplace_back(script);
         }
     }
-    return files;
+    for (const std::string& name : names) {
+        others_.emplace_back(name, fileSystem_.Identity(name).value_or(FileIdentity()));
+    }
 }
 
-void JoinScriptRunner::Delete(std::string_view path) {
-    Doing("delete", path);
-    // Where the system does not say whether the file is there, it may well be.
-    if (!fileSystem_.DeleteFile(path) && fileSystem_.SystemPath(path)) {
+void JoinScriptRunner::DeleteSetFile(const SetFile& file) {
+    Doing("delete", file.first);
+    const Deletion deletion = fileSystem_.DeleteSameFile(file.first, file.second);
+    if (deletion == Deletion::Refused) {
         throw RuntimeError(ErrorNumber::PathFileAccessError);
+    }
+    if (deletion == Deletion::OtherFile && kept_.empty()) {
+        kept_ = file.first;
     }
 }
 
@@ -207,14 +189,6 @@ void JoinScriptRunner::FlushNames() {
     }
 }
 
-bool JoinScriptRunner::WillDelete() {
-    return std::any_of(
-        script_.commands.begin(), script_.commands.end(), [this](const ScriptCommand& command) {
-            return command.action == ScriptAction::DeleteParts ||
-                   (command.action == ScriptAction::DeleteDestination && Exists(destination_));
-        });
-}
-
 LargeFileAccess& JoinScriptRunner::Temporary() const {
     if (!temporary_) {
         throw RuntimeError(ErrorNumber::FileNotFound);
@@ -223,22 +197,25 @@ LargeFileAccess& JoinScriptRunner::Temporary() const {
 }
 
 void JoinScriptRunner::RequireBuilt() const {
-    if (temporary_ || complete_.empty()) {
+    if (complete_.empty()) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
 }
 
-bool JoinScriptRunner::Exists(std::string_view path) {
-    return fileSystem_.Attributes(path).has_value();
+// A part is found in any letter case, as it is copied in any.
+bool JoinScriptRunner::Holds(const std::string& condition) {
+    return condition.empty() || fileSystem_.HasExactName(condition) ||
+           (IsPartOf(condition, script_.original) && fileSystem_.Attributes(condition));
 }
 
-std::string JoinScriptRunner::FreeNameAtDestination() {
-    const std::string stem = FunctionPath(destination_) + "Zarn-";
-    int number = 1;
-    while (Exists(stem + std::to_string(number) + ".TMP")) {
-        ++number;
-    }
-    return stem + std::to_string(number) + ".TMP";
+bool JoinScriptRunner::Has(ScriptAction action) const {
+    return std::any_of(script_.commands.begin(), script_.commands.end(),
+                       [action](const auto& command) { return command.action == action; });
+}
+
+void JoinScriptRunner::Begin(std::string_view verb, std::string_view file) {
+    Doing(verb, file);
+    copier_.StopIfAsked();
 }
 
 void JoinScriptRunner::Doing(std::string_view verb, std::string_view file) {
@@ -246,17 +223,26 @@ void JoinScriptRunner::Doing(std::string_view verb, std::string_view file) {
     file_ = file;
 }
 
-std::string JoinScriptRunner::Failure(const RuntimeError& error) {
-    std::string message = "cannot " + verb_ + " \"" + file_ + "\": " + error.what();
+ScriptOutcome JoinScriptRunner::Failed(std::string_view reason) {
+    std::string message = "cannot " + verb_ + " \"" + file_ + "\": ";
+    message += reason;
     if (!complete_.empty()) {
         const bool bare = FunctionLastPathItem(complete_) == complete_;
-        message += "\nThe joined file is complete: ";
+        message += CompleteFileMark;
         message += bare ? fileSystem_.CurrentFolder() + complete_ : complete_;
     } else if (temporary_) {
-        temporary_.reset();
-        fileSystem_.DeleteFile(JoinTemporary);
+        RemoveTemporary();
     }
-    return message;
+    return {ScriptStatus::Failed, message};
+}
+
+void JoinScriptRunner::RemoveTemporary() {
+    try {
+        fileSystem_.DeleteSameFile(JoinTemporary, temporary_->Identity());
+    } catch (const RuntimeError&) {
+        // It is a left-over then, which the next join removes.
+    }
+    temporary_.reset();
 }
 
 }  // namespace zarn

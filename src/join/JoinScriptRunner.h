@@ -5,70 +5,83 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "join/FileCopier.h"
 #include "join/JoinScript.h"
 #include "platform/FileSystem.h"
+#include "platform/Signals.h"
 #include "runtime/RuntimeError.h"
 
 namespace zarn {
 
 /// Runs a checked join script in the current folder. Parts are added to the temporary file in
-/// place, by sharing their blocks where the file system can. Before the first deletion of
-/// anything but the temporary file, what replaces it is on the medium.
+/// place. It is locked while it is built, so that no other join takes it for a left-over. Older
+/// files are replaced in one step by what is on the medium in full; only the very files that were
+/// read, unchanged, are deleted. The file that is built, and the destination, are files of exactly
+/// these names.
 class JoinScriptRunner {
   public:
     /// `scriptName` is the bare name of the running script's file; `destination` the full path
     /// for the finished file, empty without one. All arguments must outlive this object.
-    JoinScriptRunner(FileSystem& fileSystem, const JoinScript& script, std::string_view scriptName,
-                     std::string_view destination)
+    JoinScriptRunner(FileSystem& fileSystem, Signals& endingSignals, const JoinScript& script,
+                     std::string_view scriptName, std::string_view destination)
         : fileSystem_(fileSystem),
+          copier_(fileSystem, endingSignals),
           script_(script),
           scriptName_(scriptName),
           destination_(destination) {}
 
-    /// Runs the commands up to the first that fails. Returns nothing after a complete run, else
-    /// the message: what failed, the file, the error's text, and where a complete file was left.
-    /// A temporary file that was being built is deleted then, unless an older file of the final
-    /// name is gone already. Call it once.
-    [[nodiscard]] std::optional<std::string> Run();
+    /// Runs the commands up to the first that fails, or to a signal that asks the process to end.
+    /// The message tells what failed, the file, the error's text, and where a complete file was
+    /// left; an unfinished one is deleted. A script is refused while another join builds its file
+    /// in this folder. Call it once.
+    [[nodiscard]] ScriptOutcome Run();
 
   private:
+    using SetFile = std::pair<std::string, FileIdentity>;
+
     void Execute(const ScriptCommand& command);
     void MakeTemporary(const std::string& part);
     void AppendPart(const std::string& part);
-    void DeleteOriginal();
+    void ReplaceOriginal();
     void RenameTemporary();
     void DeleteParts();
-    void DeleteDestination();
+    void ReplaceDestination();
     void MoveToDestination();
-    void CopyToDestination(const std::string& beside);
-    void TakeDestinationsName(const std::string& beside);
-    std::int64_t CopyWhole(const std::string& from, LargeFileAccess& to);
-    void Delete(std::string_view path);  // a missing file is no failure
+    void RefuseReadOnly(const std::string& path);
+    void NoteOtherSetFiles();
+    void DeleteSetFile(const SetFile& file);
     void FlushNames();
     void RequireBuilt() const;
+    void Begin(std::string_view verb, std::string_view file);
     void Doing(std::string_view verb, std::string_view file);
-    [[nodiscard]] std::string Failure(const RuntimeError& error);
-    [[nodiscard]] std::vector<std::string> SetFiles() const;
+    [[nodiscard]] ScriptOutcome Failed(std::string_view reason);
+    void RemoveTemporary();
     [[nodiscard]] LargeFileAccess& Temporary() const;
-    [[nodiscard]] bool WillDelete();
-    [[nodiscard]] bool Exists(std::string_view path);
-    [[nodiscard]] std::string FreeNameAtDestination();
+    [[nodiscard]] bool Holds(const std::string& condition);
+    [[nodiscard]] bool Has(ScriptAction action) const;
 
     FileSystem& fileSystem_;
+    FileCopier copier_;
     const JoinScript& script_;
     std::string_view scriptName_;
-    std::string_view destination_;
+    std::string destination_;
     std::unique_ptr<LargeFileAccess> temporary_;  ///< null while this run has none
-    std::vector<std::string> copied_;             ///< the parts, in order
+    std::vector<SetFile> copied_;                 ///< the parts as they were read, in order
+    std::vector<SetFile> others_;                 ///< scripts and checksum file of the set
     std::int64_t size_ = 0;                       ///< bytes in the temporary file
+    FileIdentity built_;                          ///< the file, once it has its name
     std::string verb_;                            ///< what is being done,
     std::string file_;                            ///< and to which file, for the message
-    bool canShare_ = true;                        ///< no part was refused so far
     bool namesFlushed_ = false;
-    bool replacesDestination_ = false;  ///< the script has deleted what lies there
-    std::string complete_;              ///< the joined file, once it alone holds what it replaces
+    bool replacesOriginal_ = false;                   ///< the script has deleted an older file
+    std::optional<FileIdentity> olderAtDestination_;  ///< likewise
+    std::string kept_;           ///< a file of the set that is not the one that was read
+    std::string complete_;       ///< where the joined file is
+    std::string_view reason_;    ///< that there is no number for
+    bool isJoinedHere_ = false;  ///< by another process
 };
 
 }  // namespace zarn

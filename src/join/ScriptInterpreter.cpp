@@ -25,12 +25,9 @@ ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view d
     if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
         return Refused(*refusal);
     }
-    JoinScriptRunner runner(fileSystem_, std::get<JoinScript>(checked),
-                            FunctionLastPathItem(script), destination);
-    if (std::optional<std::string> failure = runner.Run()) {
-        return {ScriptStatus::Failed, std::move(*failure)};
-    }
-    return {};
+    return JoinScriptRunner(fileSystem_, endingSignals_, std::get<JoinScript>(checked),
+                            FunctionLastPathItem(script), destination)
+        .Run();
 }
 
 std::vector<std::string> ScriptInterpreter::PartsOf(std::string_view script,

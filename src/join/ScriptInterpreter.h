@@ -7,25 +7,16 @@
 
 #include "join/JoinScript.h"
 #include "platform/FileSystem.h"
+#include "platform/Signals.h"
 
 namespace zarn {
-
-enum class ScriptStatus {
-    Done = 0,
-    Failed = 1,   ///< a command failed
-    Refused = 2,  ///< no file was touched
-};
-
-struct ScriptOutcome {
-    ScriptStatus status = ScriptStatus::Done;
-    std::string message;  ///< empty after a complete run
-};
 
 /// Runs join scripts: what the command interpreter is to the program on its home system.
 class ScriptInterpreter {
   public:
-    /// `fileSystem` must outlive this object.
-    explicit ScriptInterpreter(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+    /// Both arguments must outlive this object. A run stops when a signal is held back.
+    ScriptInterpreter(FileSystem& fileSystem, Signals& endingSignals)
+        : fileSystem_(fileSystem), endingSignals_(endingSignals) {}
 
     /// Runs the script at a full path, with its folder as the current one. `destination` is the
     /// one place elsewhere that it may name, and to which it must move its file then; a full path,
@@ -50,6 +41,7 @@ class ScriptInterpreter {
     [[nodiscard]] bool MovesFromElsewhere(const JoinScript& script, std::string_view folder);
 
     FileSystem& fileSystem_;
+    Signals& endingSignals_;
 };
 
 }  // namespace zarn

@@ -48,7 +48,8 @@ ProgramOutcome ScriptProgram::RunScript(std::string_view file, std::string_view 
     if (!target) {
         return Failed(RefusedStatus, destination, ErrorText(ErrorNumber::BadFileNameOrNumber));
     }
-    const ScriptOutcome outcome = ScriptInterpreter(fileSystem_).Run(*script, *target);
+    const ScriptOutcome outcome =
+        ScriptInterpreter(fileSystem_, endingSignals_).Run(*script, *target);
     if (outcome.status == ScriptStatus::Done) {
         return {};
     }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/FileSystem.h"
+#include "platform/Signals.h"
 
 namespace zarn {
 
@@ -21,11 +22,13 @@ struct ProgramOutcome {
 ///
 /// Both are paths of the operating system, absolute or relative, or of the program. Exit status:
 /// 0 after a complete run, 1 if a command of the script failed, 2 if nothing was done because
-/// arguments or script were no good.
+/// arguments or script were no good, or another join builds its file in the folder. A signal that
+/// is held back stops the run; its caller delivers it.
 class ScriptProgram {
   public:
-    /// `fileSystem` must outlive this object.
-    explicit ScriptProgram(FileSystem& fileSystem) : fileSystem_(fileSystem) {}
+    /// Both arguments must outlive this object.
+    ScriptProgram(FileSystem& fileSystem, Signals& endingSignals)
+        : fileSystem_(fileSystem), endingSignals_(endingSignals) {}
 
     /// Never raises a `RuntimeError`.
     [[nodiscard]] ProgramOutcome Run(std::span<const std::string> arguments);
@@ -35,6 +38,7 @@ class ScriptProgram {
     [[nodiscard]] std::optional<std::string> FullPath(std::string_view path);
 
     FileSystem& fileSystem_;
+    Signals& endingSignals_;
 };
 
 }  // namespace zarn

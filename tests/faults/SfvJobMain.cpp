@@ -35,7 +35,8 @@ struct NobodyWaits : zarn::MessageQueue {
 void CancelJoin(zarn::SharedObjects& shared, const std::string& script, const std::string& file) {
     zarn::JoinRun run(shared, {script, file});
     run.PrepareScript();
-    zarn::ScriptInterpreter interpreter(*shared.Platform().fileSystem);
+    zarn::Platform& platform = shared.Platform();
+    zarn::ScriptInterpreter interpreter(*platform.fileSystem, *platform.endingSignals);
     static_cast<void>(interpreter.Run(zarn::TempScript(script), file));
     run.RemoveResults();
 }

@@ -170,8 +170,10 @@ bool StrikesOutput(const Evidence& evidence) {
         return false;
     }
     const auto& [call, path] = *evidence.run.struck;
+    // Joins give a file such a name only to delete it, and do without if they cannot.
+    const bool isNameAlone = IsJoin(evidence.job) && Contains(path, "/.zarn-");
     return calls.contains(call)
-               ? Matches(path, "(OUT|DEST|PARTS)(/.*)?")
+               ? !isNameAlone && Matches(path, "(OUT|DEST|PARTS)(/.*)?")
                : call == "close" &&
                      (Matches(path, R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
                       (evidence.job.road == Road::Split && Matches(path, "OUT/.*_Part[1-9]")));
@@ -331,7 +333,7 @@ std::string JudgeJoinResult(const Evidence& evidence, const Snapshot& files) {
         }
     }
     for (const auto& [path, bytes] : files) {
-        if (path.starts_with("PARTS") && !evidence.clean.contains(path)) {
+        if (path.starts_with("PARTS") && !evidence.clean.contains(path) && !IsUnfinished(path)) {
             return "still there: " + path;
         }
     }
@@ -355,7 +357,7 @@ bool IsReasonFor(const Evidence& evidence, const std::string& text) {
         {"ENOENT", {"File not found", "Path not found"}},
         {"EINTR", {"Path/File access error"}}};
     static const Words others = {"File not found", "Path not found", "Path/File access error",
-                                 "File already exists"};
+                                 "File already exists", "it is not the file that was joined"};
     static const Words questions = {"stat",   "list",  "attribute", "statfs",
                                     "delete", "chdir", "space",     "chmod"};
     const auto found = reasons.find(evidence.fault.kind);
@@ -384,7 +386,8 @@ bool IsSplitMessage(const Evidence& evidence) {
 
 bool IsJoinMessage(const Evidence& evidence) {
     static const std::regex failed(
-        "ZarnScript: [^\n]*\\.bat: cannot (?:make|copy|delete|rename|build|move) \"[^\"\n]+\": "
+        "ZarnScript: [^\n]*\\.bat: cannot (?:make|copy|delete|rename|replace|build|move) "
+        "\"[^\"\n]+\": "
         "([^\n]+)\n(?:The joined file is complete: [^\n]*(\\\\[^\n]+)\n)?");
     static const std::regex refused("ZarnScript: [^\n]*: ([^\n:]+)\n");
     std::smatch match;

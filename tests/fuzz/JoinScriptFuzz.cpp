@@ -8,6 +8,7 @@
 #include "join/JoinScriptParser.h"
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxFileSystem.h"
+#include "platform/linux/LinuxSignals.h"
 #include "runtime/CodePage.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
@@ -86,6 +87,15 @@ class GuardedFileSystem : public testing::ForwardingFileSystem {
         Guard(to);
         ForwardingFileSystem::MoveFile(from, to);
     }
+    void ReplaceFile(Path from, Path to) override {
+        Guard(from);
+        Guard(to);
+        ForwardingFileSystem::ReplaceFile(from, to);
+    }
+    Deletion DeleteSameFile(Path path, const FileIdentity& identity) override {
+        Guard(path);
+        return ForwardingFileSystem::DeleteSameFile(path, identity);
+    }
     std::unique_ptr<LargeFileAccess> MakeLargeFile() override {
         return std::make_unique<GuardedFile>(ForwardingFileSystem::MakeLargeFile(), *this);
     }
@@ -102,6 +112,10 @@ class GuardedFileSystem : public testing::ForwardingFileSystem {
         void Create(std::string_view path) override {
             guard_.Guard(path);
             ForwardingLargeFile::Create(path);
+        }
+        bool CreateLocked(std::string_view path) override {
+            guard_.Guard(path);
+            return ForwardingLargeFile::CreateLocked(path);
         }
 
       private:
@@ -262,7 +276,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         std::make_unique<LinuxFileSystem>(std::make_shared<PathResolver>(home.System()),
                                           testing::FoldersIn(home)),
         here, there);
-    ScriptInterpreter interpreter(files);
+    LinuxSignals noSignals;
+    ScriptInterpreter interpreter(files, noSignals);
     const auto parts = interpreter.PartsOf(here + name, destination);
     run.outcome = interpreter.Run(here + name, destination);
     std::filesystem::current_path(start);

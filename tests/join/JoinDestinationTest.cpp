@@ -1,4 +1,7 @@
+#include <sys/stat.h>
+
 #include "join/JoinFixture.h"
+#include "runtime/Text.h"
 #include "support/RunProgram.h"
 
 namespace zarn::testing {
@@ -9,33 +12,93 @@ std::string MoveLines(const std::string& from, const std::string& to) {
     return "Del \"" + to + "\"\r\nMove \"" + from + "\" \"" + to + "\"\r\n";
 }
 
-TEST_F(JoinFixture, MovesTheFileToTheOneDestination) {
-    const TestFolder other;
-    const std::string target = other.Drive("Movie.avi");
-    const std::string script = wholeScript + MoveLines(folder.Drive("Movie.avi"), target);
-    for (const char* refused : {"", "move Movie.avi"}) {  // as to another file system
-        SetUp();
-        other.Write("Movie.avi", "old");
-        fileSystem.refused = refused;
-        EXPECT_EQ(Run(script, target).message, "") << refused;
-        EXPECT_EQ(other.Read("Movie.avi"), "one two three");
-        EXPECT_EQ(other.Names(), Names{"Movie.avi"});
-        EXPECT_EQ(folder.Names(), Names{});
-        EXPECT_EQ(fileSystem.log.front(), "flush");
+// Folders between which the system moves nothing. One of them may be the other one, mounted a
+// second time from somewhere that gives its files other numbers.
+class TwoMounts : public WatchedFileSystem {
+  public:
+    using WatchedFileSystem::WatchedFileSystem;
+    std::optional<FileIdentity> Identity(std::string_view path) override {
+        auto file = WatchedFileSystem::Identity(path);
+        if (file && !FunctionPath(path).empty()) {
+            ++file->device;
+        }
+        return file;
     }
-}
+    void MoveFile(std::string_view from, std::string_view to) override {
+        Cross(from, to);
+        WatchedFileSystem::MoveFile(from, to);
+    }
+    void ReplaceFile(std::string_view from, std::string_view to) override {
+        Cross(from, to);
+        WatchedFileSystem::ReplaceFile(from, to);
+    }
 
-TEST_F(JoinFixture, DoesNotDeleteTheFileThatItBuiltAtTheDestination) {
+  private:
+    static void Cross(std::string_view from, std::string_view to) {
+        if (FunctionPath(from) != FunctionPath(to)) {
+            throw RuntimeError(ErrorNumber::PathFileAccessError);
+        }
+    }
+};
+
+TEST_F(JoinFixture, TheFileSurvivesOnceWhereverItIsMoved) {
     const TestFolder other;
-    fs::create_directory_symlink(folder.System(), other.System("alias"));
-    for (const std::string& target :
-         {other.Drive("alias\\Movie.avi"), folder.Drive("MOVIE.avi"), folder.Drive("Movie.avi")}) {
-        SetUp();
-        const std::string source = other.Drive("alias\\Movie.avi");
-        EXPECT_EQ(Run(wholeScript + MoveLines(source, target), target).message, "");
-        EXPECT_EQ(folder.Names().size(), 1U);
-        EXPECT_EQ(other.Names(), Names{"alias"});
-        EXPECT_EQ(folder.Read(folder.Names().front()), "one two three") << target;
+    const std::vector<const TestFolder*> places = {&folder, &other};
+    TwoMounts mounts(MakeLinuxPlatform(FoldersIn(home)).fileSystem);
+    const auto write = [&](const char* name) { return [&, name] { other.Write(name, "other"); }; };
+    const auto at = [&](const char* name) { return other.Drive(name); };
+    // Where to, what happens at which step on another mount ("" is before), what is said, and what
+    // is in the other folder then.
+    using Case = std::tuple<std::string, std::string, std::function<void()>, std::string, Names>;
+    for (const auto& [target, when, happens, said, left] :
+         {Case(at("Movie.avi"), "", write("Movie.avi"), "", {"Movie.avi"}),
+          Case(at("Movie.avi"), "", write("MOVIE.AVI"), "", {"MOVIE.AVI", "Movie.avi"}),
+          Case(at("Movie.avi"), "move Movie.avi", write("Movie.avi"), "already exists",
+               {"Movie.avi"}),
+          Case(at("Movie.avi"), "",
+               [&] { write("Movie.avi")(), chmod(other.System("Movie.avi").c_str(), 0400); },
+               "the older file is read-only", {"Movie.avi"}),
+          Case(at("no\\Movie.avi"), "", [] {}, "Path not found", {}),
+          Case(at("alias\\Movie.avi"), "", [] {}, "", {}),
+          Case(at("alias\\Movie.avi"), "", [&] { folder.Write("Movie.avi", "old"); }, "", {}),
+          Case(folder.Drive("MOVIE.avi"), "", [] {}, "", {}),
+          Case(folder.Drive("Movie.avi"), "", [] {}, "", {})}) {
+        for (WatchedFileSystem* files : {&fileSystem, static_cast<WatchedFileSystem*>(&mounts)}) {
+            SCOPED_TRACE(target + when + said + (files == &mounts ? " mounts" : ""));
+            for (const TestFolder* place : places) {
+                for (const std::string& name : place->Names()) {
+                    fs::remove(place->System(name));
+                }
+            }
+            WriteSet(folder, wholeScript + MoveLines(folder.Drive("Movie.avi"), target));
+            fs::create_directory_symlink(folder.System(), other.System("alias"));
+            files->log.clear();
+            bool once = false;
+            files->whenStep = [&, &when = when, &happens = happens](const std::string& step) {
+                if (step == when && !std::exchange(once, true)) {
+                    happens();
+                }
+            };
+            files->whenStep("");
+            const std::string message = ScriptInterpreter(*files, endingSignals)
+                                            .Run(folder.Drive("Movie.avi_Part0.bat"), target)
+                                            .message;
+            const bool fails = !said.empty() && (when.empty() || once);
+            EXPECT_TRUE(fails ? Contains(message, said) : message.empty()) << message;
+            Names there = left;
+            there.emplace_back("alias");
+            EXPECT_EQ(other.Names(), there);
+            std::string whole;
+            for (const TestFolder* place : places) {
+                for (const std::string& name : place->Names()) {
+                    whole += name != "alias" && place->Read(name) == "one two three" ? name : "";
+                }
+            }
+            EXPECT_EQ(UpperCase(whole), Contains(said, "read-only") ? "" : "MOVIE.AVI");
+            EXPECT_FALSE(folder.Has("Zarn-1.TMP") || folder.Has("Zarn.TMP"));
+            EXPECT_TRUE(message.empty() || folder.Has("Movie.avi_Part1") ||
+                        message.ends_with(folder.Drive("Movie.avi")));
+        }
     }
 }
 
@@ -82,8 +145,11 @@ TEST_F(JoinFixture, TheProgramTakesPathsOfBothForms) {
 }
 
 TEST_F(JoinFixture, TheProgramSaysWhatIsWrong) {
+    fs::remove(folder.System("Movie.avi_Part2"));
     folder.Write("bad.bat", "@Echo off\r\nFormat C:\r\n");
-    folder.Write("fails.bat", "Copy Movie.avi_Part4 Zarn.TMP\r\nRen Zarn.TMP Movie.avi\r\n");
+    folder.Write("fails.bat",
+                 "Copy Movie.avi_Part1 Zarn.TMP\r\nCopy /b Zarn.TMP + Movie.avi_Part2 "
+                 "Zarn.TMP\r\nRen Zarn.TMP Movie.avi\r\n");
     folder.Write("long.bat", std::string(std::size_t{17} * 1024 * 1024, '\n'));
     const std::string usage = "usage: ZarnScript FILE [DESTINATION]\n";
     using Case = std::tuple<Names, int, std::string>;
@@ -94,7 +160,7 @@ TEST_F(JoinFixture, TheProgramSaysWhatIsWrong) {
           Case({"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"),
           Case({"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"),
           Case({"fails.bat"}, 1,
-               "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n")}) {
+               "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part2\": File not found\n")}) {
         const ProgramResult result = RunProgram("ZarnScript", arguments, {}, folder.System());
         EXPECT_EQ(result.status, status) << error;
         EXPECT_EQ(result.error, error);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "join/ScriptInterpreter.h"
+#include "platform/linux/LinuxSignals.h"
 #include "support/TestPlatform.h"
 #include "support/WatchedFileSystem.h"
 
@@ -46,11 +47,12 @@ class JoinFixture : public ::testing::Test {
                       const std::string& name = "Movie.avi_Part0.bat") {
         fileSystem.log.clear();
         folder.Write(name, script);
-        return ScriptInterpreter(fileSystem).Run(folder.Drive(name), destination);
+        return ScriptInterpreter(fileSystem, endingSignals).Run(folder.Drive(name), destination);
     }
 
     TestFolder folder;
     TestFolder home;
+    LinuxSignals endingSignals;
     WatchedFileSystem fileSystem{MakeLinuxPlatform(FoldersIn(home)).fileSystem};
 };
 

@@ -42,9 +42,11 @@ TEST_F(JoinFixture, KnowsTheFormsOfItsLines) {
                "IF EXIST \"100%PATH% \"a\" b\" Del \"100%PATH% \"a\" b\"\n"
                "Ren Zarn.TMP \"100%PATH% \"a\" b\"\nDel \"100%PATH% \"a\" b_Part*\"\n",
                "100%PATH% \"a\" b"),
-          Case("Copy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n", "empty"),
-          Case("Copy Movie.avi_Part1 Zarn.TMP\nif exist Movie.avi_Part4 copy /b Zarn.TMP + "
-               "Movie.avi_Part4 Zarn.TMP\nif exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
+          Case("Rem |  Parts Count ..: 1\nCopy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n",
+               "empty"),
+          Case("Rem |  Parts Count ..: 2\nCopy Movie.avi_Part1 Zarn.TMP\n"
+               "if exist Movie.avi_Part4 copy /b Zarn.TMP + Movie.avi_Part4 Zarn.TMP\n"
+               "if exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
                "Movie.avi")}) {
         EXPECT_EQ(Run(script).message, "") << script;
         EXPECT_TRUE(fs::remove(folder.System(built))) << script;
@@ -124,18 +126,18 @@ TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
 
 TEST_F(JoinFixture, LosesNothingWhenACommandFails) {
     const std::string two = folder.System("Movie.avi_Part2");
-    // What stands in the place of part two, the step that fails, what is said, and the whole file
-    // that stays.
+    // What stands in the place of part two, the step that fails, what is said, and whether the file
+    // is complete.
     const auto part = [this] { SetUp(); };
-    using Case = std::tuple<std::function<void()>, const char*, const char*, std::string>;
-    for (const auto& [place, refused, message, kept] :
-         {Case([] {}, "", "copy \"Movie.avi_Part2\": File not found", ""),
-          Case([&] { fs::create_directory(two); }, "", "copy \"Movie.avi_Part2\"", ""),
+    using Case = std::tuple<std::function<void()>, const char*, const char*, bool>;
+    for (const auto& [place, refused, message, isComplete] :
+         {Case([] {}, "", "copy \"Movie.avi_Part2\": File not found", false),
+          Case([&] { fs::create_directory(two); }, "", "copy \"Movie.avi_Part2\"", false),
           Case([&] { mkfifo(two.c_str(), 0600); }, "", "copy \"Movie.avi_Part2\": File not found",
-               ""),
-          Case(part, "delete Movie.avi", "delete \"Movie.avi\"", ""),
-          Case(part, "move Zarn.TMP", "rename \"Zarn.TMP\"", "Zarn.TMP"),
-          Case(part, "delete Movie.avi_Part1", "delete", "Movie.avi")}) {
+               false),
+          Case(part, "flush", "rename \"Zarn.TMP\"", false),
+          Case(part, "replace Movie.avi", "rename \"Zarn.TMP\"", false),
+          Case(part, "delete Movie.avi_Part1", "delete", true)}) {
         SCOPED_TRACE(message);
         fs::remove(two);
         place();
@@ -144,29 +146,117 @@ TEST_F(JoinFixture, LosesNothingWhenACommandFails) {
         const ScriptOutcome outcome = Run(wholeScript);
         EXPECT_EQ(outcome.status, ScriptStatus::Failed);
         EXPECT_NE(outcome.message.find(message), std::string::npos) << outcome.message;
-        EXPECT_TRUE(outcome.message.ends_with(kept)) << outcome.message;
-        EXPECT_EQ(folder.Has("Zarn.TMP"), kept == "Zarn.TMP");
-        EXPECT_EQ(folder.Read(kept.empty() ? "Movie.avi" : kept),
-                  kept.empty() ? "old" : "one two three");
+        EXPECT_EQ(outcome.message.ends_with("\\Movie.avi"), isComplete) << outcome.message;
+        EXPECT_FALSE(folder.Has("Zarn.TMP"));
+        EXPECT_EQ(folder.Read("Movie.avi"), isComplete ? "one two three" : "old");
         EXPECT_TRUE(folder.Has("Movie.avi_Part1") && folder.Has("Movie.avi_Part3"));
     }
 }
 
-TEST_F(JoinFixture, FlushesBeforeItDeletesAndOnlyThen) {
+TEST_F(JoinFixture, FlushesBeforeItReplacesOrDeletesAndOnlyThen) {
     EXPECT_EQ(Run(copies + naming).message, "");
     EXPECT_EQ(fileSystem.log, Names{"move Zarn.TMP"});
     folder.Write("Zarn.TMP", "left over");
     EXPECT_EQ(Run(wholeScript).message, "");
-    EXPECT_EQ(fileSystem.log,
-              (Names{"delete Zarn.TMP", "flush", "delete Movie.avi", "move Zarn.TMP",
-                     "flush volume", "delete Movie.avi_Part1", "delete Movie.avi_Part2",
-                     "delete Movie.avi_Part3", "delete Movie.avi_Part0.bat"}));
+    EXPECT_EQ(fileSystem.log, (Names{"flush", "replace Movie.avi", "flush volume",
+                                     "delete Movie.avi_Part1", "delete Movie.avi_Part2",
+                                     "delete Movie.avi_Part3", "delete Movie.avi_Part0.bat"}));
     SetUp();
     fs::remove(folder.System("Movie.avi"));
     EXPECT_EQ(Run(wholeScript, {}, "join.bat").message, "");
     fileSystem.log.resize(3);
     EXPECT_EQ(fileSystem.log, (Names{"flush", "move Zarn.TMP", "flush volume"}));
     EXPECT_TRUE(folder.Has("join.bat"));
+}
+
+// A name can come to mean another file, and a file has other names.
+TEST_F(JoinFixture, TouchesOnlyTheVeryFilesThatItMeans) {
+    const std::string notTheSame = "\": it is not the file that was joined\nThe joined file is";
+    const std::string movie = folder.System("Movie.avi");
+    const auto write = [this](const char* name) {
+        return [=, this] { folder.Write(name, "other"); };
+    };
+    const auto replace = [this](const char* name) {
+        return [=, this] {
+            folder.Write("new", "other");
+            fs::rename(folder.System("new"), folder.System(name));
+        };
+    };
+    // What happens, at which step ("" is before the run), what is said, and what stays.
+    using Case = std::tuple<std::string, std::function<void()>, std::string, Names>;
+    for (const auto& [when, happens, said, left] :
+         {Case("", write("MOVIE.AVI"), "", {"MOVIE.AVI", "Movie.avi"}),
+          Case("", write("movie.avi_Part0.sfv"), "", {"Movie.avi", "movie.avi_Part0.sfv"}),
+          Case("flush volume", write("Movie.avi_Part2"), "Part2" + notTheSame,
+               {"Movie.avi", "Movie.avi_Part2"}),
+          Case("flush volume", replace("Movie.avi_Part2"), "Part2" + notTheSame,
+               {"Movie.avi", "Movie.avi_Part2"}),
+          Case("flush volume", replace("Movie.avi_Part0.bat"), "Part0.bat" + notTheSame,
+               {"Movie.avi", "Movie.avi_Part0.bat"}),
+          Case("move Zarn.TMP", write("Movie.avi"), "Zarn.TMP\": File already exists", {}),
+          Case("flush", replace("Zarn.TMP"), "Zarn.TMP\": Device I/O error", {}),
+          Case("", [&] { write("Movie.avi")(), chmod(movie.c_str(), 0400); },
+               "cannot replace \"Movie.avi\": the older file is read-only", {})}) {
+        for (const std::string& name : folder.Names()) {
+            fs::remove(folder.System(name));
+        }
+        SetUp();
+        SCOPED_TRACE(when + said);
+        bool once = false;
+        fileSystem.whenStep = [&, &when = when, &happens = happens](const std::string& step) {
+            if (step == when && !std::exchange(once, true)) {
+                happens();
+            }
+        };
+        fileSystem.whenStep("");
+        const ScriptOutcome outcome = Run(wholeScript);
+        EXPECT_TRUE(said.empty() == outcome.message.empty() && Contains(outcome.message, said))
+            << outcome.message;
+        if (left.empty()) {
+            EXPECT_TRUE(Contains(outcome.message, "exists") || !folder.Has("Movie.avi") ||
+                        folder.Read("Movie.avi") == "other");
+            EXPECT_TRUE(folder.Has("Movie.avi_Part1") && folder.Has("Movie.avi_Part3"));
+        } else {
+            EXPECT_EQ(folder.Names(), left);
+            EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
+        }
+    }
+}
+
+TEST_F(JoinFixture, LeavesAnotherJoinInTheFolderAlone) {
+    const auto other = fileSystem.MakeLargeFile();
+    ASSERT_TRUE(other->CreateLocked(folder.Drive("Zarn.TMP")));
+    const ScriptOutcome outcome = Run(wholeScript);
+    EXPECT_EQ(outcome.status, ScriptStatus::Refused);
+    EXPECT_EQ(outcome.message, "another join is running in this folder");
+    EXPECT_EQ(fileSystem.log, Names{});
+    EXPECT_TRUE(folder.Has("Zarn.TMP") && folder.Has("Movie.avi_Part1"));
+}
+
+class SignalsAfterAWhile : public LinuxSignals {
+  public:
+    bool IsHeld() override { return --looks < 0; }
+    int looks = 0;
+};
+
+TEST_F(JoinFixture, ASignalStopsItAtAnyLook) {
+    SignalsAfterAWhile stopping;
+    ScriptOutcome outcome;
+    for (int looks = 0; looks == 0 || outcome.status != ScriptStatus::Done; ++looks) {
+        SetUp();
+        folder.Write("Movie.avi", "old");
+        folder.Write("Movie.avi_Part0.bat", wholeScript);
+        stopping.looks = looks;
+        outcome =
+            ScriptInterpreter(fileSystem, stopping).Run(folder.Drive("Movie.avi_Part0.bat"), "");
+        const bool isComplete = folder.Read("Movie.avi") == "one two three";
+        EXPECT_TRUE(isComplete || folder.Read("Movie.avi") == "old");
+        EXPECT_TRUE(folder.Has("Movie.avi_Part1") == (outcome.status != ScriptStatus::Done));
+        EXPECT_EQ(Contains(outcome.message, "\nThe joined file is complete: "),
+                  isComplete && outcome.status != ScriptStatus::Done);
+        EXPECT_FALSE(folder.Has("Zarn.TMP"));
+        ASSERT_LT(looks, 20);
+    }
 }
 
 TEST_F(JoinFixture, FollowsLinksToPartsAndNoLinkInPlaceOfTheTemporaryFile) {

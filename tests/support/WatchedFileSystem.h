@@ -13,8 +13,8 @@
 namespace zarn::testing {
 
 /// The real file system, with a log of the steps that must come in order: "delete" of what is there
-/// and "move", each with the path as it was given, "prepare" and "commit", "flush" of a file, and
-/// "flush volume". One of them fails on demand.
+/// and "move" or "replace", each with the path as it was given, "prepare" and "commit", "flush" of
+/// a file, and "flush volume". One of them fails on demand.
 class WatchedFileSystem : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
@@ -24,9 +24,13 @@ class WatchedFileSystem : public ForwardingFileSystem {
                ForwardingFileSystem::DeleteFile(path);
     }
     Deletion DeleteSameFile(std::string_view path, const FileIdentity& identity) override {
-        return Takes("delete " + std::string(path))
+        return !Attributes(path) || Takes("delete " + std::string(path))
                    ? ForwardingFileSystem::DeleteSameFile(path, identity)
                    : Deletion::Refused;
+    }
+    void ReplaceFile(std::string_view from, std::string_view to) override {
+        Step("replace " + std::string(to));
+        ForwardingFileSystem::ReplaceFile(from, to);
     }
     void MoveFile(std::string_view from, std::string_view to) override {
         Step("move " + std::string(from));
@@ -47,6 +51,7 @@ class WatchedFileSystem : public ForwardingFileSystem {
     }
 
     std::vector<std::string> log;
+    std::function<void(const std::string&)> whenStep = [](const std::string& /*step*/) {};
     std::string refused;  ///< the step that fails
 
     /// Makes every file into one of a test's own.
@@ -81,6 +86,7 @@ class WatchedFileSystem : public ForwardingFileSystem {
 
     bool Takes(const std::string& step) {
         log.push_back(step);
+        whenStep(step);
         return step != refused;
     }
     void Step(const std::string& step) {
