@@ -1,13 +1,11 @@
 #include "join/JoinAnalysis.h"
 
-#include <limits>
 #include <utility>
 
 #include "join/JoinScript.h"
+#include "join/JoinScriptLines.h"
 #include "runtime/CodePage.h"
-#include "runtime/Numbers.h"
 #include "runtime/Product.h"
-#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
 
@@ -163,29 +161,15 @@ void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report)
     report.bytes *= partsPerName;
 }
 
-bool IsPartsCountLine(std::string_view line) {
-    return line.starts_with(CountMark);
-}
-
-double PartsCountValue(std::string_view line) {
-    const std::size_t colon = line.find(':');
-    if (colon == std::string_view::npos) {
-        return 0;
-    }
-    try {
-        return NumberPrefix(line.substr(colon + 1));
-    } catch (const RuntimeError&) {
-        return std::numeric_limits<double>::infinity();
-    }
-}
-
 bool IsOriginalFileLine(std::string_view line) {
     return line.starts_with(NameMark);
 }
 
 std::string OriginalFileValue(std::string_view line) {
-    const std::vector<std::string> pieces = Split(line, ":");
-    return pieces.size() < 2 ? std::string() : pieces[1];
+    const std::size_t colon = line.find(':');
+    return colon == std::string_view::npos
+               ? std::string()
+               : std::string(line.substr(colon + 1, line.find(':', colon + 1) - colon - 1));
 }
 
 std::string JoinPartName(std::string& originalName, std::int32_t count, std::int32_t index) {

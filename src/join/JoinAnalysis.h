@@ -55,14 +55,7 @@ class JoinAnalysis {
     Files& files_;
 };
 
-// The comment lines of a join script: "Rem |  Parts Count ..: 3" and
-// "Rem |  Original File : "Movie.avi"".
-
-[[nodiscard]] bool IsPartsCountLine(std::string_view line);
-
-/// The number at the start of the text behind the first colon; 0 where there is none, infinity for
-/// one beyond a double: a count that no set has, as any other of its kind.
-[[nodiscard]] double PartsCountValue(std::string_view line);
+// The comment line with the name: "Rem |  Original File : "Movie.avi"".
 
 [[nodiscard]] bool IsOriginalFileLine(std::string_view line);
 

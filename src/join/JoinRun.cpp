@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "join/JoinScript.h"
 #include "join/ScriptInterpreter.h"
-#include "runtime/CodePage.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
@@ -15,14 +13,12 @@ namespace zarn {
 
 namespace {
 
-// Two lines behind the script's last one. A file of bytes as they stand takes them as it is: to
-// decode it would change its names.
+// Two lines behind the script's last one.
 std::string WithMoveLines(const std::string& script, const std::string& from,
                           const std::string& to) {
     const std::string_view lineEnd = script.empty() || script.ends_with('\n') ? "" : "\r\n";
-    const std::string lines = std::string(lineEnd) + "Del " + Quoted(to) + "\r\nMove " +
-                              Quoted(from) + " " + Quoted(to) + "\r\n";
-    return IsUtf8(lines) ? EncodeText(DecodeText(script) + lines) : script + EncodeText(lines);
+    return script + std::string(lineEnd) + "Del " + Quoted(to) + "\r\nMove " + Quoted(from) + " " +
+           Quoted(to) + "\r\n";
 }
 
 }  // namespace
@@ -46,12 +42,14 @@ bool JoinRun::ResultMoves() const {
 
 void JoinRun::PrepareScript() {
     FileSystem& fileSystem = *shared_.Platform().fileSystem;
+    ScriptInterpreter interpreter(fileSystem, *shared_.Platform().endingSignals);
     fileSystem.ChangeCurrentFolder(folder_);
-    const std::string script = fileSystem.ReadFile(job_.joinFile, LargestScript);
-    const std::string copy =
-        ResultMoves() ? WithMoveLines(script, partsBase_, job_.joinedFile) : script;
+    // The names in the added lines are as the system has them, so those in the script have to be.
+    const std::string copy = ResultMoves() ? WithMoveLines(interpreter.TextOf(job_.joinFile),
+                                                           partsBase_, job_.joinedFile)
+                                           : fileSystem.ReadFile(job_.joinFile, LargestScript);
     fileSystem.PrepareFile(tempScript_, copy)->Commit();
-    parts_ = ScriptInterpreter(fileSystem, *shared_.Platform().endingSignals).PartsOf(tempScript_, Destination());
+    plan_ = interpreter.Read(tempScript_, Destination());
 }
 
 // The one name outside the parts' folder that the script may use, and only where this program has
@@ -65,6 +63,7 @@ void JoinRun::Start() {
     if (ResultMoves()) {
         arguments.push_back(Destination());
     }
+    scriptPath_ = shared_.Platform().fileSystem->SystemPath(tempScript_).value_or("");
     try {
         process_ = shared_.Platform().processes->StartHidden(tempScript_, arguments);
     } catch (const RuntimeError&) {
@@ -77,29 +76,70 @@ bool JoinRun::IsRunning() {
     return shared_.Platform().processes->ExitCode(process_) == StillActive;
 }
 
+std::string JoinRun::Failure() {
+    Processes& processes = *shared_.Platform().processes;
+    const std::int32_t status = processes.ExitCode(process_);
+    if (status == static_cast<std::int32_t>(ScriptStatus::Done)) {
+        return {};
+    }
+    std::string reason(Trim(processes.ErrorOutput(process_), "\n"));
+    const std::string teller = "ZarnScript: " + scriptPath_ + ": ";
+    if (reason.starts_with(teller)) {
+        reason.erase(0, teller.size());
+    } else if (reason.empty()) {
+        reason = "the script ended with status " + std::to_string(status);
+    }
+    const std::size_t mark = reason.find(CompleteFileMark);
+    const bool isThere = mark != std::string::npos &&
+                         shared_.Platform().fileSystem->IsSameFile(
+                             job_.joinedFile, reason.substr(mark + CompleteFileMark.size()));
+    return std::string(isThere ? "The file was joined, but not all was done :"
+                               : "The file was not made :") +
+           "\r" + job_.joinedFile + "\r\r" + Replace(reason, "\n", "\r");
+}
+
 void JoinRun::RemoveScript() {
     shared_.Files().FileDelete(tempScript_);
 }
 
 bool JoinRun::PartsAreThere() {
-    return !parts_.empty() &&
-           std::all_of(parts_.begin(), parts_.end(), [this](const std::string& part) {
-               return shared_.Files().FileExist(folder_ + part);
-           });
+    return plan_ && std::all_of(plan_->commands.begin(), plan_->commands.end(),
+                                [this](const ScriptCommand& command) {
+                                    return command.part.empty() ||
+                                           shared_.Files().FileExist(folder_ + command.part);
+                                });
 }
 
 void JoinRun::RemoveResults() {
     RemoveScript();
-    if (!PartsAreThere()) {
+    const bool wasRefused = shared_.Platform().processes->ExitCode(process_) ==
+                            static_cast<std::int32_t>(ScriptStatus::Refused);
+    if (wasRefused || !PartsAreThere()) {
         return;
     }
-    Files& files = shared_.Files();
-    files.FileDelete(folder_ + std::string(JoinTemporary));
-    files.FileDelete(job_.joinedFile);
-    // Where the mark stands in a folder's name, or the script was renamed, this is another file.
-    if (Files::FunctionPath(partsBase_) == folder_ &&
-        SameName(FunctionLastPathItem(partsBase_), FunctionLastPathItem(job_.joinedFile))) {
-        files.FileDelete(partsBase_);
+    RemoveTemporary();
+    RemoveResult(job_.joinedFile);
+    RemoveResult(folder_ + plan_->original);
+}
+
+// Whoever could take the name for a file of its own can remove what has it.
+void JoinRun::RemoveTemporary() {
+    FileSystem& fileSystem = *shared_.Platform().fileSystem;
+    const std::string path = folder_ + std::string(JoinTemporary);
+    try {
+        if (fileSystem.HasExactName(path) && fileSystem.MakeLargeFile()->CreateLocked(path)) {
+            fileSystem.DeleteFile(path);
+        }
+    } catch (const RuntimeError&) {
+        // It stays; the next join removes it.
+    }
+}
+
+void JoinRun::RemoveResult(const std::string& path) {
+    FileSystem& fileSystem = *shared_.Platform().fileSystem;
+    if (fileSystem.HasExactName(path) &&
+        (fileSystem.Attributes(path).value_or(0) & AttributeReadOnly) == 0) {
+        shared_.Files().FileDelete(path);
     }
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "join/JoinScript.h"
 #include "platform/Processes.h"
 #include "settings/SharedObjects.h"
 
@@ -30,19 +31,25 @@ class JoinRun {
     /// copy is gone then.
     void Start();
 
-    /// True while the process runs. How it ended is not asked.
     [[nodiscard]] bool IsRunning();
+
+    /// Why the script, which has ended, did not make the file: a text for a box. Empty after a
+    /// complete run.
+    [[nodiscard]] std::string Failure();
 
     void RemoveScript();
 
-    /// What a cancel removes: the copy of the script, the temporary file, and the file under both
-    /// its names, an older file of that name too. Where one of the parts that the script copies is
-    /// missing, the copy alone goes: the file may be all that is left.
+    /// What a cancel removes: the copy of the script, the temporary file, and the file in both
+    /// folders, an older file of exactly that name too, unless it is read-only. Where the script
+    /// was refused, or one of the parts that it copies is missing, only the copy is removed: the
+    /// file may be all that is left. A temporary file that another join has locked stays.
     void RemoveResults();
 
   private:
     [[nodiscard]] std::string Destination() const;  ///< empty where the result stays
     [[nodiscard]] bool PartsAreThere();
+    void RemoveTemporary();
+    void RemoveResult(const std::string& path);
     [[nodiscard]] bool ResultMoves() const;
 
     SharedObjects& shared_;
@@ -50,7 +57,8 @@ class JoinRun {
     std::string folder_;              ///< of the parts, with its backslash
     std::string partsBase_;           ///< where the script puts the file
     std::string tempScript_;          ///< the copy
-    std::vector<std::string> parts_;  ///< bare names; none where the script will be refused
+    std::string scriptPath_;          ///< the same, as the system and the interpreter call it
+    std::optional<JoinScript> plan_;  ///< nothing where the script will be refused
     ProcessId process_ = 0;
 };
 

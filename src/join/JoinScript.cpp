@@ -27,12 +27,20 @@ const std::string& JoinScript::FirstPart() const {
 }
 
 bool IsGoodOriginal(std::string_view name, std::string_view scriptName) {
-    return IsBareName(name) && !SameName(name, JoinTemporary) && !SameName(name, scriptName) &&
+    constexpr std::size_t LongestName = 255;  // in characters, on any file system
+    constexpr std::size_t BytesOfOne = 4;
+    return name.size() <= LongestName * BytesOfOne && IsBareName(name) &&
+           !SameName(name, JoinTemporary) && !SameName(name, scriptName) &&
            !SameName(Right(name, ScriptCopyEnding.size()), ScriptCopyEnding);
 }
 
+// A short name is not compared with a very long one, character by character, again and again: no
+// character grows to more than three times its bytes in upper case.
 bool SameName(std::string_view one, std::string_view other) {
-    return one == other || UpperCase(one) == UpperCase(other);
+    constexpr std::size_t MostGrowth = 3;
+    return one == other ||
+           (one.size() <= MostGrowth * other.size() && other.size() <= MostGrowth * one.size() &&
+            UpperCase(one) == UpperCase(other));
 }
 
 bool IsPartOf(std::string_view name, std::string_view original) {

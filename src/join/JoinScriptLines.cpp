@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <string>
 #include <utility>
 
+#include "runtime/Numbers.h"
+#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 
@@ -45,8 +49,9 @@ std::string_view CutCondition(std::string_view& text) {
     for (std::size_t end = text.find('"', 1); end != std::string_view::npos;
          end = text.find('"', end + 1)) {
         const std::string_view rest = text.substr(end + 1);
+        const bool isWhole = rest.starts_with(Blanks[0]) || rest.starts_with(Blanks[1]);
         std::string_view behind = rest;
-        if (rest.find_first_of(Blanks) == 0 && VerbOf(CutWord(behind))) {
+        if (isWhole && VerbOf(CutWord(behind))) {
             const std::string_view name = text.substr(0, end + 1);
             text = rest;
             return name;
@@ -79,8 +84,7 @@ std::optional<ScriptStatement> ReadStatement(std::string_view word, std::string_
 }
 
 // The reason for which a line is refused, or an empty text.
-std::string_view AddLine(std::vector<ScriptStatement>& statements, std::string_view line,
-                         std::size_t number) {
+std::string_view AddLine(ScriptLines& lines, std::string_view line, std::size_t number) {
     if (line.size() > LongestLine && Length(line) > LongestLine) {
         return "the line is too long";
     }
@@ -92,6 +96,13 @@ std::string_view AddLine(std::vector<ScriptStatement>& statements, std::string_v
         rest = TrimBlanks(rest.substr(1));
     }
     const std::string_view word = CutWord(rest);
+    if (IsPartsCountLine(line)) {
+        const double count = PartsCountValue(line);
+        const bool contradicts = lines.count && *lines.count != count;
+        lines.count = count;
+        lines.countLine = number;
+        return contradicts ? "another number of parts was given before" : "";
+    }
     if (DoesNothing(word)) {
         return {};
     }
@@ -100,29 +111,45 @@ std::string_view AddLine(std::vector<ScriptStatement>& statements, std::string_v
         return "no line of a join script";
     }
     statement->line = number;
-    statements.push_back(*statement);
+    lines.statements.push_back(*statement);
     return {};
 }
 
 }  // namespace
 
-std::variant<std::vector<ScriptStatement>, ScriptRefusal> ReadStatements(std::string_view text) {
+std::variant<ScriptLines, ScriptRefusal> ReadLines(std::string_view text) {
     if (text.ends_with(EndOfFileMark)) {
         text.remove_suffix(1);
     }
-    std::vector<ScriptStatement> statements;
+    ScriptLines lines;
     for (std::size_t number = 1; !text.empty(); ++number) {
         std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
         if (line.ends_with('\r')) {
             line.remove_suffix(1);
         }
-        const std::string_view reason = AddLine(statements, line, number);
+        const std::string_view reason = AddLine(lines, line, number);
         if (!reason.empty()) {
             return ScriptRefusal{number, std::string(reason)};
         }
     }
-    return statements;
+    return lines;
+}
+
+bool IsPartsCountLine(std::string_view line) {
+    return line.starts_with(CountMark);
+}
+
+double PartsCountValue(std::string_view line) {
+    const std::size_t colon = line.find(':');
+    if (colon == std::string_view::npos) {
+        return 0;
+    }
+    try {
+        return NumberPrefix(line.substr(colon + 1));
+    } catch (const RuntimeError&) {
+        return std::numeric_limits<double>::infinity();
+    }
 }
 
 std::optional<std::string_view> OperandName(std::string_view operand) {

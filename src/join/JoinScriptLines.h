@@ -20,6 +20,13 @@ struct ScriptStatement {
     std::size_t line = 0;        ///< counted from 1
 };
 
+/// What a script's comments and commands say.
+struct ScriptLines {
+    std::vector<ScriptStatement> statements;
+    std::optional<double> count;  ///< of the parts
+    std::size_t countLine = 0;
+};
+
 /// Cuts a script into its statements. Lines end in LF or CR LF; a code 1A at the very end is
 /// passed over. A line is blanks, at most one "@", blanks, then
 ///
@@ -27,10 +34,17 @@ struct ScriptStatement {
 ///     [if exist NAME] copy … | del … | ren … | move …
 ///
 /// with the words in any letter case. Refused are all other lines, lines of more than 8191
-/// characters (the most that the command interpreter of the program's home system reads) and
-/// lines with a NUL.
-[[nodiscard]] std::variant<std::vector<ScriptStatement>, ScriptRefusal> ReadStatements(
-    std::string_view text);
+/// characters (the most that the command interpreter of the program's home system reads), lines
+/// with a NUL, and a second count of parts that is not the first one. The time that it takes grows
+/// with the text's length alone.
+[[nodiscard]] std::variant<ScriptLines, ScriptRefusal> ReadLines(std::string_view text);
+
+/// True for a comment line such as "Rem |  Parts Count ..: 3".
+[[nodiscard]] bool IsPartsCountLine(std::string_view line);
+
+/// The number at the start of the text behind the first colon; 0 where there is none, infinity for
+/// one beyond a double: a count that no set has, as any other of its kind.
+[[nodiscard]] double PartsCountValue(std::string_view line);
 
 /// The name that an operand stands for: all between two double quotes, further quotes included
 /// (they can be part of a name here), or a bare word. A bare word with a character that parts

@@ -50,18 +50,21 @@ bool CutOptions(std::string_view& text) {
 }  // namespace
 
 std::variant<JoinScript, ScriptRefusal> JoinScriptParser::Parse(std::string_view text) {
-    const auto lines = ReadStatements(text);
-    if (const auto* refusal = std::get_if<ScriptRefusal>(&lines)) {
+    const auto read = ReadLines(text);
+    if (const auto* refusal = std::get_if<ScriptRefusal>(&read)) {
         return *refusal;
     }
-    const auto& statements = std::get<std::vector<ScriptStatement>>(lines);
-    if (const auto refusal = FindOriginal(statements)) {
+    const auto& lines = std::get<ScriptLines>(read);
+    if (const auto refusal = FindOriginal(lines.statements)) {
         return *refusal;
     }
-    for (const ScriptStatement& statement : statements) {
+    for (const ScriptStatement& statement : lines.statements) {
         if (!Add(statement)) {
-            return ScriptRefusal{statement.line, "a join script does no such thing here"};
+            return ScriptRefusal{statement.line, std::string(reason_)};
         }
+    }
+    if (const auto refusal = CheckCount(lines)) {
+        return *refusal;
     }
     return std::move(script_);
 }
@@ -100,7 +103,7 @@ bool JoinScriptParser::Add(const ScriptStatement& statement) {
 bool JoinScriptParser::AddByVerb(const ScriptStatement& statement) {
     switch (statement.verb) {
         case ScriptVerb::Copy:
-            return AddCopy(statement.operands);
+            return AddCopy(statement);
         case ScriptVerb::Delete:
             return AddDelete(statement.operands);
         case ScriptVerb::Rename:
@@ -111,26 +114,55 @@ bool JoinScriptParser::AddByVerb(const ScriptStatement& statement) {
     return false;
 }
 
-bool JoinScriptParser::AddCopy(std::string_view operands) {
+bool JoinScriptParser::AddCopy(const ScriptStatement& statement) {
+    std::string_view operands = statement.operands;
     const bool binary = CutOptions(operands);
     if (!CutTemporaryAtEnd(operands)) {
         return false;
     }
     if (!CutTemporary(operands)) {
-        return AddPart(ScriptAction::MakeTemporary, operands, Stage::Start);
+        return AddPart(ScriptAction::MakeTemporary, statement, operands, Stage::Start);
     }
     return binary && CutWord(operands) == "+" &&
-           AddPart(ScriptAction::AppendPart, operands, Stage::Copying);
+           AddPart(ScriptAction::AppendPart, statement, operands, Stage::Copying);
 }
 
-bool JoinScriptParser::AddPart(ScriptAction action, std::string_view operand, Stage stage) {
+bool JoinScriptParser::AddPart(ScriptAction action, const ScriptStatement& statement,
+                               std::string_view operand, Stage stage) {
     const std::optional<std::string_view> part = OperandName(operand);
-    if (!part || !IsPartOf(*part, script_.original) ||
+    if (!part || !IsPartOf(*part, script_.original) || !TakeNumber(statement, *part) ||
         !AddCommand(action, stage, stage, Stage::Copying)) {
         return false;
     }
     script_.commands.back().part = *part;
     return true;
+}
+
+// Digits of one width ascend as their texts do, however many there are.
+bool JoinScriptParser::TakeNumber(const ScriptStatement& statement, std::string_view part) {
+    const std::string_view digits = PartDigits(part);
+    const bool isFirst = parts_ == 0;
+    if (!isFirst && (digits.size() != number_.size() || digits <= number_)) {
+        reason_ = "the parts' numbers do not ascend";
+        return false;
+    }
+    number_ = digits;
+    ++parts_;
+    const bool follows = digits == PadLeft(std::to_string(parts_), digits.size(), '0') ||
+                         (isFirst && digits.empty());
+    gapLine_ = follows || gapLine_ != 0 ? gapLine_ : statement.line;
+    return true;
+}
+
+std::optional<ScriptRefusal> JoinScriptParser::CheckCount(const ScriptLines& lines) const {
+    if (lines.count && *lines.count != static_cast<double>(parts_)) {
+        return ScriptRefusal{lines.countLine, "the script copies another number of parts, " +
+                                                  std::to_string(parts_)};
+    }
+    if (!lines.count && gapLine_ != 0) {
+        return ScriptRefusal{gapLine_, "a part is left out, and no line tells the parts' count"};
+    }
+    return std::nullopt;
 }
 
 bool JoinScriptParser::AddDelete(std::string_view operands) {
@@ -142,7 +174,7 @@ bool JoinScriptParser::AddDelete(std::string_view operands) {
     if (!name) {
         return false;
     }
-    if (IsDestination(*name)) {
+    if (*name == destination_) {
         return AddCommand(ScriptAction::DeleteDestination, Stage::Renamed, Stage::Renamed,
                           Stage::Renamed);
     }
@@ -160,21 +192,21 @@ bool JoinScriptParser::AddRename() {
 }
 
 bool JoinScriptParser::AddMove(const ScriptStatement& statement) {
-    for (const std::string& destination : destinations_) {
-        for (const std::string& target : {" \"" + destination + "\"", " " + destination}) {
-            if (!statement.operands.ends_with(target)) {
-                continue;
-            }
-            const auto source = OperandName(TrimBlanks(
-                statement.operands.substr(0, statement.operands.size() - target.size())));
-            if (source && SameName(FunctionLastPathItem(*source), script_.original)) {
-                script_.moveFolder =
-                    source->substr(0, source->size() - FunctionLastPathItem(*source).size());
-                script_.moveLine = statement.line;
-                return AddCommand(ScriptAction::MoveToDestination, Stage::Renamed, Stage::Renamed,
-                                  Stage::Moved);
-            }
+    std::string_view operands = statement.operands;
+    for (const std::string& target :
+         {" " + Quoted(destination_), " " + std::string(destination_)}) {
+        if (destination_.empty() || !operands.ends_with(target)) {
+            continue;
         }
+        operands.remove_suffix(target.size());
+        const auto source = OperandName(TrimBlanks(operands));
+        if (!source || !SameName(FunctionLastPathItem(*source), script_.original)) {
+            return false;
+        }
+        script_.moveFolder = FunctionPath(*source);
+        script_.moveLine = statement.line;
+        return AddCommand(ScriptAction::MoveToDestination, Stage::Renamed, Stage::Renamed,
+                          Stage::Moved);
     }
     return false;
 }
@@ -188,13 +220,9 @@ bool JoinScriptParser::AddCommand(ScriptAction action, Stage first, Stage last, 
     return true;
 }
 
-bool JoinScriptParser::IsDestination(std::string_view name) const {
-    return std::find(destinations_.begin(), destinations_.end(), name) != destinations_.end();
-}
-
 bool JoinScriptParser::IsKnownName(std::string_view name) const {
     return SameName(name, JoinTemporary) || SameName(name, script_.original) ||
-           IsPartOf(name, script_.original) || IsDestination(name);
+           IsPartOf(name, script_.original) || name == destination_;
 }
 
 }  // namespace zarn

@@ -1,6 +1,5 @@
 #include "join/ScriptInterpreter.h"
 
-#include <optional>
 #include <utility>
 
 #include "join/JoinScriptParser.h"
@@ -21,7 +20,7 @@ ScriptOutcome Refused(const ScriptRefusal& refusal) {
 }  // namespace
 
 ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view destination) {
-    const Checked checked = Read(script, destination);
+    const Checked checked = Judge(script, destination);
     if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
         return Refused(*refusal);
     }
@@ -30,64 +29,59 @@ ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view d
         .Run();
 }
 
-std::vector<std::string> ScriptInterpreter::PartsOf(std::string_view script,
-                                                    std::string_view destination) {
-    const Checked checked = Read(script, destination);
-    std::vector<std::string> parts;
-    if (const auto* accepted = std::get_if<JoinScript>(&checked)) {
-        for (const ScriptCommand& command : accepted->commands) {
-            if (!command.part.empty()) {
-                parts.push_back(command.part);
-            }
-        }
-    }
-    return parts;
+std::optional<JoinScript> ScriptInterpreter::Read(std::string_view script,
+                                                  std::string_view destination) {
+    Checked checked = Judge(script, destination);
+    auto* accepted = std::get_if<JoinScript>(&checked);
+    return accepted == nullptr ? std::nullopt : std::optional(std::move(*accepted));
 }
 
-ScriptInterpreter::Checked ScriptInterpreter::Read(std::string_view script,
-                                                   std::string_view destination) {
-    const std::string folder = FunctionPath(script);
-    fileSystem_.ChangeCurrentFolder(folder);
-    Checked checked = Check(fileSystem_.ReadFile(script, LargestScript), script, destination);
+std::string ScriptInterpreter::TextOf(std::string_view script) {
+    return ReadText(script, {}).text;
+}
+
+ScriptInterpreter::Checked ScriptInterpreter::Judge(std::string_view script,
+                                                    std::string_view destination) {
+    Checked checked = ReadText(script, destination).checked;
     const auto* accepted = std::get_if<JoinScript>(&checked);
     if (accepted != nullptr && !destination.empty() && accepted->moveLine == 0) {
         return ScriptRefusal{0, "the script moves nothing to DESTINATION"};
     }
-    if (accepted != nullptr && MovesFromElsewhere(*accepted, folder)) {
+    if (accepted != nullptr && MovesFromElsewhere(*accepted, FunctionPath(script))) {
         return ScriptRefusal{accepted->moveLine, "the file to be moved is in another folder"};
     }
     return checked;
 }
 
-ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view bytes, std::string_view script,
-                                                    std::string_view destination) {
-    std::vector<std::string> spellings;
-    if (!destination.empty()) {
-        spellings.emplace_back(destination);
-    }
+ScriptInterpreter::Reading ScriptInterpreter::ReadText(std::string_view script,
+                                                       std::string_view destination) {
+    fileSystem_.ChangeCurrentFolder(FunctionPath(script));
+    std::string bytes = fileSystem_.ReadFile(script, LargestScript);
     const std::string_view name = FunctionLastPathItem(script);
-    Checked decoded = JoinScriptParser(name, spellings).Parse(DecodeText(bytes));
-    if (IsUtf8(bytes) || FindsFirstPart(decoded)) {
+    const auto read = [name, destination](std::string text) -> Reading {
+        Checked checked = JoinScriptParser(name, destination).Parse(text);
+        return {std::move(text), std::move(checked)};
+    };
+    Reading decoded = read(DecodeText(bytes));
+    if (IsUtf8(bytes) || FindsFiles(decoded.checked, script)) {
         return decoded;
     }
-    // A file of bytes as they stand may have the destination's other characters encoded.
-    if (!destination.empty()) {
-        spellings.push_back(EncodeText(destination));
-    }
-    Checked raw = JoinScriptParser(name, spellings).Parse(bytes);
-    return FindsFirstPart(raw) ? raw : decoded;
+    Reading raw = read(std::move(bytes));
+    return FindsFiles(raw.checked, script) ? raw : decoded;
 }
 
 // By its very name: another spelling may be a part of another file.
-bool ScriptInterpreter::FindsFirstPart(const Checked& checked) {
-    const auto* script = std::get_if<JoinScript>(&checked);
-    return script != nullptr && fileSystem_.FindFile(script->FirstPart()) == script->FirstPart();
+bool ScriptInterpreter::FindsFiles(const Checked& checked, std::string_view script) {
+    const auto* accepted = std::get_if<JoinScript>(&checked);
+    return accepted != nullptr &&
+           fileSystem_.FindFile(accepted->FirstPart()) == accepted->FirstPart() &&
+           !MovesFromElsewhere(*accepted, FunctionPath(script));
 }
 
 // Two spellings of a path can be one folder, so the system says what the current one is called.
 bool ScriptInterpreter::MovesFromElsewhere(const JoinScript& script, std::string_view folder) {
     const std::string& source = script.moveFolder;
-    if (source.empty() || source == folder || source == EncodeText(folder)) {
+    if (source.empty() || source == folder) {
         return false;
     }
     if (!fileSystem_.FolderExists(source)) {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "join/JoinScript.h"
 #include "platform/FileSystem.h"
@@ -26,18 +26,25 @@ class ScriptInterpreter {
     /// names. Raises file errors while it looks for the script and its folder.
     [[nodiscard]] ScriptOutcome Run(std::string_view script, std::string_view destination);
 
-    /// The bare names of the parts that `Run` would copy, in their order; none for a script that is
-    /// refused. Makes the script's folder the current one. Raises file errors.
-    [[nodiscard]] std::vector<std::string> PartsOf(std::string_view script,
-                                                   std::string_view destination);
+    /// What `Run` would do; nothing for a script that is refused. Makes the script's folder the
+    /// current one. Raises file errors.
+    [[nodiscard]] std::optional<JoinScript> Read(std::string_view script,
+                                                 std::string_view destination);
+
+    /// The script's text with the names as the files have them. Makes the script's folder the
+    /// current one. Raises file errors.
+    [[nodiscard]] std::string TextOf(std::string_view script);
 
   private:
     using Checked = std::variant<JoinScript, ScriptRefusal>;
+    struct Reading {
+        std::string text;
+        Checked checked;
+    };
 
-    [[nodiscard]] Checked Read(std::string_view script, std::string_view destination);
-    [[nodiscard]] Checked Check(std::string_view bytes, std::string_view script,
-                                std::string_view destination);
-    [[nodiscard]] bool FindsFirstPart(const Checked& checked);
+    [[nodiscard]] Checked Judge(std::string_view script, std::string_view destination);
+    [[nodiscard]] Reading ReadText(std::string_view script, std::string_view destination);
+    [[nodiscard]] bool FindsFiles(const Checked& checked, std::string_view script);
     [[nodiscard]] bool MovesFromElsewhere(const JoinScript& script, std::string_view folder);
 
     FileSystem& fileSystem_;

@@ -21,21 +21,17 @@ constexpr std::array<char32_t, OwnLast - OwnFirst + 1> OwnCharacters = {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-/// The text in single bytes; nothing where the code page lacks a character.
+/// A valid text in single bytes; nothing where the code page lacks a character.
 std::optional<std::string> EncodeSingleBytes(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
         const DecodedCharacter character = DecodeCharacter(text);
-        if (character.valid) {
-            const std::optional<std::uint8_t> code = CodeOfCharacter(character.code);
-            if (!code) {
-                return std::nullopt;
-            }
-            bytes += static_cast<char>(*code);
-        } else {
-            bytes += text.front();
+        const std::optional<std::uint8_t> code = CodeOfCharacter(character.code);
+        if (!code) {
+            return std::nullopt;
         }
+        bytes += static_cast<char>(*code);
         text.remove_prefix(character.bytes);
     }
     return bytes;
@@ -60,7 +56,8 @@ std::optional<std::uint8_t> CodeOfCharacter(char32_t character) {
 }
 
 std::string EncodeText(std::string_view text) {
-    std::optional<std::string> bytes = EncodeSingleBytes(text);
+    // Beside a byte that is no character, an encoded character could not be told from such bytes.
+    std::optional<std::string> bytes = IsUtf8(text) ? EncodeSingleBytes(text) : std::nullopt;
     // Pure ASCII is valid UTF-8 too, and the same bytes either way.
     if (bytes && !IsUtf8(*bytes) && !bytes->starts_with(ByteOrderMark)) {
         return *std::move(bytes);

@@ -21,7 +21,7 @@ namespace zarn {
 /// a whole where the code page lacks one of the characters, and also where the single bytes would
 /// by chance be valid UTF-8, or begin like it, and so be read back as another text: no name is ever
 /// lost. A text that begins with a byte-order mark gets one more, since the reader passes over one.
-/// Bytes of `text` that are no valid UTF-8 are written as they stand.
+/// A text that is no valid UTF-8 is written as it stands.
 [[nodiscard]] std::string EncodeText(std::string_view text);
 
 /// The UTF-8 text of a file: bytes that are valid UTF-8 are taken as that, all else is

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <chrono>
 #include <cmath>
 
@@ -43,16 +45,12 @@ TEST_F(JoinRunTest, NamesTheCopyAndTheResultByTheScriptsPath) {
     EXPECT_EQ(TempScript(R"(C:\d\A.BAT)"), R"(C:\d\A.BAT_TMP.bat)");
 }
 
-TEST_F(JoinRunTest, AppendsTheMoveInTheScriptsOwnEncoding) {
+TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
     const std::string accent = other.Drive("Fl\xC3\xB6te");
-    const std::string raw = other.Drive("\xF6");
     using Row = std::tuple<std::string, std::string, std::string>;
     for (const auto& [script, target, copy] :
          {Row("x", folder.Drive("Movie.avi"), "x"),
-          Row("x", accent, "x\r\n" + EncodeText("Del \"" + accent + "\"")),
-          Row("x\r\n\xF6\r\n", other.Drive("\xE7\xAC\x9B"),
-              "x\r\n\xC3\xB6\r\nDel \"" + other.Drive()),
-          Row("x\r\n\xF6\r\n", raw, "x\r\n\xF6\r\nDel \"" + raw)}) {
+          Row("x\r\n\xF6\r\n", accent, "x\r\n\xC3\xB6\r\nDel \"" + accent)}) {
         JoinRun run(shared, MakeSet(script, target));
         run.PrepareScript();
         EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(copy));
@@ -116,14 +114,50 @@ TEST_F(JoinRunTest, TouchesNothingWhereThePathMisleads) {
     }
 }
 
-// What counts is what the script copies and deletes, whatever its comments say.
-TEST_F(JoinRunTest, CancelKeepsTheFileOfASetUnderOtherNames) {
-    folder.Write("Movie.avi_Part", "one of a thousand");
-    JoinRun run(shared, MakeSet("Rem |  Parts Count ..: 1000\r\n" + wholeScript,
-                                folder.Drive("Movie.avi")));
-    RunScript(run);
-    run.RemoveResults();
-    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
+TEST_F(JoinRunTest, CancelTakesNoFileThatTheJoinCannotHaveMade) {
+    std::unique_ptr<LargeFileAccess> lock;
+    using Row = std::pair<std::string, std::function<void()>>;
+    for (const auto& [script, happens] :
+         {Row("Rem |  Parts Count ..: 1000\r\n" + keeps, [] {}),
+          Row(keeps,
+              [&] {
+                  lock = shared.Platform().fileSystem->MakeLargeFile();
+                  ASSERT_TRUE(lock->CreateLocked(folder.Drive("Zarn.TMP")));
+              }),
+          Row(keeps, [&] { chmod(folder.System("Movie.avi").c_str(), 0400); })}) {
+        folder.Write("Movie.avi", "the only copy");
+        folder.Write("MOVIE.AVI", "a namesake");
+        JoinRun run(shared, MakeSet(script, folder.Drive("Movie.avi")));
+        happens();
+        RunScript(run);
+        EXPECT_TRUE(run.Failure().starts_with("The file was not made :\r" +
+                                              folder.Drive("Movie.avi") + "\r\r"));
+        run.RemoveResults();
+        EXPECT_EQ(folder.Has("Zarn.TMP"), lock != nullptr);
+        EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("MOVIE.AVI"), "the only copya namesake");
+        lock.reset();
+    }
+}
+
+// Bytes that are no characters, beside characters, in a name and in its folder.
+TEST_F(JoinRunTest, JoinsNamesOfAnyBytes) {
+    for (const std::string name : {"\u00E9\xE9", "\u00E9", "e\xE9", "e"}) {
+        for (const std::string at : {"", "\xF6"}) {
+            fs::create_directories(folder.System(at));
+            const std::string place = at.empty() ? "" : at + "/";
+            const std::string stem = folder.Drive(place + name);
+            folder.Write(place + name + "_Part1", name);
+            folder.Write(place + name + "_Part0.bat",
+                         EncodeText("Copy \"" + name + "_Part1\" Zarn.TMP\r\nRen Zarn.TMP \"" +
+                                    name + "\""));
+            JoinRun run(shared, {stem + "_Part0.bat", other.Drive(name)});
+            RunScript(run);
+            EXPECT_EQ(run.Failure(), "");
+            run.RemoveScript();
+            EXPECT_EQ(other.Read(name), name) << at;
+            fs::remove(other.System(name));
+        }
+    }
 }
 
 TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {

@@ -105,6 +105,28 @@ TEST_F(JoinFixture, RefusesEveryOtherScriptBeforeItTouchesAFile) {
                               "movie.avi_Part0.BAT", "tab\there"}) {
         refuse({"Copy \"", built, "_Part1\" Zarn.TMP\nRen Zarn.TMP \"", built, "\"\n"}, "line 2");
     }
+    // What would join wrongly: the parts, the number that is told, and the line at fault.
+    using Wrong = std::tuple<Names, std::string, std::string>;
+    for (const auto& [parts, count, line] :
+         {Wrong({"2", "1"}, "", "line 2: the parts' numbers do not ascend"),
+          Wrong({"1", "2", "2"}, "3", "line 4: the parts' numbers"),
+          Wrong({"1", "3", "2"}, "3", "line 4: the parts' numbers"),
+          Wrong({"8", "9", "1"}, "", "line 3: the parts' numbers"),  // as ten in a set of nine
+          Wrong({"9", "10"}, "2", "line 3: the parts' numbers"),
+          Wrong({"", ""}, "10000", "line 3: the parts' numbers"),
+          Wrong({"1", "2"}, "4", "line 1: the script copies another number of parts, 2"),
+          Wrong({"1", "2"}, "1e999", "line 1: the script copies"), Wrong({"1"}, "x", "line 1: "),
+          Wrong({"1"}, "1\nRem |  Parts Count ..: 2", "line 2: another number"),
+          Wrong({"1", "3"}, "", "line 2: a part is left out"),
+          Wrong({"2"}, "", "line 1: a part is left out")}) {
+        std::string script = count.empty() ? "" : "Rem |  Parts Count ..: " + count + "\n";
+        for (const std::string& part : parts) {
+            script += (&part == parts.data() ? "Copy Movie.avi_Part"
+                                             : "Copy /b Zarn.TMP + Movie.avi_Part") +
+                      part + " Zarn.TMP\n";
+        }
+        refuse({script, name}, line);
+    }
     EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("Zarn.TMP"), "oldold");
     EXPECT_EQ(folder.Names().size(), 7U);
 }
@@ -114,7 +136,7 @@ TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
     using Case = std::pair<std::string, std::string>;
     for (const auto& [name, written] :
          {Case("Caf\u00E8"s, "Caf\xE8"s), Case("\u0141\u00F3d\u017A"s, "\u0141\u00F3d\u017A"s),
-          Case("e\xE9"s, "e\xE9"s)}) {
+          Case("e\xE9"s, "e\xE9"s), Case("\u00E9\xE9"s, "\u00E9\xE9"s)}) {
         folder.Write(name + "_Part1", name);
         const std::string script = "Copy \"P_Part1\" Zarn.TMP\nRen Zarn.TMP \"P\"\nDel \"P_Part*\"";
         EXPECT_EQ(Run(Replace(script, "\"P", "\"" + written)).message, "") << written;
