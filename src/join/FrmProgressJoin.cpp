@@ -80,6 +80,7 @@ void FrmProgressJoin::OpenForm() {
         run.RemoveResults();
         close();
     } else {
+        Failure = run.Failure();
         Finish(run);
     }
 }

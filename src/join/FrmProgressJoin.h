@@ -17,7 +17,8 @@ class FrmProgressJoin;
 
 /// The window that carries out a join: it starts the join script out of sight, waits for its end
 /// while events run, and closes itself after a countdown. The bar is an animation: nothing tells
-/// how far the script is. A script that ends counts as a finished join, however it ends.
+/// how far the script is. In this window a script that ends counts as a finished join, however it
+/// ends.
 ///
 /// A running script is not stopped. Cancel changes what the window shows, and does the rest when
 /// the script has ended: see `JoinRun::RemoveResults`.
@@ -35,6 +36,8 @@ class FrmProgressJoin : public JobDialog {
     std::string JoinCRC;    ///< whether a checksum file lies beside the script, as the page says it
     bool Finished = false;  ///< the countdown runs: the button closes the window
     bool Cancelling = false;
+    std::string Failure;       ///< why the script did not make the file, to be told when the window
+                               ///< has closed; empty where it did, or the user cancelled
     std::int32_t BarStep = 0;  ///< the animation's step, later the seconds until the window closes
 
   private:

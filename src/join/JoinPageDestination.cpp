@@ -1,3 +1,4 @@
+#include <QEventLoopLocker>
 #include <QScopedValueRollback>
 #include <optional>
 
@@ -129,10 +130,15 @@ void JoinPage::CmdJoin_Click() {
     if (!SettleDestination()) {
         return;
     }
+    // The program does not end before the box has been answered.
+    const QEventLoopLocker programRuns;
     FrmProgressJoin progress(shared_, window());
     progress.job = {JoinFile(), Destination() + report_.originalName};
     progress.JoinCRC = Trim(FromQt(ui_->txtJoinCRC->text()));
     progress.ShowModal();
+    if (!progress.Failure.empty()) {
+        shared_.Messages().Error(progress.Failure);
+    }
 }
 
 // A text that names no folder would end in the root of some drive.

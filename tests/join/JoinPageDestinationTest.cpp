@@ -46,7 +46,9 @@ class JoinPageDestination : public JoinPageFixture {
         QTimer look;
         QObject::connect(&look, &QTimer::timeout, [&] {
             auto* form = qobject_cast<FrmProgressJoin*>(QApplication::activeModalWidget());
-            if (form != nullptr && form->Finished) {
+            if (form != nullptr && !form->Finished) {
+                std::exchange(whileJoining, [](auto&) {})(*form);
+            } else if (form != nullptr) {
                 EXPECT_EQ(form->parentWidget(), &Page());
                 EXPECT_EQ(Short(form->job.joinFile), R"(HERE\Movie.avi_Part0.bat)");
                 given = Short(form->job.joinedFile) + "|" + form->JoinCRC;
@@ -57,6 +59,8 @@ class JoinPageDestination : public JoinPageFixture {
         Click("CmdJoin");
         return given;
     }
+
+    std::function<void(FrmProgressJoin&)> whileJoining = [](auto&) {};
 };
 
 TEST_F(JoinPageDestination, JudgesEveryChange) {
@@ -168,6 +172,33 @@ TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
         EXPECT_TRUE(Folder().Has(result) && Folder().Read(result).size() == 2003);
         std::filesystem::remove(Folder().System(result));
     }
+}
+
+// One box, whoever closed the window and when.
+TEST_F(JoinPageDestination, TellsAJoinThatFailed) {
+    const Texts missing = {"The file was not made :\r" + Long(R"(HERE\Movie.avi)") +
+                           "\r\rcannot copy \"Movie.avi_Part2\": File not found"};
+    for (const bool closes : {false, true}) {
+        OpenSet();
+        whileJoining = [this, closes](FrmProgressJoin& form) {
+            std::filesystem::remove(Folder().System("Movie.avi_Part2"));
+            if (closes) {
+                form.close();
+            }
+        };
+        static_cast<void>(Join());
+        EXPECT_EQ(Said(), missing);
+    }
+    whileJoining = [this](FrmProgressJoin& /*form*/) {
+        std::filesystem::remove(Folder().System("else"));
+    };
+    OpenSet();
+    Write(R"(HERE\else)");
+    static_cast<void>(Join());
+    EXPECT_EQ(Said(), Texts{"The file was not made :\r" + Long(R"(HERE\else\Movie.avi)") +
+                            "\r\rcannot move \"Movie.avi\": Path not found"
+                            "\rThe joined file is complete: " +
+                            Long(R"(HERE\Movie.avi)")});
 }
 
 TEST_F(JoinPageDestination, JoinsToAFolderAndWithAScriptOnly) {
