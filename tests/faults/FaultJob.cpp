@@ -141,11 +141,11 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
                    {{"XDG_CONFIG_HOME", folder.System("config")},
                     {"XDG_CACHE_HOME", folder.System("cache")},
                     {"TMPDIR", folder.System("tmp")},
-                    {"LC_ALL", "C"},
                     // The sanitizers' layer need not be the first.
                     {"ASAN_OPTIONS", "verify_asan_link_order=0"},
-                    {"DISPLAY", ""},
-                    {"LD_PRELOAD", ZARN_FAULT_PRELOAD},
+                    // Takes no path that has blanks in it.
+                    {"LD_PRELOAD", "libFaultLayer.so"},
+                    {"LD_LIBRARY_PATH", ZARN_BINARY_FOLDER},
                     {"ZARN_FAULT_FOLDER", folder.System()},
                     {"ZARN_FAULT_NUMBER", std::to_string(fault.number)},
                     {"ZARN_FAULT_KIND", fault.kind},
