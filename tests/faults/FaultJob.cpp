@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <regex>
 #include <sstream>
 
 #include "platform/linux/LinuxPlatform.h"
@@ -156,8 +157,10 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
                     {"ZARN_FAULT_VOLUME", job.volume},
                     {"ZARN_FAULT_LOG", notes.System("log")}},
                    folder.System(job.current));
-    WatchedRun run = {program.status, program.error, program.status == 128 + SIGALRM,
-                      program.status == 128 + SIGKILL};
+    // Settings that cannot be read or kept are told, and the job goes on without them.
+    static const std::regex notices("Zarn File Splitter cannot (read|write) [^\n]*\n");
+    WatchedRun run = {program.status, std::regex_replace(program.error, notices, ""),
+                      program.status == 128 + SIGALRM, program.status == 128 + SIGKILL};
     std::istringstream log(Replace(notes.Read("log"), folder.System() + "/", ""));
     FileOperation operation;
     while (log >> operation.call && log.get() != EOF && std::getline(log, operation.path)) {

@@ -146,7 +146,7 @@ class Place {
             Link("PARTS/DATA.BIN_Part1", "PARTS/Zarn.TMP");
             return;
         }
-        folder.MakeFolder("OUT");
+        fs::create_directory(folder.System("OUT"));
         Link("IN/DATA.BIN", "OUT/" + job.Stem() + "_Part1");
         if (setting_ == "hard links") {
             Link("IN/DATA.BIN", "IN/OTHER.BIN");
@@ -164,7 +164,7 @@ class Place {
         } else if (setting_ == "other case") {
             fs::rename(folder.System("IN/DATA.BIN"), folder.System("IN/data.bin"));
         }
-        folder.MakeFolder("OUT");
+        fs::create_directory(folder.System("OUT"));
         for (const std::string& name : setting_ == "namesakes" ? names : Names()) {
             folder.Write(name, "somebody else's " + name);
         }

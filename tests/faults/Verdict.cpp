@@ -41,6 +41,11 @@ std::string ArchivePath(const Job& job) {
     return "tmp/" + job.Stem();
 }
 
+// Where an archive of that name is somebody's, the job's own gets a folder.
+bool IsPrivateArchive(const Job& job, const std::string& path) {
+    return Matches(path, "tmp/zarn-\\w{6}/.*") && path.ends_with("/" + job.Stem());
+}
+
 bool IsSource(const std::string& path) {
     return UpperCase(path) == Source;
 }
@@ -104,6 +109,7 @@ bool IsOfJob(const Job& job, const std::string& path) {
     const bool deletes = job.Has(Job::DeletesSource) || job.Has(Job::DeletesAlways);
     return Matches(ending, R"(1|2|3|0\.bat)") || (job.road == Road::Sfv && ending == "0.sfv") ||
            path == "OUT/" || (IsSource(path) && deletes) ||
+           (job.Has(Job::Compressed) && IsPrivateArchive(job, path)) ||
            (path == ArchivePath(job) && job.Has(Job::Compressed));
 }
 
@@ -111,7 +117,7 @@ bool IsOfJob(const Job& job, const std::string& path) {
 // refused, leaves them; they are in nobody's way.
 bool IsUnfinished(const std::string& path) {
     static const std::regex names(
-        R"((.*/\.zarn-|tmp/DATA\.zip\.|.*/settings\.reg\.new-)[A-Za-z0-9]{6}|(DEST|PARTS)/Zarn-1\.TMP)");
+        R"(.*/(\.zarn-|settings\.reg\.new-)\w{6}(\.\w{6})?|tmp/zarn-\w{6}/|(DEST|PARTS)/Zarn-1\.TMP)");
     return std::regex_match(path, names);
 }
 
@@ -120,6 +126,7 @@ std::string JudgeOthers(const Evidence& evidence) {
     const bool mayLeave = evidence.run.killed || !evidence.fault.to.empty() ||
                           evidence.fault.stays ||
                           (struck && (struck->call == "delete" || IsUnfinished(struck->path)));
+    const std::string stem = evidence.job.Stem();
     for (const auto& [path, bytes] : evidence.before) {
         // An archive that was there is not the job's own.
         const bool stays = !IsOfJob(evidence.job, path) || path == ArchivePath(evidence.job);
@@ -129,7 +136,7 @@ std::string JudgeOthers(const Evidence& evidence) {
     }
     for (const auto& [path, bytes] : evidence.after) {
         if (!evidence.before.contains(path) && !IsOfJob(evidence.job, path) &&
-            !(IsUnfinished(path) && mayLeave)) {
+            !(IsUnfinished(path) && (mayLeave || evidence.after.contains(path + stem)))) {
             return "left behind: " + path;
         }
     }
@@ -179,18 +186,10 @@ bool StrikesOutput(const Evidence& evidence) {
                       (evidence.job.road == Road::Split && Matches(path, "OUT/.*_Part[1-9]")));
 }
 
-// The library opens an older archive, and then writes the new one under a longer name.
+// The library writes the archive under a longer name than the one that it is given.
 bool IsZipLibrarys(const Evidence& evidence) {
-    const std::string archive = ArchivePath(evidence.job);
-    const std::string temporary = archive + ".";
-    const auto& all = evidence.run.operations;
-    const auto written =
-        std::find_if(all.begin(), all.end(), [&temporary](const FileOperation& operation) {
-            return operation.path.starts_with(temporary);
-        });
-    return evidence.Struck(temporary) ||
-           (evidence.Struck(archive) &&
-            static_cast<std::size_t>(written - all.begin()) >= evidence.fault.number);
+    return evidence.run.struck &&
+           Matches(evidence.run.struck->path, R"(tmp/(zarn-\w{6}/)?\.zarn-\w{6}(\.\w{6})?)");
 }
 
 // The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
@@ -370,6 +369,7 @@ bool IsReasonFor(const Evidence& evidence, const std::string& text) {
 // True if the words are those that the program has for a failure.
 bool IsSplitMessage(const Evidence& evidence) {
     static const std::regex boxes(
+        "Error\nThe source file was not deleted:\n[^\n]*\n[^\n]*\n|"
         "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n|"
         "Error\nError in Folder, Please check\n|Information\nScript Checked Successfully !\n|"
         "^Error\nSource File : [^\n]*\\\\DATA\\.BIN\nNot exist, verify file name and Path \n");
