@@ -437,7 +437,10 @@ std::string JudgeNames(const Evidence& evidence) {
         count(BytesOf(evidence.before, fault.to)) == 0) {
         return "LOSS of " + fault.to;
     }
-    const bool once = count(Content()) == 1 || !fault.to.empty();
+    // A link at the destination may lead to the joined file.
+    const bool isLinked = BytesOf(evidence.before, Beside) == BytesOf(evidence.before, Elsewhere);
+    const auto names = count(Content());
+    const bool once = names == 1 || (isLinked && names == 2) || !fault.to.empty();
     return once || !SaysDone(evidence.job, evidence.run) ? "" : "the joined file is not there once";
 }
 
