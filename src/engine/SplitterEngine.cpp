@@ -96,14 +96,17 @@ void SplitterEngine::FlushFolderOf(std::string_view path) {
     }
 }
 
+// A namesake that differs in letter case alone can hide the source: the name then means neither.
 void SplitterEngine::DeleteSource(const std::string& source) {
     Files& files = shared_.Files();
-    if (!files.FileExist(source)) {
-        return;
+    Deletion deletion = files.FileExist(source) ? Deletion::OtherFile : Deletion::Missing;
+    if (sourceFile_ && !sourceIsDeleted_) {
+        deletion = files.FileDelete(source, *sourceFile_);
     }
-    const Deletion deletion =
-        sourceFile_ ? files.FileDelete(source, *sourceFile_) : Deletion::OtherFile;
-    if (deletion == Deletion::OtherFile && !std::exchange(sourceWasTold_, true)) {
+    sourceIsDeleted_ = sourceIsDeleted_ || deletion == Deletion::Done;
+    const bool isHidden =
+        deletion == Deletion::Missing && !sourceIsDeleted_ && files.HasNamesake(source);
+    if ((deletion == Deletion::OtherFile || isHidden) && !std::exchange(sourceWasTold_, true)) {
         shared_.Messages().Error("The source file was not deleted:\r" + source + "\r" +
                                  (sourceFile_ ? "It was changed or replaced while it was split."
                                               : "It could not be read."));

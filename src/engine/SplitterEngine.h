@@ -103,7 +103,8 @@ class SplitterEngine {
     std::string basePath_;
     std::string source_;                      ///< path of the user's file
     std::optional<FileIdentity> sourceFile_;  ///< as it was opened; nothing if it was not
-    bool sourceWasTold_ = false;              ///< the user knows that the source stays
+    bool sourceIsDeleted_ = false;
+    bool sourceWasTold_ = false;  ///< the user knows that the source stays
     std::string archive_;  ///< the path of `CompressSource`'s ZIP; empty without a compression
     std::optional<FileIdentity> archiveFile_;  ///< nothing if the ZIP could not be written
     std::string archiveFolder_;  ///< made for the ZIP alone; empty if the ZIP needed none

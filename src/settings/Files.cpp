@@ -1,5 +1,6 @@
 #include "settings/Files.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "runtime/Numbers.h"
@@ -88,6 +89,20 @@ bool Files::FileExist(std::string_view path) {
     }
 }
 
+bool Files::HasNamesake(std::string_view path) {
+    const std::string folder = FunctionPath(path);
+    const std::string_view name = FunctionLastPathItem(path);
+    try {
+        const std::vector<std::string> names =
+            fileSystem_.ListFolder(folder.empty() ? "." : std::string_view(folder));
+        return std::ranges::any_of(names, [name](const std::string& other) {
+            return other != name && UpperCase(other) == UpperCase(name);
+        });
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 void Files::FilesAtt(std::string_view path) {
     if (FileExist(path)) {
         fileSystem_.SetNormalAttributes(path);
@@ -114,7 +129,9 @@ Deletion Files::FileDelete(std::string_view path, const FileIdentity& opened) {
     try {
         const std::optional<FileIdentity> found = fileSystem_.Identity(path);
         if (found != opened) {
-            return found ? Deletion::OtherFile : Deletion::Refused;
+            return found             ? Deletion::OtherFile
+                   : FileExist(path) ? Deletion::Refused
+                                     : Deletion::Missing;
         }
         FilesAtt(path);
         return fileSystem_.DeleteSameFile(path, opened);

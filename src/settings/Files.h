@@ -57,6 +57,10 @@ class Files {
     /// error, and for folders, hidden and system files.
     [[nodiscard]] bool FileExist(std::string_view path);
 
+    /// True if the folder has a file or folder that differs from the path's name in letter case
+    /// alone. False on any error.
+    [[nodiscard]] bool HasNamesake(std::string_view path);
+
     /// Takes read-only off an existing file, so that it can be removed. Raises file errors.
     void FilesAtt(std::string_view path);
 
