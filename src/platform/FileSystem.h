@@ -145,13 +145,10 @@ class FileSystem {
     /// it has more than `limit` bytes.
     [[nodiscard]] virtual std::string ReadFile(std::string_view path, std::size_t limit) = 0;
 
-    /// Writes a file beside `path` for a later commit. Raises like `LargeFileAccess`.
+    /// Writes a file beside `path` for a later commit, which replaces a file of exactly that name.
+    /// Raises like `LargeFileAccess`.
     [[nodiscard]] virtual std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
                                                                    std::string_view bytes) = 0;
-
-    /// Likewise, with the bytes of `source` from its current position to its end.
-    [[nodiscard]] virtual std::unique_ptr<PendingFile> PrepareCopy(std::string_view path,
-                                                                   LargeFileAccess& source) = 0;
 
     /// Waits until everything written below an existing folder's file system is on the medium,
     /// names included. Raises 57 if the medium failed, 61 if it is full, 76 if there is no such

@@ -26,9 +26,9 @@ class LargeFileAccess {
     /// Opens an existing file for reading from its first byte.
     virtual void Open(std::string_view path) = 0;
 
-    /// Makes a new file for writing. What has that name is deleted first: a file, a link, a pipe, a
-    /// device. Only the name is deleted; neither the target of a link nor another name of the file
-    /// loses anything. A folder of that name is refused with 75.
+    /// Makes a new file for writing. What has exactly that name is deleted first: a file, a link, a
+    /// pipe, a device. Only the name is deleted; neither the target of a link nor another name of
+    /// the file loses anything. A folder of that name is refused with 75.
     virtual void Create(std::string_view path) = 0;
 
     /// Makes an empty file of exactly this name for writing, locked until this object is destroyed

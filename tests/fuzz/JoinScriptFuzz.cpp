@@ -75,9 +75,6 @@ class GuardedFileSystem : public testing::ForwardingFileSystem {
     std::unique_ptr<PendingFile> PrepareFile(Path /*path*/, std::string_view /*bytes*/) override {
         return Forbidden();
     }
-    std::unique_ptr<PendingFile> PrepareCopy(Path /*path*/, LargeFileAccess& /*source*/) override {
-        return Forbidden();
-    }
     bool DeleteFile(Path path) override {
         Guard(path);
         return ForwardingFileSystem::DeleteFile(path);

@@ -41,9 +41,6 @@ class ForwardingFileSystem : public FileSystem {
     std::unique_ptr<PendingFile> PrepareFile(Path path, std::string_view bytes) override {
         return real_->PrepareFile(path, bytes);
     }
-    std::unique_ptr<PendingFile> PrepareCopy(Path path, LargeFileAccess& source) override {
-        return real_->PrepareCopy(path, source);
-    }
     void FlushVolume(Path folder) override { real_->FlushVolume(folder); }
     std::string TemporaryFolder() override { return real_->TemporaryFolder(); }
     std::string ProgramFolder() override { return real_->ProgramFolder(); }

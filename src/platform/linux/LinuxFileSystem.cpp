@@ -215,17 +215,6 @@ std::unique_ptr<PendingFile> LinuxFileSystem::PrepareFile(std::string_view path,
     return file;
 }
 
-std::unique_ptr<PendingFile> LinuxFileSystem::PrepareCopy(std::string_view path,
-                                                          LargeFileAccess& source) {
-    constexpr std::size_t PieceSize = std::size_t{256} * 1024;
-    auto file = std::make_unique<LinuxPendingFile>(paths_, path);
-    std::vector<std::byte> piece(PieceSize);
-    while (const std::size_t count = source.Read(piece)) {
-        file->Write(std::span(piece).first(count));
-    }
-    return file;
-}
-
 void LinuxFileSystem::FlushVolume(std::string_view folder) {
     const FileDescriptor opened =
         OpenFile(paths_->SystemPath(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);

@@ -35,8 +35,6 @@ class LinuxFileSystem : public FileSystem {
     [[nodiscard]] std::string ReadFile(std::string_view path, std::size_t limit) override;
     [[nodiscard]] std::unique_ptr<PendingFile> PrepareFile(std::string_view path,
                                                            std::string_view bytes) override;
-    [[nodiscard]] std::unique_ptr<PendingFile> PrepareCopy(std::string_view path,
-                                                           LargeFileAccess& source) override;
     void FlushVolume(std::string_view folder) override;
     [[nodiscard]] std::string TemporaryFolder() override;
     [[nodiscard]] std::string ProgramFolder() override;

@@ -88,7 +88,7 @@ void LinuxLargeFile::Open(std::string_view path) {
 
 void LinuxLargeFile::Create(std::string_view path) {
     Forget();
-    const std::string target = paths_->SystemPath(path);
+    const std::string target = paths_->PathAsGiven(path);
     const FolderChange change = paths_->Changing(target);
     constexpr int OnlyNew = O_WRONLY | O_CREAT | O_EXCL;
     constexpr unsigned EverybodyLessMask = 0666;

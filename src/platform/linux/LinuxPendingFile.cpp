@@ -37,7 +37,7 @@ mode_t RightsFor(const std::string& target) {
 
 LinuxPendingFile::LinuxPendingFile(std::shared_ptr<PathResolver> paths,
                                    std::string_view programPath)
-    : paths_(std::move(paths)), target_(paths_->SystemPath(programPath)) {
+    : paths_(std::move(paths)), target_(paths_->PathAsGiven(programPath)) {
     // Said now, while its maker can still keep what this file was to replace.
     if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
@@ -70,7 +70,6 @@ void LinuxPendingFile::Flush() {
 }
 
 void LinuxPendingFile::Commit() {
-    target_ = paths_->InFolder(SystemFolderOf(target_), SystemNameOf(target_));
     if (NameIsFolder(target_)) {
         RaiseErrno(EISDIR);
     }

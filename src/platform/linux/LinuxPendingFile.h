@@ -17,8 +17,8 @@ namespace zarn {
 /// A file with a name of its own (".zarn-" and six characters) in the folder of its final name.
 class LinuxPendingFile : public PendingFile {
   public:
-    /// Makes an empty file. `programPath` is the final name; it is looked up again at the commit,
-    /// in the folder that it has now. Raises like `LargeFileAccess::Create`.
+    /// Makes an empty file. `programPath` is the final name, in this very letter case. Raises like
+    /// `LargeFileAccess::Create`.
     LinuxPendingFile(std::shared_ptr<PathResolver> paths, std::string_view programPath);
     LinuxPendingFile(const LinuxPendingFile&) = delete;
     LinuxPendingFile& operator=(const LinuxPendingFile&) = delete;

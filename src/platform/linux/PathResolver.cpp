@@ -77,6 +77,15 @@ ResolvedPath PathResolver::Resolve(std::string_view programPath) {
 }
 
 std::string PathResolver::SystemPath(std::string_view programPath) {
+    return UsablePath(programPath).path;
+}
+
+std::string PathResolver::PathAsGiven(std::string_view programPath) {
+    const ResolvedPath resolved = UsablePath(programPath);
+    return JoinSystemPath(SystemFolderOf(resolved.path), resolved.name);
+}
+
+ResolvedPath PathResolver::UsablePath(std::string_view programPath) {
     ResolvedPath resolved = Resolve(programPath);
     switch (resolved.state) {
         case PathState::NoDrive:
@@ -85,12 +94,8 @@ std::string PathResolver::SystemPath(std::string_view programPath) {
         case PathState::NotReady:
             throw RuntimeError(ErrorNumber::DiskNotReady);
         default:
-            return std::move(resolved.path);
+            return resolved;
     }
-}
-
-std::string PathResolver::PathAsGiven(std::string_view programPath) {
-    return JoinSystemPath(SystemFolderOf(SystemPath(programPath)), Resolve(programPath).name);
 }
 
 std::string PathResolver::ExistingPath(std::string_view programPath) {
@@ -108,10 +113,6 @@ std::string PathResolver::ExistingPath(std::string_view programPath) {
         default:
             throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
     }
-}
-
-std::string PathResolver::InFolder(const std::string& systemFolder, std::string_view name) {
-    return FindName(index_, systemFolder, name).value_or(JoinSystemPath(systemFolder, name));
 }
 
 std::optional<std::string> PathResolver::DrivePath(std::string_view systemPath) {

@@ -48,10 +48,6 @@ class PathResolver {
     /// The system path of a name that exists. Raises 53 or 76 if it does not, 52 and 71 as above.
     [[nodiscard]] std::string ExistingPath(std::string_view programPath);
 
-    /// The system path of a name in a folder that is known: of the name that exists, exactly or
-    /// else without regard to case, or of the name as given.
-    [[nodiscard]] std::string InFolder(const std::string& systemFolder, std::string_view name);
-
     /// The drive path of an absolute system path; nothing for a relative one and where a name in
     /// it holds a backslash.
     [[nodiscard]] std::optional<std::string> DrivePath(std::string_view systemPath);
@@ -68,6 +64,7 @@ class PathResolver {
 
   private:
     struct Start;
+    [[nodiscard]] ResolvedPath UsablePath(std::string_view programPath);
     [[nodiscard]] Start StartOf(std::string_view programPath);
     [[nodiscard]] Start StartOnDrive(char letter, std::string_view rest);
     [[nodiscard]] Start StartOnShare(std::string_view rest);
