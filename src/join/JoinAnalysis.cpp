@@ -6,6 +6,7 @@
 #include "join/JoinScriptLines.h"
 #include "runtime/CodePage.h"
 #include "runtime/Product.h"
+#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/SetNames.h"
 
@@ -149,12 +150,14 @@ void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report)
         JoinPart part;
         const std::string path = JoinPartPath(fileName, report.originalName, count, number);
         part.name = JoinPartName(report.originalName, count, number);
-        part.size = std::string(Trim(files_.FunctionFileSizeGrid(path)));
+        part.size = CannotBeThere(path) ? NoFile : Trim(files_.FunctionFileSizeGrid(path));
         if (part.size == NoFile) {
             part.status = LostPart;
             report.complete = false;
+            LearnNames(Files::FunctionPath(fileName));
+        } else {
+            report.bytes += files_.FunctionFileJoinSize(path);
         }
-        report.bytes += files_.FunctionFileJoinSize(path);
         report.parts.push_back(std::move(part));
     }
     const std::int32_t partsPerName = count / names;
@@ -163,6 +166,26 @@ void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report)
 
 bool IsOriginalFileLine(std::string_view line) {
     return line.starts_with(NameMark);
+}
+
+// To look for a missing name takes a reading of the folder, so that a thousand of them in a large
+// folder would take minutes.
+void JoinAnalysis::LearnNames(std::string_view folder) {
+    if (names_) {
+        return;
+    }
+    names_.emplace();
+    try {
+        for (const std::string& name : fileSystem_.ListFolder(folder)) {
+            names_->insert(UpperCase(name));
+        }
+    } catch (const RuntimeError&) {
+        // A folder that may not be read is not searched for other spellings either.
+    }
+}
+
+bool JoinAnalysis::CannotBeThere(std::string_view path) {
+    return names_ && !names_->empty() && !names_->contains(UpperCase(FunctionLastPathItem(path)));
 }
 
 std::string OriginalFileValue(std::string_view line) {

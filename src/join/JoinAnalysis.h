@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <variant>
 #include <vector>
 
@@ -50,9 +52,12 @@ class JoinAnalysis {
     [[nodiscard]] std::string NameOnDisk(const std::string& fileName, std::string_view bytes,
                                          std::int32_t count, const std::string& decodedName);
     void LookForParts(const std::string& fileName, JoinReport& report);
+    [[nodiscard]] bool CannotBeThere(std::string_view path);
+    void LearnNames(std::string_view folder);
 
     FileSystem& fileSystem_;
     Files& files_;
+    std::optional<std::unordered_set<std::string>> names_;  ///< in upper case, of the set's folder
 };
 
 // The comment line with the name: "Rem |  Original File : "Movie.avi"".

@@ -23,6 +23,7 @@ class FakeFiles : public testing::ForwardingFileSystem {
     bool FolderExists(std::string_view path) override { return path == "C:\\"; }
     void CreateFolder(std::string_view /*path*/) override {}
     void ChangeCurrentFolder(std::string_view /*path*/) override {}
+    std::vector<std::string> ListFolder(std::string_view /*folder*/) override { return {}; }
     double FileSize(std::string_view path) override {
         if (!isThere(path)) {
             throw RuntimeError(ErrorNumber::FileNotFound);
