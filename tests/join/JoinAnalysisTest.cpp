@@ -126,7 +126,7 @@ TEST_F(JoinAnalysisTest, LooksAtTheFolderAsItIsSpelled) {
 }
 
 TEST_F(JoinAnalysisTest, FindsNamesInEveryEncoding) {
-    for (const char* name : {"Fl\xC3\xB6te", "\xE7\xAC\x9B", "Fl\xF6te"}) {
+    for (const char* name : {"Fl\xC3\xB6te", "\xE7\xAC\x9B", "Fl\xF6te", "\xC3\xB6\xF6"}) {
         const std::string part = std::string(name) + "_Part1";
         folder.Write(part, "x");
         const JoinReport report = ReportOf(EncodeText(Head("1", Name(name))));
