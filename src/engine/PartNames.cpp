@@ -28,6 +28,10 @@ std::string FunctionPartNumber(double number, double total) {
     return PadLeft(WholeText(number), width, '0').substr(0, width);
 }
 
+bool RepeatsPartNumber(double number, double total) {
+    return number > 1 && FunctionPartNumber(number, total).size() < WholeText(number).size();
+}
+
 std::string PartPath(std::string_view basePath, double number, double total) {
     return PartStem(basePath).append(FunctionPartNumber(number, total));
 }

@@ -15,6 +15,9 @@ namespace zarn {
 /// "0". A longer number keeps its first digits. Empty for a total outside 1 to 9999.
 [[nodiscard]] std::string FunctionPartNumber(double number, double total);
 
+/// True for a part that has the name of an earlier one: the numbers have run out of digits.
+[[nodiscard]] bool RepeatsPartNumber(double number, double total);
+
 /// Full path of a part.
 [[nodiscard]] std::string PartPath(std::string_view basePath, double number, double total);
 

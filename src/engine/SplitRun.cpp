@@ -63,9 +63,12 @@ void SplitterEngine::Run::OpenInput() {
     } catch (const RuntimeError& error) {
         inputError_ = error.Number();
     }
+    engine_.partsRepeat_ = false;
     if (!order_.compressed) {
         engine_.source_ = order_.source;
         engine_.sourceFile_ = inputFile_;
+        engine_.sourceIsDeleted_ = false;
+        engine_.sourceWasTold_ = false;
     }
 }
 
@@ -179,6 +182,7 @@ bool SplitterEngine::Run::OpenNextPart() {
     if (spansMedia_ && !AskForMedium(path)) {
         return false;
     }
+    engine_.partsRepeat_ = engine_.partsRepeat_ || RepeatsPartNumber(partNumber_, totalParts_);
     output_->Create(path);
     engine_.parts_.Add(path, output_->Identity());
     return true;
@@ -240,10 +244,11 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
     return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
 }
 
-// An archive in the destination folder itself stays.
+// An archive in the destination folder itself stays. So does one whose parts have replaced one
+// another: it may be the only copy.
 void SplitterEngine::Run::DeleteInput(bool deleteSource) {
     if (order_.compressed) {
-        if (engine_.basePath_ != order_.source) {
+        if (engine_.basePath_ != order_.source && !engine_.partsRepeat_) {
             files_.FileDelete(order_.source, *inputFile_);
         }
     } else if (deleteSource) {

@@ -100,16 +100,24 @@ void SplitterEngine::FlushFolderOf(std::string_view path) {
 void SplitterEngine::DeleteSource(const std::string& source) {
     Files& files = shared_.Files();
     Deletion deletion = files.FileExist(source) ? Deletion::OtherFile : Deletion::Missing;
-    if (sourceFile_ && !sourceIsDeleted_) {
+    if (sourceFile_ && !sourceIsDeleted_ && !partsRepeat_) {
         deletion = files.FileDelete(source, *sourceFile_);
     }
     sourceIsDeleted_ = sourceIsDeleted_ || deletion == Deletion::Done;
     const bool isHidden =
         deletion == Deletion::Missing && !sourceIsDeleted_ && files.HasNamesake(source);
-    if ((deletion == Deletion::OtherFile || isHidden) && !std::exchange(sourceWasTold_, true)) {
-        shared_.Messages().Error("The source file was not deleted:\r" + source + "\r" +
-                                 (sourceFile_ ? "It was changed or replaced while it was split."
-                                              : "It could not be read."));
+    if (deletion == Deletion::OtherFile || isHidden) {
+        TellThatSourceStays(source);
+    }
+}
+
+void SplitterEngine::TellThatSourceStays(const std::string& source) {
+    if (!std::exchange(sourceWasTold_, true)) {
+        shared_.Messages().Error(
+            "The source file was not deleted:\r" + source + "\r" +
+            (partsRepeat_  ? "It has too many parts: some have replaced others of the same name."
+             : sourceFile_ ? "It was changed or replaced while it was split."
+                           : "It could not be read."));
     }
 }
 

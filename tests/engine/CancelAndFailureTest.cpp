@@ -106,6 +106,19 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
     }
 }
 
+// Nine parts of a size with a fraction need a tenth, which takes the name of the first.
+TEST_F(FailureTest, ASourceStaysWhosePartsHaveReplacedOneAnother) {
+    Shared().Parameters().DeleteSource(1);
+    folder.Write("movie.avi", TestBytes(90));
+    EXPECT_TRUE(Split(10.5));
+    EXPECT_EQ(test.boxes->shown.size(), 0U);
+    EXPECT_FALSE(folder.Has("movie.avi"));
+    folder.Write("movie.avi", TestBytes(94));
+    EXPECT_TRUE(Split(10.5));
+    EXPECT_TRUE(folder.Has("movie.avi"));
+    EXPECT_EQ(test.boxes->shown.size(), 1U);
+}
+
 class HeldSignal : public Signals {
   public:
     void Hold() override {}
