@@ -135,8 +135,8 @@ Deletion Files::FileDelete(std::string_view path, const FileIdentity& opened) {
         }
         FilesAtt(path);
         return fileSystem_.DeleteSameFile(path, opened);
-    } catch (const RuntimeError&) {
-        return Deletion::Refused;
+    } catch (const RuntimeError& error) {
+        return error.Number() == ErrorNumber::FileNotFound ? Deletion::Missing : Deletion::Refused;
     }
 }
 
