@@ -17,8 +17,8 @@ namespace zarn::testing {
 namespace {
 
 void StoreSettings(const Job& job, const TestFolder& folder) {
-    SharedObjects shared(MakeLinuxPlatform(
-        {folder.System("config/ZarnFileSplitter"), folder.System("cache"), folder.System("tmp")}));
+    SharedObjects shared(
+        MakeLinuxPlatform({folder.System("config/ZarnFileSplitter"), folder.System("cache"), {}}));
     Parameters& parameters = shared.Parameters();
     parameters.TemporaryFolder(folder.Drive("tmp") + (job.Has(Job::NoBackslash) ? "" : "\\"));
     parameters.DeleteSource(job.Has(Job::DeletesSource) ? 1 : 0);

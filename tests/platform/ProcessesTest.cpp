@@ -60,7 +60,7 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
               0);
     std::filesystem::create_symlink("mine", home.System("link"));
     const auto make = [this](const std::string& config, const std::vector<std::string>& runtime) {
-        UserFolders folders = {home.System(config), {}, {}, {}};
+        UserFolders folders = {home.System(config), {}, {}};
         for (const std::string& folder : runtime) {
             folders.runtime.push_back(home.System(folder));
         }
@@ -145,27 +145,25 @@ TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    const auto compare = [](const char* variable, const char* config, const char* temporary) {
+    const auto compare = [](const char* variable, const char* config, const char* runtime) {
         unsetenv("XDG_CACHE_HOME");
         setenv("HOME", "/home/me/", 1);
         setenv("XDG_CONFIG_HOME", variable, 1);
-        setenv("TMPDIR", variable, 1);
         setenv("XDG_RUNTIME_DIR", variable, 1);
         const UserFolders found = UserFoldersFromEnvironment();
-        const bool hasOwn = *temporary != '\0';
-        _exit(found.configuration == config && found.temporary == temporary &&
-                      found.runtime.size() == (hasOwn ? 3 : 2) &&
-                      (!hasOwn || found.runtime.front() == temporary) &&
+        const bool hasOwn = *runtime != '\0';
+        _exit(found.configuration == config && found.runtime.size() == (hasOwn ? 3 : 2) &&
+                      (!hasOwn || found.runtime.front() == runtime) &&
                       found.cache == "/home/me/.cache/ZarnFileSplitter"
                   ? 0
                   : 1);
     };
     const char* standard = "/home/me/.config/ZarnFileSplitter";
     using Case = std::tuple<const char*, const char*, const char*>;
-    for (const auto& [variable, config, temporary] :
+    for (const auto& [variable, config, runtime] :
          {Case("/x/y//", "/x/y/ZarnFileSplitter", "/x/y"), Case("", standard, ""),
           Case("x/y", standard, "")}) {
-        EXPECT_EXIT(compare(variable, config, temporary), ::testing::ExitedWithCode(0), "");
+        EXPECT_EXIT(compare(variable, config, runtime), ::testing::ExitedWithCode(0), "");
     }
 }
 

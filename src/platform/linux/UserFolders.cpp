@@ -61,7 +61,6 @@ UserFolders UserFoldersFromEnvironment() {
     const std::string user = std::to_string(geteuid());
     UserFolders folders = {OwnFolder("XDG_CONFIG_HOME", "/.config"),
                            OwnFolder("XDG_CACHE_HOME", "/.cache"),
-                           PathVariable("TMPDIR"),
                            {"/run/user/" + user, "/tmp/zarn-file-splitter-" + user}};
     if (std::string own = PathVariable("XDG_RUNTIME_DIR"); !own.empty()) {
         folders.runtime.insert(folders.runtime.begin(), std::move(own));

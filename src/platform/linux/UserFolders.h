@@ -12,7 +12,6 @@ namespace zarn {
 struct UserFolders {
     std::string configuration;  ///< the program's own, in `$XDG_CONFIG_HOME`
     std::string cache;          ///< the program's own, in `$XDG_CACHE_HOME`
-    std::string temporary;      ///< `$TMPDIR`; empty if that is not set
     /// Where the lock of an instance can be if the configuration folder is no place for it. They
     /// count only if they are the user's alone; the last one is made if it is missing.
     std::vector<std::string> runtime = {};
