@@ -230,8 +230,10 @@ std::string JudgeSplitLoss(const Evidence& evidence) {
         std::find_if(operations.begin(), operations.end(), [](const FileOperation& operation) {
             return operation.call == "open" && IsSource(operation.path);
         });
-    const bool wasRead =
-        static_cast<std::size_t>(opened - operations.begin()) + 1 < evidence.fault.number;
+    // The identity is taken by the second question about the open file.
+    constexpr std::size_t UntilIdentity = 3;
+    const bool wasRead = static_cast<std::size_t>(opened - operations.begin()) + UntilIdentity <
+                         evidence.fault.number;
     for (const auto& [path, bytes] : evidence.before) {
         const bool stays = !IsSource(path) || BytesOf(after, path) == bytes;
         if (!stays && !PartsHold(job, after, bytes) &&
@@ -370,6 +372,7 @@ bool IsReasonFor(const Evidence& evidence, const std::string& text) {
 bool IsSplitMessage(const Evidence& evidence) {
     static const std::regex boxes(
         "Error\nThe source file was not deleted:\n[^\n]*\n[^\n]*\n|"
+        "Error\nThe stored password cannot be [^\n]*\n[^\n]*\n|"
         "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n|"
         "Error\nError in Folder, Please check\n|Information\nScript Checked Successfully !\n|"
         "^Error\nSource File : [^\n]*\\\\DATA\\.BIN\nNot exist, verify file name and Path \n");
