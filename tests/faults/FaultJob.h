@@ -39,6 +39,7 @@ struct Job {
     std::string view = {};     ///< another path of the folder, which the arguments may have
     std::string current = {};  ///< the folder in it in which the program starts
 
+    [[nodiscard]] bool IsJoin() const { return road == Road::Join; }
     [[nodiscard]] bool Has(Trait trait) const { return traits.contains(trait); }
     /// The name of what is cut, as the parts carry it.
     [[nodiscard]] std::string Stem() const {

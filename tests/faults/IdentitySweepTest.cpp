@@ -74,10 +74,6 @@ std::vector<Job> IdentityJobs() {
     return jobs;
 }
 
-bool IsJoin(const Job& job) {
-    return job.road == Road::Join;
-}
-
 // A job in a folder that is related to others in one of the ways.
 class Place {
   public:
@@ -139,7 +135,7 @@ class Place {
     }
 
     void MakeLinks() const {
-        if (IsJoin(job)) {
+        if (job.IsJoin()) {
             if (job.Has(Job::Moves)) {
                 Link("PARTS/DATA.BIN", "DEST/DATA.BIN");
             }
@@ -157,7 +153,7 @@ class Place {
     void MakeNamesakes() const {
         Names names = {"IN/data.bin", "OUT/" + lower_ + "_part1", "OUT/" + lower_ + "_part0.bat",
                        "tmp/" + lower_};
-        if (IsJoin(job)) {
+        if (job.IsJoin()) {
             fs::remove(folder.System("PARTS/DATA.BIN"));
             fs::remove(folder.System("DEST/DATA.BIN"));
             names = {"PARTS/data.bin", "PARTS/zarn.tmp", "PARTS/data.bin_part1", "DEST/data.bin"};
@@ -192,7 +188,7 @@ class Identity : public ::testing::TestWithParam<Job> {
                 removal_ = i + 1;
             }
         }
-        for (const std::string& word : IsJoin(place.job) ? relation.join : relation.split) {
+        for (const std::string& word : place.job.IsJoin() ? relation.join : relation.split) {
             const std::string target = place.Target(word);
             for (std::size_t number = 1; number <= clean.operations.size(); ++number) {
                 constexpr std::size_t Stride = std::size_t{16} * ZARN_FAULT_STRIDE;

@@ -22,10 +22,6 @@ bool Matches(const std::string& text, const char* pattern) {
     return std::regex_match(text, std::regex(pattern));
 }
 
-bool IsJoin(const Job& job) {
-    return job.road == Road::Join;
-}
-
 // A file's bytes, or nothing that any file has.
 const std::string& BytesOf(const Snapshot& files, const std::string& path) {
     static const std::string none = "(no such file)";
@@ -34,7 +30,7 @@ const std::string& BytesOf(const Snapshot& files, const std::string& path) {
 }
 
 std::string PartPath(const Job& job, const std::string& ending) {
-    return (IsJoin(job) ? "PARTS/" : "OUT/") + job.Stem() + "_Part" + ending;
+    return (job.IsJoin() ? "PARTS/" : "OUT/") + job.Stem() + "_Part" + ending;
 }
 
 std::string ArchivePath(const Job& job) {
@@ -99,7 +95,7 @@ bool IsOfJob(const Job& job, const std::string& path) {
     }
     const std::string stem = PartPath(job, "");
     const std::string ending = path.starts_with(stem) ? path.substr(stem.size()) : "";
-    if (IsJoin(job)) {
+    if (job.IsJoin()) {
         return path == Beside || path == "PARTS/Zarn.TMP" ||
                (job.Has(Job::Cancelled) && ending == "0_TMP.bat") ||
                (job.Has(Job::DeletesParts) &&
@@ -178,7 +174,7 @@ bool StrikesOutput(const Evidence& evidence) {
     }
     const auto& [call, path] = *evidence.run.struck;
     // Joins give a file such a name only to delete it, and do without if they cannot.
-    const bool isNameAlone = IsJoin(evidence.job) && Contains(path, "/.zarn-");
+    const bool isNameAlone = evidence.job.IsJoin() && Contains(path, "/.zarn-");
     return calls.contains(call)
                ? !isNameAlone && Matches(path, "(OUT|DEST|PARTS)(/.*)?")
                : call == "close" &&
@@ -206,7 +202,7 @@ bool CanBeRepeated(const Evidence& evidence) {
 std::string JudgeEnd(const Evidence& evidence) {
     const WatchedRun& run = evidence.run;
     const bool done = SaysDone(evidence.job, run);
-    const bool fails = IsJoin(evidence.job) && !run.message.empty();
+    const bool fails = evidence.job.IsJoin() && !run.message.empty();
     return run.hung                           ? "hung"
            : run.killed                       ? ""
            : !run.open.empty()                ? "left open: " + run.open.front()
@@ -345,7 +341,7 @@ std::string JudgeResult(const Evidence& evidence, const WatchedRun& run, const S
     if (!SaysDone(evidence.job, run) || evidence.job.road == Road::Settings) {
         return {};
     }
-    return (IsJoin(evidence.job) ? JudgeJoinResult : JudgeSplitResult)(evidence, files);
+    return (evidence.job.IsJoin() ? JudgeJoinResult : JudgeSplitResult)(evidence, files);
 }
 
 // The run time's text for a fault. Where the program only asks for a file it may take the fault
@@ -406,12 +402,12 @@ bool IsJoinMessage(const Evidence& evidence) {
 }
 
 std::string JudgeMessage(const Evidence& evidence) {
-    const bool known = (IsJoin(evidence.job) ? IsJoinMessage : IsSplitMessage)(evidence);
+    const bool known = (evidence.job.IsJoin() ? IsJoinMessage : IsSplitMessage)(evidence);
     return known ? "" : "words of nobody's: " + evidence.run.message;
 }
 
 std::string JudgeLoss(const Evidence& evidence) {
-    return (IsJoin(evidence.job) ? JudgeJoinLoss : JudgeSplitLoss)(evidence);
+    return (evidence.job.IsJoin() ? JudgeJoinLoss : JudgeSplitLoss)(evidence);
 }
 
 // Until its removal, a source that is another one by then stays, and the user is told.
@@ -433,7 +429,7 @@ std::string JudgeNames(const Evidence& evidence) {
                              [&bytes](const auto& file) { return file.second == bytes; });
     };
     const Fault& fault = evidence.fault;
-    if (!IsJoin(evidence.job) || evidence.job.Has(Job::Cancelled)) {
+    if (!evidence.job.IsJoin() || evidence.job.Has(Job::Cancelled)) {
         return {};
     }
     if (BytesOf(evidence.before, fault.from) == Content() &&
@@ -456,7 +452,7 @@ std::string FirstOf(const std::vector<std::string>& complaints) {
 // Nothing a second run needs has been deleted.
 bool CanRepeat(const Evidence& evidence) {
     const std::string& script = evidence.job.arguments.front();
-    return IsJoin(evidence.job)
+    return evidence.job.IsJoin()
                ? HasPartsToJoin(evidence.job, evidence.after) &&
                      evidence.after.contains("PARTS" +
                                              Replace(script.substr(script.rfind('\\')), "\\", "/"))

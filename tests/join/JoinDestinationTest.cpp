@@ -64,7 +64,8 @@ TEST_F(JoinFixture, TheFileSurvivesOnceWhereverItIsMoved) {
           Case(folder.Drive("MOVIE.avi"), "", [] {}, "", {}),
           Case(folder.Drive("Movie.avi"), "", [] {}, "", {})}) {
         for (WatchedFileSystem* files : {&fileSystem, static_cast<WatchedFileSystem*>(&mounts)}) {
-            SCOPED_TRACE(target + when + said + (files == &mounts ? " mounts" : ""));
+            SCOPED_TRACE(std::string(target).append(when).append(said).append(
+                files == &mounts ? " mounts" : ""));
             for (const TestFolder* place : places) {
                 for (const std::string& name : place->Names()) {
                     fs::remove(place->System(name));

@@ -147,9 +147,9 @@ TEST_F(JoinRunTest, JoinsNamesOfAnyBytes) {
             const std::string place = at.empty() ? "" : at + "/";
             const std::string stem = folder.Drive(place + name);
             folder.Write(place + name + "_Part1", name);
-            folder.Write(place + name + "_Part0.bat",
-                         EncodeText("Copy \"" + name + "_Part1\" Zarn.TMP\r\nRen Zarn.TMP \"" +
-                                    name + "\""));
+            folder.Write(
+                place + name + "_Part0.bat",
+                EncodeText(Replace("Copy \"@_Part1\" Zarn.TMP\r\nRen Zarn.TMP \"@\"", "@", name)));
             JoinRun run(shared, {stem + "_Part0.bat", other.Drive(name)});
             RunScript(run);
             EXPECT_EQ(run.Failure(), "");

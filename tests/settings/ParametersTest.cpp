@@ -210,9 +210,9 @@ TEST_F(ParametersTest, APasswordIsScrambledInTheStore) {
 }
 
 TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
-    LocaleSeparators german;
-    german.decimal = ",";
-    german.group = ".";
+    LocaleSeparators comma;
+    comma.decimal = ",";
+    comma.group = ".";
     const auto of = [](const char* scrambled) { return CryptPass(scrambled, false); };
     using Case = std::tuple<std::string, bool, bool>;
     for (const auto& [password, isKept, isKeptInGerman] :
@@ -224,7 +224,7 @@ TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
           Case(of("1,5;"), true, true), Case(of("a "), false, false), Case(of(" a"), false, false),
           Case(of("a b"), true, true)}) {
         EXPECT_EQ(KeepsPassword(password, {}), isKept) << password;
-        EXPECT_EQ(KeepsPassword(password, german), isKeptInGerman) << password;
+        EXPECT_EQ(KeepsPassword(password, comma), isKeptInGerman) << password;
         Settings().CompressPasswordProtect(0);
         EXPECT_EQ(Settings().ZipPassword(), "");
         Settings().CompressPasswordProtect(1);

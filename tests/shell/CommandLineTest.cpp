@@ -205,9 +205,9 @@ TEST_F(Shell, EndsBySignalsWithEverythingPutBack) {
     std::filesystem::resize_file(memory.System("film.bin"), std::uintmax_t{1} << 34U);
     for (const char* signal : {"INT", "TERM", "HUP"}) {
         const ProgramResult result = RunProgram(
-            "/usr/bin/timeout",
-            {"--preserve-status", "-s", signal, "0.1", ZARN_BINARY_FOLDER "/ZarnFileSplitter",
-             "/F=" + memory.Drive("film.bin"), "/PS=20MB", "/DS", "/DP"});
+            "/usr/bin/timeout", {"--preserve-status", "-s", signal, "0.1",
+                                 std::string(ZARN_BINARY_FOLDER) + "/ZarnFileSplitter",
+                                 "/F=" + memory.Drive("film.bin"), "/PS=20MB", "/DS", "/DP"});
         EXPECT_GT(result.status, 128) << signal;
         EXPECT_EQ(memory.Names(), std::vector<std::string>{"film.bin"});
     }

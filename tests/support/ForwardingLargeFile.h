@@ -19,7 +19,7 @@ class ForwardingLargeFile : public LargeFileAccess {
     void Append(std::string_view path) override { real_->Append(path); }
     std::size_t Read(std::span<std::byte> buffer) override { return real_->Read(buffer); }
     void Write(std::span<const std::byte> bytes) override { real_->Write(bytes); }
-    FileIdentity Identity() const override { return real_->Identity(); }
+    [[nodiscard]] FileIdentity Identity() const override { return real_->Identity(); }
     void Flush() override { real_->Flush(); }
     void Close() override { real_->Close(); }
 
