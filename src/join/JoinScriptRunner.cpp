@@ -105,6 +105,11 @@ void JoinScriptRunner::DeleteParts() {
     Begin("delete", PartStem(script_.original) + "*");
     RequireBuilt();
     FlushNames();
+    // Another file may have taken its name. A file that was moved is another one by right.
+    const std::optional<FileIdentity> joined = fileSystem_.Identity(complete_);
+    if (complete_ == script_.original && !(joined && joined->IsSameFile(built_))) {
+        throw RuntimeError(ErrorNumber::FileNotFound);
+    }
     for (const SetFile& file : copied_) {
         DeleteSetFile(file);
     }
