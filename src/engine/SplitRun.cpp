@@ -9,6 +9,7 @@
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/BatchGenerator.h"
+#include "scripts/SetNames.h"
 #include "settings/Parameters.h"
 
 namespace zarn {
@@ -63,7 +64,8 @@ void SplitterEngine::Run::OpenInput() {
     } catch (const RuntimeError& error) {
         inputError_ = error.Number();
     }
-    engine_.partsRepeat_ = false;
+    engine_.isComplete_ = false;
+    engine_.whySourceStays_ = {};
     if (!order_.compressed) {
         engine_.source_ = order_.source;
         engine_.sourceFile_ = inputFile_;
@@ -118,6 +120,7 @@ void SplitterEngine::Run::RequireShortNames() {
         BatchGenerator::FunctionFileBat(FunctionLastPathItem(part), engine_.basePath_);
     FileSystem& fileSystem = *platform_.fileSystem;
     if (!fileSystem.IsShortEnough(part) || !fileSystem.IsShortEnough(script)) {
+        engine_.whySourceStays_ = "Its name is too long for parts and script.";
         throw RuntimeError(ErrorNumber::BadFileNameOrNumber);
     }
 }
@@ -182,10 +185,29 @@ bool SplitterEngine::Run::OpenNextPart() {
     if (spansMedia_ && !AskForMedium(path)) {
         return false;
     }
-    engine_.partsRepeat_ = engine_.partsRepeat_ || RepeatsPartNumber(partNumber_, totalParts_);
+    if (RepeatsPartNumber(partNumber_, totalParts_)) {
+        engine_.whySourceStays_ =
+            "It has too many parts: some have replaced others of the same name.";
+    }
+    if (partNumber_ == 1) {
+        DeleteOlderScript(path);
+    }
     output_->Create(path);
     engine_.parts_.Add(path, output_->Identity());
     return true;
+}
+
+// An older script would join a mix of older and new parts if this run ends early. The script of a
+// part that is split again has the name of the whole set's: that one stays as long as it is right.
+void SplitterEngine::Run::DeleteOlderScript(std::string_view firstPart) {
+    if (Contains(FunctionLastPathItem(engine_.basePath_), PartMark)) {
+        return;
+    }
+    const std::string script =
+        BatchGenerator::FunctionFileBat(FunctionLastPathItem(firstPart), engine_.basePath_);
+    if (platform_.fileSystem->HasExactName(script)) {
+        files_.FileDelete(script);
+    }
 }
 
 bool SplitterEngine::Run::AskForMedium(std::string& partPath) {
@@ -225,6 +247,8 @@ bool SplitterEngine::Run::Complete() {
         return CancelAfterScript();
     }
     script->Commit();
+    // Parts on other media cannot be asked for.
+    engine_.isComplete_ = !spansMedia_;
     DeleteInput(deleteSource);
     if (spansMedia_) {
         engine_.FlushFolderOf(engine_.basePath_);
@@ -248,7 +272,7 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
 // another: it may be the only copy.
 void SplitterEngine::Run::DeleteInput(bool deleteSource) {
     if (order_.compressed) {
-        if (engine_.basePath_ != order_.source && !engine_.partsRepeat_) {
+        if (engine_.basePath_ != order_.source && engine_.MayReplaceSource()) {
             files_.FileDelete(order_.source, *inputFile_);
         }
     } else if (deleteSource) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "engine/SegmentWriter.h"
 #include "engine/SplitterEngine.h"
@@ -49,6 +50,7 @@ class SplitterEngine::Run {
     // One part
     [[nodiscard]] SegmentWriter MakeWriter();
     [[nodiscard]] bool OpenNextPart();
+    void DeleteOlderScript(std::string_view firstPart);
     [[nodiscard]] bool AskForMedium(std::string& partPath);
     void FinishPart(PartEnd end);
 

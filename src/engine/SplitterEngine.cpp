@@ -100,7 +100,7 @@ void SplitterEngine::FlushFolderOf(std::string_view path) {
 void SplitterEngine::DeleteSource(const std::string& source) {
     Files& files = shared_.Files();
     Deletion deletion = files.FileExist(source) ? Deletion::OtherFile : Deletion::Missing;
-    if (sourceFile_ && !sourceIsDeleted_ && !partsRepeat_) {
+    if (sourceFile_ && !sourceIsDeleted_ && MayReplaceSource()) {
         deletion = files.FileDelete(source, *sourceFile_);
     }
     sourceIsDeleted_ = sourceIsDeleted_ || deletion == Deletion::Done;
@@ -111,14 +111,36 @@ void SplitterEngine::DeleteSource(const std::string& source) {
     }
 }
 
-void SplitterEngine::TellThatSourceStays(const std::string& source) {
-    if (!std::exchange(sourceWasTold_, true)) {
-        shared_.Messages().Error(
-            "The source file was not deleted:\r" + source + "\r" +
-            (partsRepeat_  ? "It has too many parts: some have replaced others of the same name."
-             : sourceFile_ ? "It was changed or replaced while it was split."
-                           : "It could not be read."));
+bool SplitterEngine::PartsAreThere() {
+    for (std::int32_t index = 1; index < parts_.UpperBound(); ++index) {
+        const auto file = shared_.Platform().fileSystem->Identity(parts_.Path(index));
+        const bool isThere = file && file->IsSameFile(parts_.File(index));
+        if (!parts_.Name(index).empty() && !isThere) {
+            return false;
+        }
     }
+    return true;
+}
+
+// A job that failed or was cancelled keeps to its own rule.
+bool SplitterEngine::MayReplaceSource() {
+    if (whySourceStays_.empty() && isComplete_ && !PartsAreThere()) {
+        whySourceStays_ = "Parts of it were removed or replaced while it was split.";
+    }
+    return whySourceStays_.empty();
+}
+
+void SplitterEngine::TellThatSourceStays(const std::string& source) {
+    if (std::exchange(sourceWasTold_, true)) {
+        return;
+    }
+    const std::string_view reason = !whySourceStays_.empty() ? whySourceStays_
+                                    : sourceFile_ ? "It was changed or replaced while it was split."
+                                                  : "It could not be read.";
+    shared_.Messages().Error(std::string("The source file was not deleted:\r")
+                                 .append(source)
+                                 .append("\r")
+                                 .append(reason));
 }
 
 // A name that has come to mean another file since is not the job's any more.

@@ -80,8 +80,8 @@ class SplitterEngine {
 
     /// Deletes the job's source if it still is the very file that the job read, unchanged since.
     /// Another file of that name stays, as does a source that could not be read, or whose parts
-    /// have replaced one another; a message says so, once a job. A source that is missing, or that
-    /// the system keeps, is passed over.
+    /// were replaced or removed, or could not have names; a message says so, once a job. A source
+    /// that is missing, or that the system keeps, is passed over.
     void DeleteSource(const std::string& source);
 
   private:
@@ -92,6 +92,8 @@ class SplitterEngine {
     void WriteArchive(const std::string& source, std::int32_t level);
     void DiscardArchive();
     void FlushFolderOf(std::string_view path);
+    [[nodiscard]] bool PartsAreThere();
+    [[nodiscard]] bool MayReplaceSource();
     void TellThatSourceStays(const std::string& source);
     void DeleteFilesMatrix();
     void RaiseRemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
@@ -102,7 +104,8 @@ class SplitterEngine {
     SplitterEvents& events_;
     bool cancelRequested_ = false;
     PartList parts_;
-    bool partsRepeat_ = false;  ///< a part has replaced an earlier one of its name
+    bool isComplete_ = false;          ///< all parts and the script are there
+    std::string_view whySourceStays_;  ///< the reason for the user; empty: it may be deleted
     std::string basePath_;
     std::string source_;                      ///< path of the user's file
     std::optional<FileIdentity> sourceFile_;  ///< as it was opened; nothing if it was not

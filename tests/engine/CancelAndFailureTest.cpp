@@ -119,6 +119,32 @@ TEST_F(FailureTest, ASourceStaysWhosePartsHaveReplacedOneAnother) {
     EXPECT_EQ(test.boxes->shown.size(), 1U);
 }
 
+TEST_F(FailureTest, ASourceStaysWhosePartsAreGone) {
+    Shared().Parameters().DeleteSource(1);
+    events.then = [this](const std::string& event) {
+        if (event.starts_with("100%")) {
+            std::filesystem::remove(out.System("movie.avi_Part1"));
+        }
+    };
+    EXPECT_TRUE(Split(30000));
+    EXPECT_TRUE(folder.Has("movie.avi"));
+    EXPECT_EQ(test.boxes->shown.size(), 1U);
+}
+
+// It would join new parts with older ones. That of a whole set stays while a part of it is split.
+TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
+    out.Write("movie.avi_Part0.bat", "older");
+    std::filesystem::create_directory(out.System("movie.avi_Part2"));
+    ExpectFailure(30000);
+    EXPECT_FALSE(out.Has("movie.avi_Part0.bat"));
+    out.Write("movie.avi_Part0.bat", "whole");
+    std::filesystem::rename(folder.System("movie.avi"), folder.System("movie.avi_Part1"));
+    std::filesystem::create_directory(out.System("movie.avi_Part1_Part2"));
+    source = folder.Drive("movie.avi_Part1");
+    ExpectFailure(30000);
+    EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
+}
+
 class HeldSignal : public Signals {
   public:
     void Hold() override {}
@@ -160,6 +186,9 @@ TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
         source = folder.Drive(std::string(length, 'x'));
         ExpectFailure(50);
         EXPECT_TRUE(out.Names().empty());
+        Engine().DeleteSource(source);
+        EXPECT_TRUE(folder.Has(std::string(length, 'x')));
+        test.boxes->shown.clear();
     }
 }
 
