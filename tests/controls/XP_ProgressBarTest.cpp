@@ -20,39 +20,6 @@ TEST(XP_ProgressBar, TextIsTheValueAndNeverAShareOfTheRange) {
     }
 }
 
-TEST(XP_ProgressBar, StoredPropertiesComeBackAndMissingOnesAreReset) {
-    QPixmap picture(4, 4);
-    picture.fill(Qt::red);
-    QFont font;
-    font.setPixelSize(17);
-    PropertyBag bag = {{"Image", picture}, {"Font", font}, {"ShowText", true}, {"Max", 32000}};
-    for (const char* number : {"BrushStyle", "Color", "Min", "Orientation", "Scrolling", "Value"}) {
-        bag[number] = static_cast<int>(bag.size() + 1);
-    }
-    XP_ProgressBar bar;
-    ExpectComesBack(bar, bag);
-    EXPECT_EQ(std::tuple(bar.Value(), bar.Min(), bar.Max(), bar.BrushStyle(), bar.Color(),
-                         bar.ShowText()),
-              std::tuple(0, 0, 100, 4, Highlight, false));
-}
-
-TEST(XP_ProgressBar, ModesBrushesAndOrientationsTellApart) {
-    XP_ProgressBar bar;
-    bar.resize(120, 18);
-    bar.Value(55);
-    DistinctPictures pictures;
-    for (int mode = 0; mode <= 9; ++mode) {
-        pictures.Set(bar, "Scrolling", mode);
-    }
-    bar.Scrolling(0);
-    for (const int brush : {0, 1, 2, 3, 5, 6, 7, 8, 9}) {
-        pictures.Set(bar, "BrushStyle", brush);
-    }
-    pictures.Set(bar, "Orientation", 1);
-    pictures.Set(bar, "ShowText", true);
-    pictures.Set(bar, "enabled", false);
-}
-
 TEST(XP_ProgressBar, ValueOutsideItsRangeIsKeptAndDrawnAsTheNearestEnd) {
     XP_ProgressBar reference;
     XP_ProgressBar bar;

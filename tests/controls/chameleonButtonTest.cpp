@@ -36,39 +36,6 @@ class ButtonWindow : public ::testing::Test {
     chameleonButton& middle_ = buttons_[1];
 };
 
-TEST(chameleonButton, StoredPropertiesComeBackAndMissingOnesAreReset) {
-    QFont font;
-    font.setPixelSize(15);
-    PropertyBag bag = {{"TX", "&Done"}, {"FONT", font}};
-    for (const char* picture : {"MICON", "PICN", "PICH"}) {
-        bag[picture] = Square(Qt::red);
-    }
-    for (const char* number :
-         {"COLTYPE", "BTYPE", "BCOL", "BCOLO", "FCOL", "FCOLO", "MCOL", "MPTR", "PICPOS", "FX"}) {
-        bag[number] = static_cast<int>(bag.size());
-    }
-    for (const char* flag : {"SOFT", "NGREY", "HAND", "CHECK", "VALUE"}) {
-        bag[flag] = true;
-    }
-    for (const char* flag : {"ENAB", "FOCUSR", "UMCOL"}) {
-        bag[flag] = false;
-    }
-    chameleonButton button;
-    ExpectComesBack(button, bag);
-    EXPECT_TRUE(button.Enabled() && button.ShowFocusRect() && button.UseMaskColor());
-    EXPECT_EQ(button.ColorScheme(), 1);
-    EXPECT_EQ(button.MaskColor(), 0xC0C0C0);
-    EXPECT_EQ(button.property("version").toString(), "2.0.6");
-    // A scheme brings colours, which are not stored then.
-    button.ReadProperties({{"COLTYPE", 2}, {"TX", "&Done"}, {"ENAB", false}});
-    EXPECT_EQ(button.ForeColor(), SchemeColoursOf(2).fore);
-    EXPECT_EQ(button.text(), "&Done");
-    EXPECT_FALSE(button.isEnabled());
-    PropertyBag written;
-    button.WriteProperties(written);
-    EXPECT_EQ(written.keys(), QStringList({"COLTYPE", "ENAB", "TX"}));
-}
-
 TEST_F(ButtonWindow, StylesAndStatesTellApart) {
     DistinctPictures restingStyles;
     DistinctPictures hoveredStyles;
@@ -97,26 +64,6 @@ TEST_F(ButtonWindow, StylesAndStatesTellApart) {
         middle_.setFocus();
         states.Add(middle_, "focused " + style);
     }
-}
-
-TEST_F(ButtonWindow, AppearanceProperties) {
-    middle_.clearFocus();
-    const QImage plain = PictureOf(middle_);
-    middle_.ShowFocusRect(false);
-    middle_.setFocus();
-    EXPECT_EQ(PictureOf(middle_), plain);
-    DistinctPictures pictures;
-    pictures.Add(middle_, "plain");
-    for (const auto& [property, value] :
-         {std::pair("SoftBevel", 1), std::pair("SpecialEffect", 1), std::pair("SpecialEffect", 2),
-          std::pair("SpecialEffect", 3), std::pair("ColorScheme", 2), std::pair("ColorScheme", 3),
-          std::pair("BackColor", DarkRed), std::pair("ForeColor", Green)}) {
-        pictures.Set(middle_, property, value);
-    }
-    middle_.DisableRefresh();
-    EXPECT_FALSE(middle_.updatesEnabled());
-    middle_.Refresh();
-    EXPECT_TRUE(middle_.updatesEnabled());
 }
 
 TEST_F(ButtonWindow, Pictures) {
@@ -165,20 +112,6 @@ TEST_F(ButtonWindow, KeysPressItMoveTheKeyboardAndTurnItsValueOver) {
     EXPECT_TRUE(middle_.Value());
     QTest::keyClick(&middle_, Qt::Key_Space);
     EXPECT_FALSE(middle_.Value());
-}
-
-TEST(chameleonButton, PointerForms) {
-    chameleonButton button;
-    button.MouseIcon(Square(Qt::red));
-    for (const auto& [pointer, hand, shape] :
-         {std::tuple(11, false, Qt::WaitCursor), std::tuple(99, false, Qt::BitmapCursor),
-          std::tuple(99, true, Qt::PointingHandCursor),
-          std::tuple(-70000, false, Qt::ArrowCursor)}) {
-        button.MousePointer(pointer);
-        button.HandPointer(hand);
-        EXPECT_EQ(button.cursor().shape(), shape) << pointer;
-    }
-    EXPECT_EQ(button.MousePointer(), -32768);
 }
 
 TEST(chameleonButton, IsLargeEnoughForItsText) {

@@ -176,18 +176,6 @@ TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
     EXPECT_TRUE(form->JobEnded && out.Has("movie.avi_Part0.bat"));
 }
 
-TEST_F(FrmProgressTest, ErrorsCloseTheWindowAndReachTheCaller) {
-    MakeForm();
-    form->job.partSize = 0;  // nothing is made: the SFV file has no name
-    form->job.sfv = true;
-    EXPECT_EQ(Run(), ErrorNumber::SubscriptOutOfRange);
-    MakeForm();
-    Shared().Parameters().DeleteSource(1);
-    files->refused = "flush volume";  // what replaces the source does not get to the medium
-    EXPECT_EQ(Run(), ErrorNumber::PathFileAccessError);
-    EXPECT_TRUE(folder.Has("movie.avi"));
-}
-
 TEST_F(FrmProgressTest, ComingBackStartsTheJobAgainOnlyAtZero) {
     MakeForm();
     When("at 50 %", [this] { ComeBack(); });

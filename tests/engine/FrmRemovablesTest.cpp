@@ -53,19 +53,6 @@ class FrmRemovablesTest : public ::testing::Test {
     FrmRemovables prompt{shared, progress, nullptr};
 };
 
-TEST_F(FrmRemovablesTest, NamesUnitAndDisk) {
-    InEveryFont([this] {
-        Prompt(0, [this] {
-            EXPECT_EQ(FromQt(prompt.windowTitle()), "  DISK 2 of 3 ...   ");
-            EXPECT_EQ(FromQt(prompt.findChild<QLabel*>("lblMessage")->text()),
-                      "Please insert a new media on unit [e:]");
-            ExpectTextsToFit(prompt, prompt.size());
-            prompt.close();
-        });
-    });
-    EXPECT_FALSE(progress.CancelPending);
-}
-
 TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
     progress.StopRequested = true;
     Prompt(FreeBytes, [&] {

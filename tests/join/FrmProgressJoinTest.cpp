@@ -175,14 +175,6 @@ TEST_F(FrmProgressJoinTest, ACancelCountsUpToTheChecksumStage) {
     }
 }
 
-TEST_F(FrmProgressJoinTest, AnErrorClosesTheWindowAndReachesTheCaller) {
-    MakeForm(folder);
-    fs::remove(folder.System("Movie.avi_Part0.bat"));
-    EXPECT_EQ(Join(), ErrorNumber::FileNotFound);
-    EXPECT_FALSE(form->Finished);
-    EXPECT_EQ(states, Names{Joining(1)});
-}
-
 TEST_F(FrmProgressJoinTest, EachStepPausesForThePriority) {
     MakeForm(folder);
     bool inside = false;

@@ -113,18 +113,6 @@ TEST_F(JoinAnalysisTest, NumbersPartsInTheWidthOfTheirCount) {
     EXPECT_EQ(report.bytes, 800000);
 }
 
-TEST_F(JoinAnalysisTest, LooksAtTheFolderAsItIsSpelled) {
-    folder.MakeFolder("my.bat");
-    folder.MakeFolder("MY.BAT");
-    folder.Write("my.bat/x_Part0.sfv", "");
-    EXPECT_FALSE(ReportOf(good, "my.bat/x_Part0.bat").hasSfvFile);
-    folder.MakeFolder("my.SFV");
-    folder.Write("my.SFV/x_Part0.sfv", "");
-    EXPECT_TRUE(ReportOf(good, "my.bat/x_Part0.bat").hasSfvFile);
-    // What stands in the middle of a path counts as well.
-    EXPECT_EQ(RefusalOf(good, "MY.BAT/x.sfv"), "");
-}
-
 TEST_F(JoinAnalysisTest, FindsNamesInEveryEncoding) {
     for (const char* name : {"Fl\xC3\xB6te", "\xE7\xAC\x9B", "Fl\xF6te", "\xC3\xB6\xF6"}) {
         const std::string part = std::string(name) + "_Part1";

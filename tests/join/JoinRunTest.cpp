@@ -37,14 +37,6 @@ class JoinRunTest : public ::testing::Test {
     SharedObjects shared{std::move(test.platform)};
 };
 
-TEST_F(JoinRunTest, NamesTheCopyAndTheResultByTheScriptsPath) {
-    EXPECT_EQ(PartsBase(R"(C:\d\a_Part0.bat)"), R"(C:\d\a)");
-    EXPECT_EQ(PartsBase(R"(C:\my_Parts\a_Part0.bat)"), R"(C:\my)");
-    EXPECT_EQ(PartsBase(R"(C:\d\a_part0.bat)"), "");
-    EXPECT_EQ(TempScript(R"(C:\d.bat\a.bat)"), R"(C:\d_TMP.bat\a_TMP.bat)");
-    EXPECT_EQ(TempScript(R"(C:\d\A.BAT)"), R"(C:\d\A.BAT_TMP.bat)");
-}
-
 TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
     const std::string accent = other.Drive("Fl\xC3\xB6te");
     using Row = std::tuple<std::string, std::string, std::string>;

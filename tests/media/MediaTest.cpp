@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 
-#include "engine/SplitterEngine.h"
 #include "support/RunProgram.h"
 #include "support/TestMount.h"
 #include "support/TestPlatform.h"
@@ -13,10 +11,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-constexpr std::size_t Kilobyte = 1024;
-constexpr std::size_t Megabyte = 1024 * Kilobyte;
-constexpr std::size_t Floppy = 1440 * Kilobyte;
-constexpr std::size_t FloppyPart = 1457275;
+constexpr std::size_t Megabyte = 1048576;
 constexpr const char* WriteError =
     "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n";
 
@@ -79,55 +74,6 @@ TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {
     EXPECT_TRUE(home.Read("FILM.AVI") == film);
     EXPECT_EQ(medium.folder.Names(), Names{"FILM.AVI"});
     EXPECT_EQ(medium.folder.Read("FILM.AVI"), "old");
-}
-
-// Keeps what is on a medium, then puts the next one in when it is asked for.
-class Swapper : public SplitterEvents {
-  public:
-    void RemovableMedia(std::string& /*partPath*/, double& partNumber, double& totalParts,
-                        double& partSize) override {
-        EXPECT_EQ(std::tuple(totalParts, partSize), std::tuple(3, FloppyPart));
-        if (partNumber > 1) {
-            Keep();
-            medium.Replace();
-        }
-        if (partNumber == 2) {
-            medium.folder.Write("OLD.DAT", std::string(Floppy / 2, 'x'));
-        }
-    }
-    void Keep() {
-        for (const std::string& name : medium.folder.Names()) {
-            kept[name] = medium.folder.Read(name);
-        }
-    }
-
-    TestMount medium{Floppy};
-    std::map<std::string, std::string> kept;
-};
-
-// The second of four media holds a file already, so its part is as long as what it has free: up
-// to the first block of the last free page, since no page is free behind that one.
-TEST(Spanning, FillsOneMediumAfterTheOther) {
-    TestPlatform test;
-    Swapper swapper;
-    test.home.MakeFolder("config");
-    test.home.Write("config/drives", "A: removable " + swapper.medium.folder.System());
-    const std::string bytes = TestBytes(3 * FloppyPart - 100000);
-    test.home.Write("f", bytes);
-    SharedObjects shared(std::move(test.platform));
-    SharedProgress progress;
-    SplitterEngine engine(shared, progress, swapper);
-    double partSize = 0;
-    EXPECT_TRUE(engine.SplittFile(test.home.Drive("f"), R"(A:\)", partSize, false, false, "Size", 0,
-                                  false));
-    swapper.Keep();
-    EXPECT_TRUE(test.boxes->shown.empty());
-    auto& kept = swapper.kept;
-    EXPECT_EQ(kept["f_Part1"].size(), FloppyPart);
-    EXPECT_EQ(kept["f_Part2"].size(), Floppy / 2 - 3 * Kilobyte);
-    EXPECT_EQ(kept["f_Part3"].size(), FloppyPart);
-    EXPECT_TRUE(kept["f_Part1"] + kept["f_Part2"] + kept["f_Part3"] + kept["f_Part4"] == bytes);
-    EXPECT_TRUE(kept.contains("f_Part0.bat"));
 }
 
 }  // namespace

@@ -112,19 +112,5 @@ TEST_F(FrmMonitorTest, ThePriorityActsAtOnce) {
     }
 }
 
-TEST_F(FrmMonitorTest, FitsItsPlaceInEveryFont) {
-    figures->memory = {INT64_MAX, INT64_MAX};
-    panel.Start();
-    InEveryFont([this] {
-        Slider().Value(4);
-        Tick(10);
-        EXPECT_LE(panel.minimumSizeHint().width(), 180);
-        EXPECT_LE(panel.minimumSizeHint().height(), 150);
-        for (const QLabel* label : panel.findChildren<QLabel*>()) {
-            EXPECT_FALSE(label->text().isEmpty() || label->accessibleName().isEmpty());
-        }
-    });
-}
-
 }  // namespace
 }  // namespace zarn::testing

@@ -66,20 +66,5 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     }
 }
 
-TEST(PreferencesTexts, DescribeEveryLevel) {
-    using Case = std::tuple<std::int32_t, std::int32_t, const char*, const char*>;
-    for (const auto& [from, to, name, explanation] :
-         {Case(0, 0, "No Compression", "Save process time but file size is not reduced"),
-          Case(1, 3, "Low Compression", "Save time and compress your file with a reazonable ratio"),
-          Case(4, 5, "Medium Recomended", "Balance between Compression Level and process time"),
-          Case(6, 8, "High", "Better Compression but process time can be slow"),
-          Case(9, 9, "Strong", "Max Compression Ratio reduce your Output file")}) {
-        for (std::int32_t level = from; level <= to; ++level) {
-            EXPECT_EQ(LevelCaption(level), "Level " + std::to_string(level) + " (" + name + ")");
-            EXPECT_EQ(LevelExplanation(level), explanation);
-        }
-    }
-}
-
 }  // namespace
 }  // namespace zarn::testing

@@ -170,24 +170,6 @@ TEST_F(Shell, Splits) {
     }
 }
 
-TEST_F(Shell, ChoosesTheDestination) {
-    Start({Source(), "/PN=2"});
-    EXPECT_TRUE(folder.Has("DATA.BIN_Part2"));
-    Start({Source(), "/D=" + folder.Drive("new") + "\\er ", "/PN=3"});
-    EXPECT_TRUE(folder.Has("NEW/ER/DATA.BIN_Part3"));
-    Start({"/F=data.bin", "/PN=4"}, folder.System());
-    EXPECT_TRUE(folder.Has("DATA.BIN_Part4"));
-}
-
-TEST_F(Shell, OnlyChecksWithTest) {
-    for (const char* last : {"/TEST", "/t", "/TEMP", "/test=1"}) {
-        EXPECT_EQ(Start({Source(), "/PN=2", "/DS", "/C", "/CL=1", last}).error, Checked) << last;
-    }
-    EXPECT_EQ(folder.Names(), std::vector<std::string>{"data.bin"});
-    EXPECT_EQ(Start({Source(), "/PN=2", "/TEST", "/D=" + folder.Drive("made")}).error, Checked);
-    EXPECT_TRUE(folder.Has("MADE"));
-}
-
 TEST_F(Shell, DeletesTheSource) {
     Start({Source(), "/PN=2", "/DS"});
     EXPECT_FALSE(folder.Has("data.bin"));

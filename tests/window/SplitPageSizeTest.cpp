@@ -78,22 +78,6 @@ TEST_F(SplitPageSize, TypedSizes) {
     EXPECT_EQ(PartSize().lineEdit()->cursorPosition(), 3);
 }
 
-TEST_F(SplitPageSize, PickedRows) {
-    Settings().ComboSize("650 mb|681574400;3 GB|1");
-    OpenSource(10 * MB);
-    ASSERT_EQ(PartSize().RowCount(), 10);
-    EXPECT_EQ(PartSize().Text(), "");
-    for (const auto& [text, unit, row, listIndex] :
-         {std::tuple("4.7 GB - DVD-R", "GB", 8, 8), std::tuple("", "GB", 0, -1),
-          std::tuple("1.44 MB - Diskette", "MB", 3, 3), std::tuple("3 GB", "GB", 2, 2),
-          std::tuple("650 MB", "MB", 1, -1), std::tuple("", "MB", 0, -1)}) {
-        PartSize().SelectRow(row);
-        EXPECT_EQ(PartSize().Text(), text) << row;
-        EXPECT_EQ(PartSize().ListIndex(), listIndex) << row;
-        EXPECT_EQ(Unit(), unit) << row;
-    }
-}
-
 TEST_F(SplitPageSize, TypedCounts) {
     OpenSource(10 * MB);
     Click("OptParts");
@@ -128,61 +112,6 @@ TEST_F(SplitPageSize, AFilledFieldIsSelectedWhenTheKeyboardComesToIt) {
         Field("txtSourceFile").setFocus();
         edit->setFocus(Qt::OtherFocusReason);
         EXPECT_EQ(edit->selectedText(), *text == ' ' ? "" : text);
-    }
-}
-
-TEST_F(SplitPageSize, StartButtonsFollowTheSize) {
-    // A size, or a count behind a "#": the hidden field keeps its say.
-    using Case = std::tuple<const char*, const char*, double, bool>;
-    for (const auto& [unit, size, bytes, ready] :
-         {Case("OptMB", "", 10 * MB, true), Case("OptMB", "9.99", 10 * MB, true),
-          Case("OptMB", "10", 10 * MB + 4000, false), Case("OptMB", "10.004", 10 * MB, false),
-          Case("OptMB", "9.996", 10 * MB, false), Case("OptMB", "9.996", 10 * MB + 20000, true),
-          Case("OptMB", "10,5", 10.2 * MB, true), Case("OptMB", "700 MB - CD-R", 10 * MB, false),
-          Case("OptGB", "0.01", 52 * MB, true), Case("OptGB", "0.05", 52 * MB, false),
-          Case("OptMB", "#11", 10 * MB, false), Case("OptMB", "#1", 10 * MB, true),
-          Case("OptGB", "#0.05", 52 * MB, false)}) {
-        OpenSource(bytes);
-        Button(unit).setChecked(true);
-        const bool byCount = *size == '#';
-        PartSize().WriteText(byCount ? size + 1 : size);
-        Button(byCount ? "OptParts" : "OptSize").setChecked(true);
-        Page().RefreshStartButtons();
-        EXPECT_EQ(CanStart(), ready) << unit << ' ' << size;
-        Button("OptSize").setChecked(true);
-        Button("OptMB").setChecked(true);
-    }
-    EXPECT_EQ(Said(), Texts());
-    // A source too small for gigabytes falls back to megabytes.
-    OpenSource(1 * MB);
-    Button("OptGB").setChecked(true);
-    PartSize().WriteText("0.4");
-    Page().RefreshStartButtons();
-    EXPECT_EQ(Said().size(), 1U);
-    EXPECT_EQ(Unit(), "MB");
-    EXPECT_TRUE(CanStart());
-}
-
-TEST_F(SplitPageSize, StartButtonsFollowThePaths) {
-    const std::string source = OpenSource(10 * MB);
-    Folder().MakeFolder("out");
-    const std::string out = Here() + "out";
-    const QSignalBlocker sourceBlocker(Field("txtSourceFile"));
-    const QSignalBlocker destinationBlocker(Field("txtDestinationFolder"));
-    using Case = std::tuple<std::string, std::string, bool, ColourValue>;
-    for (const auto& [from, to, ready, destinationColour] :
-         {Case(source, out, true, Black), Case(source, out + "\\", true, Black),
-          Case(" ", out, false, Black), Case(source, "  ", false, Black),
-          Case(Here(), "C:\\none", false, Black), Case(source, Here() + "none", false, Red),
-          Case(source, Here() + "o?t", false, Red), Case(Here() + "none.bin", out, false, Black)}) {
-        Write("txtSourceFile", from);
-        Write("txtDestinationFolder", to);
-        SetTextColour(Widget("txtSourceFile"), Blue);
-        SetTextColour(Widget("txtDestinationFolder"), Blue);
-        Page().RefreshStartButtons();
-        EXPECT_EQ(CanStart(), ready) << from << ' ' << to;
-        EXPECT_EQ(Colour("txtDestinationFolder"), destinationColour) << from << ' ' << to;
-        EXPECT_EQ(Colour("txtSourceFile"), Black);
     }
 }
 

@@ -86,21 +86,6 @@ TEST_F(SplitPageSource, OpensTheDialogWhereTheLastFileWas) {
     EXPECT_TRUE(CanStart());
 }
 
-// The page is reset until the path names a file, and folders that lie on the way are the
-// destination.
-TEST_F(SplitPageSource, IsRedUntilItIsTypedInFull) {
-    const std::string path = Hole("film.mkv", 10000);
-    for (const std::size_t length : {std::size_t{1}, path.size() - 1, path.size()}) {
-        Type("txtSourceFile", path.substr(0, length));
-        EXPECT_EQ(State(), length == path.size() ? "black black ready start" : "red black ");
-    }
-    EXPECT_EQ(Text("txtDestinationFolder"), Here());
-    Click("CmdReset");
-    EXPECT_EQ(Text("txtSourceFile") + Text("txtDestinationFolder"), "");
-    EXPECT_FALSE(IsEnabled("OptSize"));
-    EXPECT_EQ(Said(), Texts());
-}
-
 TEST_F(SplitPageSource, TakesTheFirstOfTheDroppedFiles) {
     const std::string first = Hole("a b%.dat", 6000);
     Hole("second", 6000);

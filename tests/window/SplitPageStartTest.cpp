@@ -79,21 +79,6 @@ TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
     expect("/PN=12 /C /CL=7 /DP ");
 }
 
-TEST_F(SplitPageStart, StopsAtTheFirstFailedCheck) {
-    Take(2'000'000);
-    PartSize().WriteText("Type Custom Size ...");
-    Start();
-    EXPECT_EQ(PartSize().Text(), "");
-    PartSize().SelectRow(2);
-    Start();
-    Write("txtDestinationFolder", "C");
-    Start();
-    EXPECT_EQ(Said(), (Texts{"Piece Size must be smaller than Source file size   ",
-                             "Please select a valid Destination Folder.           "}));
-    EXPECT_EQ(Folder().Names(), Texts{"film.mkv"});
-    EXPECT_EQ(Settings().ComboSize(), "");
-}
-
 // Neither answer ends the click: what follows looks at the folder that is there then.
 TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
     Settings().DestinationFolderUseSource(0);
@@ -184,20 +169,6 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     EXPECT_TRUE(Folder().Has("film.mkv_Part4"));
     EXPECT_EQ(jobs, 5);
     EXPECT_EQ(Said(), Texts());
-}
-
-// A configured password compresses although the box is clear.
-TEST_F(SplitPageStart, CompressesForAPassword) {
-    Folder().MakeFolder("tmp");
-    Settings().TemporaryFolder(Here() + "tmp\\");
-    Settings().CompressPasswordProtect(1);
-    Settings().CompressPassword("secret");
-    Take(1'000'000);
-    Page().SecurityOption(true);
-    PartSize().WriteText("0.5");
-    Start();
-    constexpr std::size_t MethodOffset = 8;
-    EXPECT_EQ(Folder().Read("film.zip_Part1").at(MethodOffset), 99) << "the mark of encryption";
 }
 
 TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
