@@ -268,15 +268,17 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
     return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
 }
 
-// An archive in the destination folder itself stays. So does one whose parts have replaced one
-// another: it may be the only copy.
+// An archive in the destination folder itself stays. So does one that is all that is left of the
+// source.
 void SplitterEngine::Run::DeleteInput(bool deleteSource) {
-    if (order_.compressed) {
-        if (engine_.basePath_ != order_.source && engine_.MayReplaceSource()) {
-            files_.FileDelete(order_.source, *inputFile_);
+    if (!order_.compressed) {
+        if (deleteSource) {
+            engine_.DeleteSource(order_.source);
         }
-    } else if (deleteSource) {
-        engine_.DeleteSource(order_.source);
+    } else if (engine_.sourceIsDeleted_ && !engine_.MayReplaceSource()) {
+        engine_.TellThatSourceStays(order_.source);
+    } else if (engine_.basePath_ != order_.source) {
+        files_.FileDelete(order_.source, *inputFile_);
     }
 }
 

@@ -145,6 +145,17 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
     EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
 }
 
+TEST_F(FailureTest, AnArchiveStaysThatIsAllThatIsLeft) {
+    const TestFolder temporary;
+    Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
+    Shared().Parameters().DeleteSource(1);
+    source = Engine().CompressSource(source, temporary.Drive(), 0);
+    EXPECT_FALSE(folder.Has("movie.avi"));
+    EXPECT_TRUE(Split(4, "Size", 0, true));
+    EXPECT_TRUE(temporary.Has("movie.zip"));
+    EXPECT_EQ(test.boxes->shown.size(), 1U);
+}
+
 class HeldSignal : public Signals {
   public:
     void Hold() override {}
