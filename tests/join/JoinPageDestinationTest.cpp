@@ -180,8 +180,8 @@ TEST_F(JoinPageDestination, TellsAJoinThatFailed) {
                            "\r\rcannot copy \"Movie.avi_Part2\": File not found"};
     for (const bool closes : {false, true}) {
         OpenSet();
-        whileJoining = [this, closes](FrmProgressJoin& form) {
-            std::filesystem::remove(Folder().System("Movie.avi_Part2"));
+        std::filesystem::remove(Folder().System("Movie.avi_Part2"));  // since the analysis
+        whileJoining = [closes](FrmProgressJoin& form) {
             if (closes) {
                 form.close();
             }
@@ -189,14 +189,13 @@ TEST_F(JoinPageDestination, TellsAJoinThatFailed) {
         static_cast<void>(Join());
         EXPECT_EQ(Said(), missing);
     }
-    whileJoining = [this](FrmProgressJoin& /*form*/) {
-        std::filesystem::remove(Folder().System("else"));
-    };
     OpenSet();
+    Folder().MakeFolder("else/Movie.avi");
     Write(R"(HERE\else)");
     static_cast<void>(Join());
     EXPECT_EQ(Said(), Texts{"The file was not made :\r" + Long(R"(HERE\else\Movie.avi)") +
-                            "\r\rcannot move \"Movie.avi\": Path not found"
+                            "\r\rcannot replace \"" + Long(R"(HERE\else\Movie.avi)") +
+                            "\": Path/File access error"
                             "\rThe joined file is complete: " +
                             Long(R"(HERE\Movie.avi)")});
 }
