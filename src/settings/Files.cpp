@@ -127,7 +127,11 @@ Deletion Files::FileDelete(std::string_view path, const FileIdentity& opened) {
         return Deletion::Missing;
     }
     try {
-        const std::optional<FileIdentity> found = fileSystem_.Identity(path);
+        std::optional<FileIdentity> found = fileSystem_.Identity(path);
+        if (!found) {
+            // A namesake that comes at this moment hides the name once, and has it from then on.
+            found = fileSystem_.Identity(path);
+        }
         if (found != opened) {
             return found             ? Deletion::OtherFile
                    : FileExist(path) ? Deletion::Refused
