@@ -1,15 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QImage>
 #include <QPixmap>
 #include <QWidget>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "controls/PropertyBag.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 

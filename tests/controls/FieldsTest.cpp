@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
@@ -8,6 +6,7 @@
 
 #include "controls/ComboField.h"
 #include "controls/UpDown.h"
+#include "support/Prelude.h"
 
 namespace zarn {
 namespace {

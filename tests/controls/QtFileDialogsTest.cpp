@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -9,7 +7,6 @@
 
 #include "controls/GuardedApplication.h"
 #include "controls/QtFileDialogs.h"
-#include "support/ErrorOf.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {

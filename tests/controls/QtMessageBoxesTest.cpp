@@ -1,17 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
-#include <chrono>
-#include <functional>
 
 #include "controls/GuardedApplication.h"
 #include "controls/QtMessageBoxes.h"
 #include "controls/QtMessageQueue.h"
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

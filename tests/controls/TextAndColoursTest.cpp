@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QFontInfo>
 #include <QLabel>
@@ -12,6 +10,7 @@
 #include "controls/ComboField.h"
 #include "controls/QtText.h"
 #include "controls/Twips.h"
+#include "support/Prelude.h"
 
 namespace zarn {
 namespace {

@@ -1,10 +1,9 @@
-
 #include <QSignalSpy>
 #include <QTest>
-#include <array>
 
 #include "controls/ControlChecks.h"
 #include "controls/chameleonButton.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <filesystem>
 #include <limits>
 
 #include "engine/EngineFixture.h"
@@ -52,8 +50,8 @@ TEST_F(FailureTest, ShrunkenSourceEndsTheRunWithWhatCame) {
 }
 
 TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
-    WatchedFileSystem& watch = Watch();
-    Shared().Parameters().DeleteSource(1);
+    WatchedFileSystem& watch = test.Watch();
+    test.Shared().Parameters().DeleteSource(1);
     for (const char* step : {"prepare", "flush", "flush volume", "commit"}) {
         SCOPED_TRACE(step);
         watch.refused = step;
@@ -69,7 +67,7 @@ TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
 
 // Each row: what becomes of the source while it is split.
 TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().DeleteSource(1);
     const std::string path = folder.System("movie.avi");
     for (const std::string_view change :
          {"replaced", "grown", "shrunk", "touched", "gone", "namesake"}) {
@@ -81,20 +79,20 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
                 return;
             }
             if (change == "replaced") {
-                std::filesystem::rename(folder.System("other"), path);
+                fs::rename(folder.System("other"), path);
             } else if (change == "touched") {
-                std::filesystem::last_write_time(path, std::filesystem::file_time_type{});
+                fs::last_write_time(path, fs::file_time_type{});
             } else if (change == "namesake") {
-                std::filesystem::rename(folder.System("other"), folder.System("MOVIE.AVI"));
+                fs::rename(folder.System("other"), folder.System("MOVIE.AVI"));
             } else if (change == "gone") {
-                std::filesystem::remove(path);
+                fs::remove(path);
             } else {
-                std::filesystem::resize_file(path, change == "grown" ? 50001 : 49999);
+                fs::resize_file(path, change == "grown" ? 50001 : 49999);
             }
         };
         source = folder.Drive(change == "namesake" ? "MOVIE.AVI" : "movie.avi");
         const Names before = folder.Names();
-        SplitterEngine engine(Shared(), progress, events);
+        SplitterEngine engine(test.Shared(), progress, events);
         double partSize = 30000;
         EXPECT_TRUE(
             engine.SplittFile(source, destination, partSize, false, false, "Size", 0, false));
@@ -108,7 +106,7 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
 
 // Nine parts of a size with a fraction need a tenth, which takes the name of the first.
 TEST_F(FailureTest, ASourceStaysWhosePartsHaveReplacedOneAnother) {
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().DeleteSource(1);
     folder.Write("movie.avi", TestBytes(90));
     EXPECT_TRUE(Split(10.5));
     EXPECT_EQ(test.boxes->shown.size(), 0U);
@@ -120,10 +118,10 @@ TEST_F(FailureTest, ASourceStaysWhosePartsHaveReplacedOneAnother) {
 }
 
 TEST_F(FailureTest, ASourceStaysWhosePartsAreGone) {
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().DeleteSource(1);
     events.then = [this](const std::string& event) {
         if (event.starts_with("100%")) {
-            std::filesystem::remove(out.System("movie.avi_Part1"));
+            fs::remove(out.System("movie.avi_Part1"));
         }
     };
     EXPECT_TRUE(Split(30000));
@@ -134,12 +132,12 @@ TEST_F(FailureTest, ASourceStaysWhosePartsAreGone) {
 // It would join new parts with older ones. That of a whole set stays while a part of it is split.
 TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
     out.Write("movie.avi_Part0.bat", "older");
-    std::filesystem::create_directory(out.System("movie.avi_Part2"));
+    fs::create_directory(out.System("movie.avi_Part2"));
     ExpectFailure(30000);
     EXPECT_FALSE(out.Has("movie.avi_Part0.bat"));
     out.Write("movie.avi_Part0.bat", "whole");
-    std::filesystem::rename(folder.System("movie.avi"), folder.System("movie.avi_Part1"));
-    std::filesystem::create_directory(out.System("movie.avi_Part1_Part2"));
+    fs::rename(folder.System("movie.avi"), folder.System("movie.avi_Part1"));
+    fs::create_directory(out.System("movie.avi_Part1_Part2"));
     source = folder.Drive("movie.avi_Part1");
     ExpectFailure(30000);
     EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
@@ -147,8 +145,8 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
 
 TEST_F(FailureTest, AnArchiveStaysThatIsAllThatIsLeft) {
     const TestFolder temporary;
-    Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
+    test.Shared().Parameters().DeleteSource(1);
     source = Engine().CompressSource(source, temporary.Drive(), 0);
     EXPECT_FALSE(folder.Has("movie.avi"));
     EXPECT_TRUE(Split(4, "Size", 0, true));
@@ -171,14 +169,14 @@ TEST_F(FailureTest, ASignalIsACancel) {
     HeldSignal& signal = *owned;
     test.platform.endingSignals = std::move(owned);
     const TestFolder temporary;
-    Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
-    Shared().Parameters().CompressDestination(1);
+    test.Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
+    test.Shared().Parameters().CompressDestination(1);
     events.then = [&](const std::string& event) { signal.held = event.starts_with("51%"); };
     for (const int row : {0, 1, 2}) {
         SCOPED_TRACE(row);
         const bool isCompressed = row > 0;
-        Shared().Parameters().DeleteSource(row == 2 ? 1 : 0);
-        SplitterEngine engine(Shared(), progress, events);
+        test.Shared().Parameters().DeleteSource(row == 2 ? 1 : 0);
+        SplitterEngine engine(test.Shared(), progress, events);
         double partSize = 30000;
         const std::string input =
             isCompressed ? engine.CompressSource(source, temporary.Drive(), 0) : source;
@@ -204,7 +202,7 @@ TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
 }
 
 TEST_F(FailureTest, AnArchiveGoesAndTheSettingDoesNotMatter) {
-    const WatchedFileSystem& watch = Watch();
+    const WatchedFileSystem& watch = test.Watch();
     EXPECT_TRUE(Split(30000, "Size", 0, true));
     EXPECT_EQ(watch.log, (Names{"prepare", "commit", "delete " + source}));
 }
@@ -222,7 +220,7 @@ class CancelTest : public EngineTest {
         EXPECT_EQ(events.log.back(), "finish");
         EXPECT_EQ(progress.statusText, "[ Stoping current Split Job ]");
         EXPECT_EQ(progress.Countdown, countdown);
-        EXPECT_EQ(queue->waited, waited);
+        EXPECT_EQ(queue.waited, waited);
         EXPECT_EQ(out.Names(), left);
         EXPECT_TRUE(test.boxes->shown.empty());
     }
@@ -243,14 +241,14 @@ TEST_F(CancelTest, AtABlock) {
 }
 
 TEST_F(CancelTest, BetweenParts) {
-    queue->whenRun = [this] { progress.StopRequested = Engine().ItemsFilesMatrixPath() == 3; };
+    queue.whenRun = [this] { progress.StopRequested = Engine().ItemsFilesMatrixPath() == 3; };
     ExpectStopped(0, 1s);
     EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 3);
 }
 
 TEST_F(CancelTest, AfterTheLastBlockTakesAnOlderScriptToo) {
     out.Write("movie.zip_Part0.bat", "older");
-    queue->whenRun = [this] { progress.StopRequested = events.log.back().starts_with("100%"); };
+    queue.whenRun = [this] { progress.StopRequested = events.log.back().starts_with("100%"); };
     ExpectStopped(0, 0s);
 }
 

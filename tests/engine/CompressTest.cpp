@@ -1,8 +1,4 @@
-#include <algorithm>
-#include <filesystem>
-
 #include "engine/EngineFixture.h"
-#include "support/ErrorOf.h"
 #include "support/RunProgram.h"
 #include "support/Snapshot.h"
 
@@ -26,11 +22,11 @@ class Compressing : public EngineTest {
 
     std::string Compress(std::int32_t level) {
         zipEvents.percents.clear();
-        SplitterEngine engine(Shared(), progress, zipEvents);
-        return engine.CompressSource(source, Shared().Parameters().TemporaryFolder(), level);
+        SplitterEngine engine(test.Shared(), progress, zipEvents);
+        return engine.CompressSource(source, test.Shared().Parameters().TemporaryFolder(), level);
     }
     void UseTemporaryFolder(const std::string& path) {
-        Shared().Parameters().TemporaryFolder(path);
+        test.Shared().Parameters().TemporaryFolder(path);
     }
     [[nodiscard]] static bool Passes(const std::string& archive, const std::string& password = {}) {
         return RunProgram("/usr/bin/7z", {"t", "-p" + password, archive}).status == 0;
@@ -61,9 +57,9 @@ TEST_F(Compressing, MakesAnArchiveThatOthersOpen) {
         SCOPED_TRACE(std::to_string(size) + " level " + std::to_string(level) + password);
         const std::string bytes(size, 'x');
         folder.Write("movie.avi", bytes);
-        Shared().Parameters().CompressDestination(static_cast<std::int16_t>(destinationOn));
-        Shared().Parameters().CompressPasswordProtect(password.empty() ? 0 : 1);
-        Shared().Parameters().CompressPassword("pass wörd");
+        test.Shared().Parameters().CompressDestination(static_cast<std::int16_t>(destinationOn));
+        test.Shared().Parameters().CompressPasswordProtect(password.empty() ? 0 : 1);
+        test.Shared().Parameters().CompressPassword("pass wörd");
         EXPECT_EQ(Compress(level), temporary.Drive("movie.zip"));
         EXPECT_EQ(temporary.Names(), Names{"movie.zip"});
         const std::size_t packed = temporary.Read("movie.zip").size();
@@ -77,7 +73,7 @@ TEST_F(Compressing, MakesAnArchiveThatOthersOpen) {
         EXPECT_TRUE(std::ranges::is_sorted(zipEvents.percents));
         EXPECT_EQ(zipEvents.percents.size() > 50, size == Large);
         EXPECT_TRUE(folder.Has("movie.avi"));
-        std::filesystem::remove(archive);
+        fs::remove(archive);
     }
 }
 
@@ -87,7 +83,7 @@ TEST_F(Compressing, ReplacesNothing) {
     temporary.Write("1/1movie.zip", "older");  // the folder's name may lack its backslash
     temporary.MakeFolder("2/movie.zip");
     temporary.MakeFolder("3");
-    std::filesystem::create_symlink("nowhere", temporary.System("3/movie.zip"));
+    fs::create_symlink("nowhere", temporary.System("3/movie.zip"));
     temporary.MakeFolder("4");
     temporary.Write("4/MOVIE.zip", "bytes");
     using Case = std::pair<const char*, std::string>;
@@ -97,10 +93,11 @@ TEST_F(Compressing, ReplacesNothing) {
         UseTemporaryFolder(temporary.Drive(place));
         const std::size_t entries = Entries();
         {
-            SplitterEngine engine(Shared(), progress, zipEvents);
+            SplitterEngine engine(test.Shared(), progress, zipEvents);
             const std::string archive =
-                engine.CompressSource(from, Shared().Parameters().TemporaryFolder(), 0);
-            EXPECT_TRUE(Passes(*Shared().Platform().fileSystem->SystemPath(archive))) << archive;
+                engine.CompressSource(from, test.Shared().Parameters().TemporaryFolder(), 0);
+            EXPECT_TRUE(Passes(*test.Shared().Platform().fileSystem->SystemPath(archive)))
+                << archive;
             double partSize = 1000;
             EXPECT_TRUE(
                 engine.SplittFile(archive, destination, partSize, true, false, "Size", 0, false));
@@ -113,9 +110,9 @@ TEST_F(Compressing, ReplacesNothing) {
 }
 
 TEST_F(Compressing, DeletesTheSourceOnceTheArchiveIsOnTheMedium) {
-    const WatchedFileSystem& watch = Watch();
+    const WatchedFileSystem& watch = test.Watch();
     UseTemporaryFolder(temporary.Drive() + "\\");
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().DeleteSource(1);
     Compress(5);
     EXPECT_EQ(watch.log, (Names{"flush volume", "delete " + source}));
     EXPECT_TRUE(Passes(temporary.System("movie.zip")));
@@ -127,7 +124,7 @@ TEST_F(Compressing, LeavesOnACancelWhatIsNotItsOwn) {
     for (const bool besideParts : {false, true}) {
         for (const char* moment : {"5", "100%"}) {
             folder.Write("movie.avi", TestBytes(1000));
-            Shared().Parameters().DeleteSource(besideParts ? 1 : 0);
+            test.Shared().Parameters().DeleteSource(besideParts ? 1 : 0);
             const TestFolder& place = besideParts ? out : temporary;
             UseTemporaryFolder(place.Drive() + "\\");
             out.Write("movie.zip", "the user's");
@@ -137,14 +134,14 @@ TEST_F(Compressing, LeavesOnACancelWhatIsNotItsOwn) {
             };
             EXPECT_FALSE(Split(100, "Size", 0, true));
             EXPECT_EQ(out.Read("movie.zip"), "the user's");
-            EXPECT_TRUE(Passes(*Shared().Platform().fileSystem->SystemPath(source))) << moment;
+            EXPECT_TRUE(Passes(*test.Shared().Platform().fileSystem->SystemPath(source))) << moment;
             source = folder.Drive("movie.avi");
         }
     }
 }
 
 TEST_F(Compressing, LeavesEverythingWhereItWasIfTheArchiveCannotBeWritten) {
-    Shared().Parameters().DeleteSource(1);
+    test.Shared().Parameters().DeleteSource(1);
     // A folder of digits is stored as a number, and so is none.
     for (const std::string& place : {temporary.Drive("absent") + "\\", std::string("123")}) {
         UseTemporaryFolder(place);
@@ -164,9 +161,9 @@ TEST_F(Compressing, LeavesEverythingWhereItWasIfTheArchiveCannotBeWritten) {
 // The source is kept, also where it is to be deleted whatever becomes of the run.
 TEST_F(Compressing, NeverEncryptsWithAPasswordThatWasNotTyped) {
     UseTemporaryFolder(temporary.Drive() + "\\");
-    Shared().Parameters().CompressPasswordProtect(1);
-    Shared().Parameters().CompressPassword("");
-    SplitterEngine engine(Shared(), progress, events);
+    test.Shared().Parameters().CompressPasswordProtect(1);
+    test.Shared().Parameters().CompressPassword("");
+    SplitterEngine engine(test.Shared(), progress, events);
     const std::string archive = engine.CompressSource(source, temporary.Drive() + "\\", 5);
     double partSize = 1000;
     EXPECT_FALSE(engine.SplittFile(archive, destination, partSize, true, false, "Size", 0, false));
@@ -180,8 +177,8 @@ TEST_F(Compressing, NeverEncryptsWithAPasswordThatWasNotTyped) {
 TEST_F(Compressing, KeepsTheArchiveFromOthers) {
     UseTemporaryFolder(temporary.Drive() + "\\");
     zipEvents.whenPercent = [this](std::int32_t) {
-        for (const auto& entry : std::filesystem::directory_iterator(temporary.System())) {
-            EXPECT_EQ(entry.status().permissions(), std::filesystem::perms(0600)) << entry;
+        for (const auto& entry : fs::directory_iterator(temporary.System())) {
+            EXPECT_EQ(entry.status().permissions(), fs::perms(0600)) << entry;
         }
     };
     Compress(5);

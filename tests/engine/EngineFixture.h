@@ -1,21 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "engine/SplitterEngine.h"
 #include "support/TestPlatform.h"
 #include "support/WatchedFileSystem.h"
 
 namespace zarn::testing {
-
-using Names = std::vector<std::string>;
 
 /// Keeps every event as a text, and lets a test act in it.
 class RecordingEvents : public SplitterEvents {
@@ -42,37 +31,12 @@ class RecordingEvents : public SplitterEvents {
     }
 };
 
-class RecordingQueue : public MessageQueue {
-  public:
-    void Run() override { whenRun(); }
-    void Wait(std::chrono::milliseconds time) override { waited += time; }
-
-    std::function<void()> whenRun = [] {};
-    std::chrono::milliseconds waited{0};
-};
-
 /// A folder for the source, an empty one for its parts. A test replaces parts of `test.platform`
-/// before the first call of `Shared` or `Engine`.
+/// before the first call of `Engine`.
 class EngineTest : public ::testing::Test {
   protected:
-    EngineTest() {
-        auto messageQueue = std::make_unique<RecordingQueue>();
-        queue = messageQueue.get();
-        test.platform.messageQueue = std::move(messageQueue);
-    }
-
-    WatchedFileSystem& Watch() {
-        auto watched = std::make_unique<WatchedFileSystem>(std::move(test.platform.fileSystem));
-        WatchedFileSystem& watch = *watched;
-        test.platform.fileSystem = std::move(watched);
-        return watch;
-    }
-
-    SharedObjects& Shared() {
-        return shared_ ? *shared_ : shared_.emplace(std::move(test.platform));
-    }
     SplitterEngine& Engine() {
-        return engine_ ? *engine_ : engine_.emplace(Shared(), progress, events);
+        return engine_ ? *engine_ : engine_.emplace(test.Shared(), progress, events);
     }
 
     bool Split(double partSize, const std::string& criterion = "Size", int count = 0,
@@ -87,13 +51,12 @@ class EngineTest : public ::testing::Test {
     std::string source = folder.Drive("movie.avi");
     std::string destination = out.Drive() + "\\";
     TestPlatform test;
-    RecordingQueue* queue = nullptr;
+    TestQueue& queue = test.Queue();
     SharedProgress progress;
     RecordingEvents events;
     double usedPartSize = 0;
 
   private:
-    std::optional<SharedObjects> shared_;
     std::optional<SplitterEngine> engine_;
 };
 

@@ -1,48 +1,25 @@
 #pragma once
 
-#include <algorithm>
-#include <filesystem>
-#include <string>
-#include <utility>
-
-#include "platform/Volumes.h"
+#include "support/TestPlatform.h"
 
 namespace zarn::testing {
 
-/// A folder, absolute for the operating system, as a removable medium of `capacity` bytes.
-class FolderMedium : public Volumes {
-  public:
-    FolderMedium(std::string folder, std::int32_t size)
-        : capacity(size), folder_(std::move(folder)) {}
-
-    DriveType GetDriveType(std::string_view /*root*/) override { return DriveType::Removable; }
-    std::optional<VolumeInformation> GetVolumeInformation(std::string_view /*root*/) override {
-        return VolumeInformation{};
-    }
-    DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
-        lowest = std::min(lowest, Free());
-        ++questions;
-        return {1, 1, Free(), capacity};
-    }
-    DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view /*root*/) override {
-        const auto free = static_cast<std::uint64_t>(Free());
-        return {free, static_cast<std::uint64_t>(capacity), free};
+/// A folder, absolute for the operating system, as every volume there is: a removable medium of
+/// `capacity` bytes.
+struct FolderMedium {
+    FolderMedium(TestVolumes& volumes, const std::string& folder, double size) : capacity(size) {
+        volumes.find = [this, folder](std::string_view /*root*/) {
+            double free = capacity;
+            for (const auto& entry : fs::directory_iterator(folder)) {
+                free -= static_cast<double>(entry.file_size());
+            }
+            lowest = std::min(lowest, free);
+            return VolumeWith(DriveType::Removable, free, capacity);
+        };
     }
 
-    std::int32_t capacity;
-    std::int32_t lowest = 0;  ///< below 0 once it held more than it can
-    int questions = 0;
-
-  private:
-    [[nodiscard]] std::int32_t Free() const {
-        std::int32_t free = capacity;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
-            free -= static_cast<std::int32_t>(entry.file_size());
-        }
-        return free;
-    }
-
-    std::string folder_;
+    double capacity;
+    double lowest = 0;  ///< below 0 once it held more than it can
 };
 
 }  // namespace zarn::testing

@@ -1,9 +1,5 @@
-#include <algorithm>
-#include <filesystem>
-
 #include "engine/FolderMedium.h"
 #include "engine/FrmProgress.h"
-#include "runtime/Text.h"
 #include "support/WatchedFileSystem.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/JobDialogFixture.h"
@@ -11,24 +7,12 @@
 namespace zarn::testing {
 namespace {
 
-// Every look at the clock comes half a minute after the one before.
-class SteppingClock : public Clock {
-  public:
-    DateTime Now() override { return {2007, 3, 14, 21, 5, 7}; }
-    double Timer() override { return time += 30; }
-
-    double time = 0;
-};
-
 class FrmProgressTest : public JobDialogFixture<FrmProgress> {
   protected:
     FrmProgressTest() {
         folder.Write("movie.avi", TestBytes(2048));
-        auto watched = std::make_unique<WatchedFileSystem>(std::move(test.platform.fileSystem));
-        files = watched.get();
-        test.platform.fileSystem = std::move(watched);
-        test.platform.clock = std::make_unique<SteppingClock>();
-        queue->whenRun = [this] {
+        test.Clock().step = 30;
+        queue.whenRun = [this] {
             Look();
             preparations += TextOf("txtCurrentFile").starts_with("Starting Process ...") ? 1 : 0;
         };
@@ -43,7 +27,7 @@ class FrmProgressTest : public JobDialogFixture<FrmProgress> {
         form->job.criterion = "Size";
         preparations = 0;
     }
-    // Texts with colours, bar with value, end and width, button with place.
+    // Names with colours, bar with value, end and width, button with place.
     std::string State() override {
         const QString bar =
             QString("%1/%2 w%3|").arg(Bar().Value()).arg(Bar().Max()).arg(Bar().width());
@@ -55,7 +39,7 @@ class FrmProgressTest : public JobDialogFixture<FrmProgress> {
     }
 
     SharedProgress progress;
-    WatchedFileSystem* files = nullptr;
+    WatchedFileSystem& files = test.Watch();
     int preparations = 0;  ///< how often events ran while a job was being prepared
 };
 
@@ -158,7 +142,7 @@ TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     EXPECT_EQ(FromQt(Button().Caption()), "&Cancelling ");
     // The setting takes the source in any case, behind a flush.
     EXPECT_TRUE(out.Names().empty());
-    const Names last(files->log.end() - 2, files->log.end());
+    const Names last(files.log.end() - 2, files.log.end());
     EXPECT_EQ(last, (Names{"flush volume", "delete " + form->job.source}));
 }
 
@@ -198,7 +182,7 @@ TEST_F(FrmProgressTest, ComingBackStartsTheJobAgainOnlyAtZero) {
 TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     const TestFolder taken;
     folder.Write("movie.avi", TestBytes(8000));  // 3000 a part: a margin of 2000 stays free
-    Shared().Platform().volumes = std::make_unique<FolderMedium>(out.System(), 5000);
+    const FolderMedium medium(test.Volumes(), out.System(), 5000);
     MakeForm();
     form->job.sfv = true;
     Names prompts;
@@ -210,7 +194,7 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
             const auto* message = prompt->findChild<QLabel*>("lblMessage");
             prompts.push_back(FromQt(prompt->windowTitle() + message->text()));
             for (const std::string& name : out.Names()) {
-                std::filesystem::rename(out.System(name), taken.System(name));
+                fs::rename(out.System(name), taken.System(name));
             }
             QTest::mouseClick(prompt->findChild<chameleonButton*>("CmdOK"), Qt::LeftButton);
         }
@@ -219,7 +203,7 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     // The third time that events run after the part's last percent is the one before the prompt.
     int left = 0;
     When("at 37 %", [&] { left = 4; });
-    queue->whenRun = [&] {
+    queue.whenRun = [&] {
         Look();
         if (left > 0 && --left == 0) {
             ClickButton();

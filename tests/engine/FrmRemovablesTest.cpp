@@ -1,11 +1,8 @@
 #include <QLabel>
 #include <QTest>
-#include <functional>
 
 #include "engine/EngineFixture.h"
 #include "engine/FrmRemovables.h"
-#include "platform/linux/LinuxVolumes.h"
-#include "runtime/Text.h"
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
 
@@ -14,22 +11,12 @@ namespace {
 
 constexpr double FreeBytes = 64.0 * 512 * 1000;
 
-class FixedFreeSpace : public LinuxVolumes {
-  public:
-    using LinuxVolumes::LinuxVolumes;
-    DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override {
-        return {64, 512, freeClusters, 9000};
-    }
-    std::int32_t freeClusters = 1000;
-};
-
 class FrmRemovablesTest : public ::testing::Test {
   protected:
     FrmRemovablesTest() {
-        auto fixed =
-            std::make_unique<FixedFreeSpace>(std::make_shared<PathResolver>(test.home.System()));
-        volume = fixed.get();
-        shared.Platform().volumes = std::move(fixed);
+        volume.find = [this](std::string_view /*root*/) {
+            return Volume{{}, {}, {64, 512, freeClusters, 9000}, {}};
+        };
         prompt.partPath = R"(e:\films\movie.avi_Part2)";
         prompt.partNumber = 2;
         prompt.totalParts = 3;
@@ -47,10 +34,11 @@ class FrmRemovablesTest : public ::testing::Test {
     }
 
     TestPlatform test;
-    SharedObjects shared{std::move(test.platform)};
-    FixedFreeSpace* volume = nullptr;
+    TestVolumes& volume = test.Volumes();
+    const TestQueue& queue = test.Queue();
+    std::int32_t freeClusters = 1000;
     SharedProgress progress;
-    FrmRemovables prompt{shared, progress, nullptr};
+    FrmRemovables prompt{test.Shared(), progress, nullptr};
 };
 
 TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
@@ -73,9 +61,6 @@ TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
 }
 
 TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
-    auto recording = std::make_unique<RecordingQueue>();
-    const RecordingQueue& queue = *recording;
-    shared.Platform().messageQueue = std::move(recording);
     using enum BoxAnswer;
     test.boxes->answers = {No, Yes, No, Ok, Yes, Yes, Ok, Yes, Yes};
     Names texts;
@@ -92,7 +77,7 @@ TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
         EXPECT_EQ(queue.waited, std::chrono::seconds(2));
         test.boxes->whenShown = [&](const BoxMessage& box) {
             texts.push_back(box.text);
-            volume->freeClusters += 1;  // the medium is changed while the questions are asked
+            freeClusters += 1;  // the medium is changed while the questions are asked
         };
         Press("CmdOK");
     });

@@ -1,9 +1,6 @@
 // Parts and events of whole runs against a model that moves one block at a time.
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <filesystem>
 
 #include "engine/EngineFixture.h"
 
@@ -85,7 +82,7 @@ TEST_P(SplitModelTest, PartsAndEventsAreThoseOfSingleBlocks) {
         {2000001, 1, 1},   {12345, 77.25, 0},      {4096, 511.9, 0},
         {999999, 0, 999},
     }};
-    WatchedFileSystem& watch = Watch();
+    WatchedFileSystem& watch = test.Watch();
     if (GetParam() == 1) {
         // Without it all bytes pass through a buffer; now the kernel may help.
         watch.wrap = [](auto real) { return real; };
@@ -121,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(Roads, SplitModelTest, ::testing::Range(0, 3));
 TEST_F(EngineTest, AnOlderPartIsReplacedNotOverwritten) {
     folder.Write("movie.avi", "new");
     folder.Write("kept", "old part");
-    std::filesystem::create_hard_link(folder.System("kept"), out.System("movie.avi_Part1"));
+    fs::create_hard_link(folder.System("kept"), out.System("movie.avi_Part1"));
     EXPECT_TRUE(Split(10));
     EXPECT_EQ(out.Read("movie.avi_Part1"), "new");
     EXPECT_EQ(folder.Read("kept"), "old part");
@@ -148,9 +145,11 @@ class HollowFile : public ForwardingLargeFile {
 
 TEST_F(EngineTest, GigabytesAreCutInFewMovesAtExactPlaces) {
     folder.Write("movie.avi", "");
-    std::filesystem::resize_file(folder.System("movie.avi"), 2500000000);
+    fs::resize_file(folder.System("movie.avi"), 2500000000);
     std::vector<std::int64_t> parts;
-    Watch().wrap = [&](auto real) { return std::make_unique<HollowFile>(std::move(real), parts); };
+    test.Watch().wrap = [&](auto real) {
+        return std::make_unique<HollowFile>(std::move(real), parts);
+    };
     EXPECT_TRUE(Split(1073741824));
     EXPECT_EQ(parts, (std::vector<std::int64_t>{1073741824, 1073741824, 352516352}));
     EXPECT_EQ(events.log.size(), 101U);

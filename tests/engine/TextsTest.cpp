@@ -1,5 +1,3 @@
-#include <tuple>
-
 #include "engine/EngineFixture.h"
 #include "engine/PartNames.h"
 #include "engine/ProgressTexts.h"

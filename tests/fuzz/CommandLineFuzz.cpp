@@ -9,14 +9,14 @@
 #include "shell/CommandLine.h"
 #include "shell/CommandLineParser.h"
 #include "shell/RunMode.h"
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 
 namespace zarn::fuzz {
 
 namespace {
 
 using Switches = std::vector<CommandLineSwitch>;
-using testing::ErrorOf;
+using zarn::testing::ErrorOf;
 
 bool Has(const Switches& switches, std::string_view key) {
     return std::any_of(switches.begin(), switches.end(),
@@ -163,7 +163,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         fuzz::CheckSwitchLine(*line, machine);
     }
     const auto error =
-        testing::ErrorOf([&] { fuzz::CheckViewer(fuzz::SettingsOf(flags, arguments)); });
+        zarn::testing::ErrorOf([&] { fuzz::CheckViewer(fuzz::SettingsOf(flags, arguments)); });
     fuzz::Require(!error || error == ErrorNumber::Overflow, "a size raises nothing but overflow");
     return 0;
 }

@@ -22,7 +22,7 @@ namespace zarn::fuzz {
 
 namespace {
 
-using testing::Snapshot;
+using zarn::testing::Snapshot;
 
 const Snapshot& Parts() {
     static const Snapshot parts = {
@@ -65,7 +65,7 @@ Snapshot Scene(unsigned choice, const std::string& script, std::string_view text
 
 /// The real file system, in which nothing changes outside the two folders. That is looked at before
 /// a call goes through: a fuzzer that finds a way out must not take it.
-class GuardedFileSystem : public testing::ForwardingFileSystem {
+class GuardedFileSystem : public zarn::testing::ForwardingFileSystem {
   public:
     GuardedFileSystem(std::unique_ptr<FileSystem> real, std::string here, std::string there)
         : ForwardingFileSystem(std::move(real)), here_(std::move(here)), there_(std::move(there)) {}
@@ -98,7 +98,7 @@ class GuardedFileSystem : public testing::ForwardingFileSystem {
     }
 
   private:
-    class GuardedFile : public testing::ForwardingLargeFile {
+    class GuardedFile : public zarn::testing::ForwardingLargeFile {
       public:
         GuardedFile(std::unique_ptr<LargeFileAccess> real, GuardedFileSystem& guard)
             : ForwardingLargeFile(std::move(real)), guard_(guard) {}
@@ -242,8 +242,8 @@ void CheckPlainResult(const Run& run, const JoinScript& script) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace zarn;
-    static const testing::TestFolder root;
-    static const testing::TestFolder home;
+    static const zarn::testing::TestFolder root;
+    static const zarn::testing::TestFolder home;
     static const std::filesystem::path start = std::filesystem::current_path();
     const std::string here = root.Drive("here") + "\\";
     const std::string there = root.Drive("there") + "\\";
@@ -265,17 +265,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         return 0;  // files take their time, and a few refused scripts are enough
     }
     run.before = fuzz::Scene(choice, name, text);
-    testing::RestoreSnapshot(root.System(), run.before);
+    zarn::testing::RestoreSnapshot(root.System(), run.before);
     fuzz::GuardedFileSystem files(
         std::make_unique<LinuxFileSystem>(std::make_shared<PathResolver>(home.System()),
-                                          testing::FoldersIn(home)),
+                                          zarn::testing::FoldersIn(home)),
         here, there);
     LinuxSignals noSignals;
     ScriptInterpreter interpreter(files, noSignals);
     const bool accepted = interpreter.Read(here + name, destination).has_value();
     run.outcome = interpreter.Run(here + name, destination);
     std::filesystem::current_path(start);
-    run.after = testing::TakeSnapshot(root.System());
+    run.after = zarn::testing::TakeSnapshot(root.System());
     fuzz::CheckRun(run);
     const bool refused = run.outcome.status == ScriptStatus::Refused;
     fuzz::Require(accepted != refused, "a script is judged alike");

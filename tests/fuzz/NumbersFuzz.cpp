@@ -9,7 +9,7 @@
 #include "fuzz/Fuzz.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 
 namespace zarn::fuzz {
 

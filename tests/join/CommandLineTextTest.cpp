@@ -1,7 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "join/CommandLineText.h"
-#include "runtime/Text.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

@@ -3,7 +3,6 @@
 #include <QTextEdit>
 
 #include "join/FrmCommandLine.h"
-#include "runtime/Text.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/PageFixture.h"
 
@@ -24,7 +23,7 @@ class FrmCommandLineTest : public PageFixture<FrmCommandLine> {
     void BringUp(FrmCommandLine& /*viewer*/) override {}
 
     QTextEdit& View() { return Find<QTextEdit>("RTB"); }
-    Texts Save(const std::optional<std::string>& name) {
+    Names Save(const std::optional<std::string>& name) {
         Dialogs().answers = {name};
         Click("CmdBatchFile");
         return Said();
@@ -49,7 +48,7 @@ TEST_F(FrmCommandLineTest, ShowsTheViewInColourCopiesItAndOpensHelp) {
     }
     Click("CmdClipboard");
     EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), CommandLineCommand(settings));
-    EXPECT_EQ(Said(), Texts{"Clipboard copied        "});
+    EXPECT_EQ(Said(), Names{"Clipboard copied        "});
     Click("CmdHelp");
     EXPECT_EQ(helps, 1);
     Click("CmdClose");
@@ -74,12 +73,12 @@ TEST_F(FrmCommandLineTest, SavesABatchFile) {
     // No folder; a folder; nothing picked.
     for (const std::optional<std::string>& name :
          {std::optional(Folder().Drive("missing\\a.bat")), {Folder().Drive("other")}, {}, {""}}) {
-        EXPECT_EQ(Save(name), Texts());
+        EXPECT_EQ(Save(name), Names());
     }
     EXPECT_EQ(Settings().SavedBatchFile(), start);
     EXPECT_EQ(Dialogs().asked.front(),
               "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + start);
-    EXPECT_EQ(Save(Folder().Drive("run")), Texts{"File : " + Folder().Drive("run.bat") +
+    EXPECT_EQ(Save(Folder().Drive("run")), Names{"File : " + Folder().Drive("run.bat") +
                                                  "\r\rwas saved successfully!           "});
     EXPECT_EQ(Folder().Read("run.bat"), CommandLineBatchFile(settings));
     EXPECT_EQ(Settings().SavedBatchFile(), Folder().Drive() + "\\");

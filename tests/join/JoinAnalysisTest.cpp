@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "join/JoinAnalysis.h"
 #include "runtime/CodePage.h"
 #include "support/TestPlatform.h"
@@ -119,7 +115,7 @@ TEST_F(JoinAnalysisTest, FindsNamesInEveryEncoding) {
         folder.Write(part, "x");
         const JoinReport report = ReportOf(EncodeText(Head("1", Name(name))));
         EXPECT_TRUE(report.complete && report.originalName == name) << part;
-        std::filesystem::remove(folder.System(part));
+        fs::remove(folder.System(part));
     }
 }
 

@@ -1,7 +1,6 @@
 #include <sys/stat.h>
 
 #include "join/JoinFixture.h"
-#include "runtime/Text.h"
 #include "support/RunProgram.h"
 
 namespace zarn::testing {

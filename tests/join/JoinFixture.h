@@ -1,20 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxSignals.h"
 #include "support/TestPlatform.h"
 #include "support/WatchedFileSystem.h"
 
 namespace zarn::testing {
-
-namespace fs = std::filesystem;
-using Names = std::vector<std::string>;
 
 /// The lines of a script that copy the set of the fixture, and those that give it its name.
 inline const std::string copies =

@@ -1,8 +1,6 @@
 #include <QTimer>
-#include <filesystem>
 
 #include "join/FrmProgressJoin.h"
-#include "runtime/Text.h"
 #include "support/forms/JoinPageFixture.h"
 
 namespace zarn::testing {
@@ -10,8 +8,8 @@ namespace {
 
 using enum BoxAnswer;
 
-const Texts question = {"Destination folder doesn't exist, create this new folder ?   "};
-const Texts badName = {"Invalid Characters in destination folder,\rPlease check."};
+const Names question = {"Destination folder doesn't exist, create this new folder ?   "};
+const Names badName = {"Invalid Characters in destination folder,\rPlease check."};
 
 // The tests write and read paths with HERE for their folder.
 class JoinPageDestination : public JoinPageFixture {
@@ -34,8 +32,8 @@ class JoinPageDestination : public JoinPageFixture {
                (IsEnabled("CmdDestinationFolderJoin") ? " pick" : "") + ", " +
                Short(Settings().DestinationFolderMerge());
     }
-    Texts PanelCalls() {
-        Texts made = std::exchange(calls, {});
+    Names PanelCalls() {
+        Names made = std::exchange(calls, {});
         std::ranges::transform(made, made.begin(), [this](auto& call) { return Short(call); });
         return made;
     }
@@ -77,7 +75,7 @@ TEST_F(JoinPageDestination, JudgesEveryChange) {
         EXPECT_EQ(State(), R"(HERE\other join, )");
         Write(text);
         EXPECT_EQ(State(), state);
-        EXPECT_EQ(Said(), Contains(text, "*") ? badName : Texts());
+        EXPECT_EQ(Said(), Contains(text, "*") ? badName : Names());
     }
     // A folder is made while it is typed; what it was called in between stays.
     Write(R"(HERE\t)");
@@ -120,7 +118,7 @@ TEST_F(JoinPageDestination, FollowsTheBoxAndWhatIsPicked) {
         Click("CmdDestinationFolderJoin");
         EXPECT_EQ(State(), state);
     }
-    EXPECT_EQ(Dialogs().asked, Texts(2, "Select Destination Folder|"));
+    EXPECT_EQ(Dialogs().asked, Names(2, "Select Destination Folder|"));
 }
 
 TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
@@ -136,14 +134,14 @@ TEST_F(JoinPageDestination, OffersAFolderAtTheEnterKey) {
           Case(R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"),
           Case(R"(B:\x)", {Yes}, R"(B:\x red, B:\x)")}) {
         Write(text);
-        std::filesystem::remove_all(Folder().System("gone"));
+        fs::remove_all(Folder().System("gone"));
         calls.clear();
         Boxes().answers = answers;
         QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
         EXPECT_EQ(State(), state);
-        EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
+        EXPECT_EQ(Said(), answers.empty() ? Names() : question);
         const bool isThere = text == R"(HERE\saved)";
-        EXPECT_EQ(PanelCalls(), isThere ? Texts({"black", R"(show HERE\saved)"}) : Texts{"black"});
+        EXPECT_EQ(PanelCalls(), isThere ? Names({"black", R"(show HERE\saved)"}) : Names{"black"});
     }
 }
 
@@ -160,27 +158,27 @@ TEST_F(JoinPageDestination, JoinsWhereTheUserWants) {
         Open(R"(HERE\saved\)");
         Write(text);
         if (!answers.empty()) {
-            std::filesystem::remove_all(Folder().System(text.substr(5)));
+            fs::remove_all(Folder().System(text.substr(5)));
         }
         Boxes().answers = answers;
         calls.clear();
         EXPECT_EQ(Join(), folder + "Movie.avi|- Not Present -");
-        EXPECT_EQ(Said(), answers.empty() ? Texts() : question);
+        EXPECT_EQ(Said(), answers.empty() ? Names() : question);
         EXPECT_EQ(State(), Replace(text == folder ? "F ticked join, F" : "F join, F", "F", folder));
-        EXPECT_EQ(PanelCalls(), answers.empty() ? Texts{"show " + text} : Texts());
+        EXPECT_EQ(PanelCalls(), answers.empty() ? Names{"show " + text} : Names());
         const std::string result = Replace(folder.substr(5), "\\", "/") + "Movie.avi";
         EXPECT_TRUE(Folder().Has(result) && Folder().Read(result).size() == 2003);
-        std::filesystem::remove(Folder().System(result));
+        fs::remove(Folder().System(result));
     }
 }
 
 // One box, whoever closed the window and when.
 TEST_F(JoinPageDestination, TellsAJoinThatFailed) {
-    const Texts missing = {"The file was not made :\r" + Long(R"(HERE\Movie.avi)") +
+    const Names missing = {"The file was not made :\r" + Long(R"(HERE\Movie.avi)") +
                            "\r\rcannot copy \"Movie.avi_Part2\": File not found"};
     for (const bool closes : {false, true}) {
         OpenSet();
-        std::filesystem::remove(Folder().System("Movie.avi_Part2"));  // since the analysis
+        fs::remove(Folder().System("Movie.avi_Part2"));  // since the analysis
         // A window that is closed before the script has started joins nothing.
         const std::function<void(FrmProgressJoin&)> close = [&](FrmProgressJoin& form) {
             if (Folder().Has("Movie.avi_Part0_TMP.bat")) {
@@ -199,7 +197,7 @@ TEST_F(JoinPageDestination, TellsAJoinThatFailed) {
     Folder().MakeFolder("else/Movie.avi");
     Write(R"(HERE\else)");
     static_cast<void>(Join());
-    EXPECT_EQ(Said(), Texts{"The file was not made :\r" + Long(R"(HERE\else\Movie.avi)") +
+    EXPECT_EQ(Said(), Names{"The file was not made :\r" + Long(R"(HERE\else\Movie.avi)") +
                             "\r\rcannot replace \"" + Long(R"(HERE\else\Movie.avi)") +
                             "\": Path/File access error"
                             "\rThe joined file is complete: " +
@@ -212,9 +210,9 @@ TEST_F(JoinPageDestination, JoinsToAFolderAndWithAScriptOnly) {
     EXPECT_EQ(Join(), "");
     EXPECT_EQ(Said(), question);
     EXPECT_EQ(State(), " red join, ");
-    std::filesystem::remove(Folder().System("Movie.avi_Part0.bat"));
+    fs::remove(Folder().System("Movie.avi_Part0.bat"));
     EXPECT_EQ(Join(), "");
-    EXPECT_EQ(Said(), Texts{"Join file is missing or is holded by another process    "});
+    EXPECT_EQ(Said(), Names{"Join file is missing or is holded by another process    "});
     EXPECT_EQ(Colour("txtFileToJoin"), Red);
 }
 

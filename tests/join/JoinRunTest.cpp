@@ -1,6 +1,5 @@
 #include <sys/stat.h>
 
-#include <chrono>
 #include <cmath>
 
 #include "join/JoinFixture.h"
@@ -8,8 +7,6 @@
 #include "join/PriorityPause.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "runtime/CodePage.h"
-#include "runtime/Text.h"
-#include "support/ErrorOf.h"
 
 namespace zarn::testing {
 namespace {

@@ -1,7 +1,6 @@
 #include <sys/stat.h>
 
 #include "join/JoinFixture.h"
-#include "runtime/Text.h"
 
 namespace zarn::testing {
 

@@ -1,15 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "support/RunProgram.h"
 #include "support/TestMount.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
 namespace {
-
-using Names = std::vector<std::string>;
 
 constexpr std::size_t Megabyte = 1048576;
 constexpr const char* WriteError =
@@ -54,7 +48,7 @@ TEST_F(FullMedium, MayAlsoBeALimitOfTheProcess) {
         {{"XDG_CONFIG_HOME", home.System()}, {"TMPDIR", home.System("tmp")}});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.error, WriteError);
-    EXPECT_TRUE(std::filesystem::is_empty(home.System("tmp")));
+    EXPECT_TRUE(fs::is_empty(home.System("tmp")));
 }
 
 TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <QTest>
 
 #include "controls/HSlider.h"
 #include "controls/XP_ProgressBar.h"
 #include "monitor/FrmMonitor.h"
 #include "support/FakeFigures.h"
+#include "support/Prelude.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/QuietProcesses.h"
 

@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <tuple>
-
 #include "monitor/CpuUsage.h"
 #include "monitor/MonitorTexts.h"
 #include "monitor/PriorityLevels.h"
 #include "support/FakeFigures.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

@@ -1,12 +1,11 @@
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <termios.h>
 
 #include <cstdlib>
 
 #include "platform/linux/ConsoleMessageBoxes.h"
 #include "platform/linux/FileDescriptor.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

@@ -1,26 +1,19 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
 #include <atomic>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <thread>
 
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/Wildcard.h"
-#include "support/ErrorOf.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using enum ErrorNumber;
-using Names = std::vector<std::string>;
-
 class FilesOfLinux : public ::testing::Test {
   protected:
     void TearDown() override { fs::current_path(before); }

@@ -1,12 +1,7 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <functional>
-
 #include "platform/linux/LinuxLargeFile.h"
-#include "support/ErrorOf.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {
@@ -76,9 +71,8 @@ TEST_F(LargeFile, TakesNoLockedFileForALeftOver) {
     folder.Write("victim", "precious");
     folder.Write("t", "namesake");
     for (const std::function<void()>& leave : std::vector<std::function<void()>>{
-             [] {}, [&] { folder.Write("T", "left"); },
-             [&] { std::filesystem::create_symlink("victim", path); },
-             [&] { std::filesystem::create_hard_link(folder.System("victim"), path); },
+             [] {}, [&] { folder.Write("T", "left"); }, [&] { fs::create_symlink("victim", path); },
+             [&] { fs::create_hard_link(folder.System("victim"), path); },
              [&] { mkfifo(path.c_str(), 0600); }}) {
         leave();
         ASSERT_TRUE(target.CreateLocked(name));
@@ -92,7 +86,7 @@ TEST_F(LargeFile, TakesNoLockedFileForALeftOver) {
         target.Open(folder.Drive("t"));
         EXPECT_TRUE(source.CreateLocked(name));
         source.Open(folder.Drive("t"));
-        std::filesystem::remove(path);
+        fs::remove(path);
     }
     folder.MakeFolder("T");
     EXPECT_EQ(ErrorOf([&] { (void)target.CreateLocked(name); }), PathFileAccessError);
@@ -101,7 +95,7 @@ TEST_F(LargeFile, TakesNoLockedFileForALeftOver) {
 TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {
     folder.Write("victim", "precious");
     folder.MakeFolder("sub");
-    std::filesystem::create_symlink(folder.System("victim"), folder.System("link"));
+    fs::create_symlink(folder.System("victim"), folder.System("link"));
     using Call = void (LargeFileAccess::*)(std::string_view);
     constexpr Call Open = &LargeFileAccess::Open;
     constexpr Call Create = &LargeFileAccess::Create;
@@ -124,11 +118,9 @@ TEST_F(LargeFile, RaisesWhatTheSystemRefuses) {
     for (const char* name : {"link", "pipe", "LINK"}) {
         EXPECT_EQ(error(Create, name), std::nullopt) << name;
     }
-    EXPECT_TRUE(
-        std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.System("link"))) &&
-        std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.System("pipe"))));
-    EXPECT_EQ(std::filesystem::status(folder.System("victim")).permissions(),
-              std::filesystem::perms(0440));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder.System("link"))) &&
+                fs::is_regular_file(fs::symlink_status(folder.System("pipe"))));
+    EXPECT_EQ(fs::status(folder.System("victim")).permissions(), fs::perms(0440));
     EXPECT_EQ(folder.Read("victim"), "precious");
     target.Append("C:\\dev\\full");
     source.Open(folder.Drive("victim"));

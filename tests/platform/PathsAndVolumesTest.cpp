@@ -1,12 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <thread>
 
 #include "platform/linux/LinuxVolumes.h"
-#include "runtime/Text.h"
-#include "support/ErrorOf.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {
@@ -20,12 +15,12 @@ class Paths : public ::testing::Test {
         folder.Write("config/drives", "q: RamDisk " + folder.System("disk") + "\nA: removable " +
                                           folder.System("none") + "\n");
     }
-    void TearDown() override { std::filesystem::current_path(before); }
+    void TearDown() override { fs::current_path(before); }
 
     std::string Under(const std::string& name) { return folder.System("disk/" + name); }
 
     TestFolder folder;
-    std::filesystem::path before = std::filesystem::current_path();
+    fs::path before = fs::current_path();
     std::shared_ptr<PathResolver> resolver =
         std::make_shared<PathResolver>(folder.System("config"));
     PathResolver& paths = *resolver;
@@ -113,7 +108,7 @@ TEST_F(Paths, StartAtTheDriveOrTheCurrentFolder) {
           Case(deep, R"(..\Deep\.\new)", deep + "/../Deep/./new"),
           Case(deep, "\\Deep\\new", deep + "/new"), Case(deep, "C:tmp", "/tmp"),
           Case("/dev", "\\tmp", "/tmp")}) {  // whatever is mounted there has no letter
-        std::filesystem::current_path(from);
+        fs::current_path(from);
         EXPECT_EQ(paths.SystemPath(path), system) << path << " from " << from;
     }
 }
@@ -131,7 +126,7 @@ TEST_F(Paths, AreLookedUpExactlyThenWithoutRegardToCase) {
     folder.Write("disk/Deep/\u00DCber", "");
     folder.Write("disk/Deep/two.txt", "");
     folder.Write("disk/Deep/TWO.txt", "");
-    std::filesystem::create_symlink("/no/such", Under("Deep/Link"));
+    fs::create_symlink("/no/such", Under("Deep/Link"));
     using enum PathState;
     using Case = std::tuple<const char*, PathState, const char*>;
     for (const auto& [path, state, system] :
@@ -168,7 +163,7 @@ TEST_F(Paths, SeeChangesOfFolders) {
     folder.Write("disk/Deep/OTHEr", "");
     EXPECT_EQ(at("OTHER").state, PathState::Missing);
     // The folder itself: gone, then there in the case that is asked for.
-    std::filesystem::rename(Under("Deep"), Under("Away"));
+    fs::rename(Under("Deep"), Under("Away"));
     EXPECT_EQ(at("FILE").state, PathState::FolderMissing);
     folder.MakeFolder("disk/DEEP");
     EXPECT_EQ(at("FILE").path, Under("DEEP/FILE"));

@@ -1,14 +1,11 @@
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxProcesses.h"
-#include "support/ErrorOf.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -58,7 +55,7 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     home.MakeFolder("mine");
     EXPECT_EQ(chmod(home.System("open").c_str(), 0755) + chmod(home.System("mine").c_str(), 0700),
               0);
-    std::filesystem::create_symlink("mine", home.System("link"));
+    fs::create_symlink("mine", home.System("link"));
     const auto make = [this](const std::string& config, const std::vector<std::string>& runtime) {
         UserFolders folders = {home.System(config), {}, {}};
         for (const std::string& folder : runtime) {
@@ -81,11 +78,11 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     // An instance that has its lock there is one for a start that could have another.
     writable.reset();
     const std::string lock = home.System("config/instance.lock");
-    std::filesystem::remove(lock);
+    fs::remove(lock);
     EXPECT_EQ(mkfifo(lock.c_str(), 0600), 0);
     auto without = make("config", {"mine"});
     EXPECT_FALSE(without->PreviousInstance());
-    std::filesystem::remove(lock);
+    fs::remove(lock);
     EXPECT_TRUE(make("config", {"mine"})->PreviousInstance());
 }
 

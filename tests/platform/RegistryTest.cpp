@@ -1,18 +1,13 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
-#include <filesystem>
-#include <functional>
 #include <random>
 #include <thread>
 
 #include "platform/linux/RegistryFile.h"
-#include "runtime/Text.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {
@@ -203,14 +198,14 @@ TEST_F(RegistryTest, WhatCannotBeWrittenHoldsAllTheSameAndIsToldOnce) {
     // A value that can be written again is that of the file.
     home.MakeFolder("settings.lock");
     SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed); });
-    std::filesystem::rename(home.System("settings.lock"), home.System("folder"));
+    fs::rename(home.System("settings.lock"), home.System("folder"));
     EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
     home.Write("settings.reg", In(R"("a"="d")"));
     EXPECT_EQ(TextOf(store, "a"), "d");
     // A damaged file stays where it cannot be kept aside.
     home.Write("settings.reg", "rubbish");
-    std::filesystem::remove(home.System("settings.lock"));
-    std::filesystem::create_symlink("folder", home.System("settings.lock"));
+    fs::remove(home.System("settings.lock"));
+    fs::create_symlink("folder", home.System("settings.lock"));
     SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("e")), Failed); });
     EXPECT_TRUE(Contains(store.TakeNotice(), "kept as\r" + home.System("settings.reg\r")));
     EXPECT_EQ(home.Read("settings.reg"), "rubbish");
@@ -220,11 +215,11 @@ TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesB
     const std::string file = home.System("settings.reg");
     const auto make = [&](int kind) {
         if (kind == 0) {
-            std::filesystem::create_directory(file);
+            fs::create_directory(file);
         } else if (kind == 1) {
             mkfifo(file.c_str(), 0600);
         } else {
-            std::filesystem::create_symlink(kind == 2 ? "/dev/zero" : "settings.reg", file);
+            fs::create_symlink(kind == 2 ? "/dev/zero" : "settings.reg", file);
         }
     };
     for (int kind = 0; kind < 4; ++kind) {
@@ -237,29 +232,29 @@ TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesB
         });
         EXPECT_TRUE(Contains(said, "cannot read its settings (" + file + ": ")) << said;
         EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
-        std::filesystem::remove(file);
+        fs::remove(file);
         home.Write("settings.reg", In(R"("a"="true")"));
         EXPECT_EQ(TextOf(other, "a") + TextOf(other, "own"), "trueb");
-        std::filesystem::remove(file);
-        std::filesystem::remove(home.System("settings.lock"));
+        fs::remove(file);
+        fs::remove(home.System("settings.lock"));
         EXPECT_EQ(mkfifo(home.System("settings.lock").c_str(), 0600), 0);
         SaidBy([&] { EXPECT_EQ(other.SetValue(User, Key, "a", Text("c")), Failed); });
-        std::filesystem::remove(home.System("settings.lock"));
+        fs::remove(home.System("settings.lock"));
     }
 }
 
 TEST_F(RegistryTest, LinksStayAndTheirTargetIsWrittenAndKeptAside) {
     home.MakeFolder("dots");
-    std::filesystem::create_symlink("link", home.System("settings.reg"));
-    std::filesystem::create_symlink(home.System("dots/mine"), home.System("link"));
+    fs::create_symlink("link", home.System("settings.reg"));
+    fs::create_symlink(home.System("dots/mine"), home.System("link"));
     EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Success);
     EXPECT_EQ(TextOf(store, "a"), "b");
     home.Write("dots/mine", "rubbish");
     EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
     EXPECT_EQ(TextOf(store, "a"), "c");
     EXPECT_EQ(home.Read("dots/mine.damaged"), "rubbish");
-    EXPECT_TRUE(std::filesystem::is_symlink(home.System("settings.reg")));
-    EXPECT_TRUE(std::filesystem::is_symlink(home.System("link")));
+    EXPECT_TRUE(fs::is_symlink(home.System("settings.reg")));
+    EXPECT_TRUE(fs::is_symlink(home.System("link")));
 }
 
 TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {

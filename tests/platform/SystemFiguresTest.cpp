@@ -1,8 +1,7 @@
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "platform/linux/LinuxSystemFigures.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

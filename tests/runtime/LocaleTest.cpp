@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <iostream>
 
 #include "runtime/Locale.h"
-#include "runtime/Text.h"
-#include "support/TestFolder.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

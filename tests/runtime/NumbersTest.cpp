@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 
 #include "runtime/Numbers.h"
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

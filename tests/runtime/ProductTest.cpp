@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "runtime/Product.h"
+#include "support/Prelude.h"
 
 namespace zarn {
 namespace {

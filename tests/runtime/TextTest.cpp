@@ -1,7 +1,5 @@
-#include <gtest/gtest.h>
-
 #include "runtime/CodePage.h"
-#include "runtime/Text.h"
+#include "support/Prelude.h"
 
 namespace zarn {
 namespace {

@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "runtime/Text.h"
 #include "scripts/BatchGenerator.h"
-#include "support/ErrorOf.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -10,23 +6,9 @@ namespace {
 
 constexpr ErrorNumber Refused = ErrorNumber::SubscriptOutOfRange;
 
-class FixedClock : public Clock {
-  public:
-    DateTime Now() override { return now; }
-    double Timer() override { return 0; }
-
-    DateTime now{2007, 3, 14, 21, 5, 7};
-};
-
 /// The real platform at a moment of the test's own.
 class BatchGeneratorTest : public ::testing::Test {
   protected:
-    BatchGeneratorTest() {
-        auto fixed = std::make_unique<FixedClock>();
-        clock = fixed.get();
-        shared.Platform().clock = std::move(fixed);
-    }
-
     void DeleteSplitParts(std::int32_t number) {
         StoredValue value = number;
         shared.Parameters().DeleteSplitParts(value);
@@ -48,8 +30,8 @@ class BatchGeneratorTest : public ::testing::Test {
     }
 
     TestPlatform test;
-    SharedObjects shared{std::move(test.platform)};
-    FixedClock* clock = nullptr;
+    TestClock& clock = test.Clock();
+    SharedObjects& shared = test.Shared();
     TestFolder folder;
 };
 
@@ -82,7 +64,7 @@ TEST_F(BatchGeneratorTest, HoursNamesAndTheSettingDecideLines) {
     using Case = std::pair<int, const char*>;
     for (const auto& [hour, text] : {Case(0, " 12:05 AM\r"), Case(1, " 01:05 AM\r"),
                                      Case(12, " 12:05 PM\r"), Case(13, " 01:05 PM\r")}) {
-        clock->now.hour = hour;
+        clock.now.hour = hour;
         EXPECT_TRUE(Contains(Script("a", {"a_Part1"}), text)) << hour;
     }
     DeleteSplitParts(0);
@@ -146,7 +128,7 @@ TEST_F(BatchGeneratorTest, EveryByteOfASfvFile) {
 }
 
 TEST_F(BatchGeneratorTest, TheLongestChecksumOfTheSetIsTheWidth) {
-    clock->now = {987, 1, 2, 0, 4, 5};
+    clock.now = {987, 1, 2, 0, 4, 5};
     const std::string narrow =
         Sfv({{"a.avi_Part01", "ABCDEF", "", ""}, {"\xD0\x96_Part02", "C", "", ""}});
     EXPECT_TRUE(Contains(narrow, " : 01-02-0987 12:04:05 AM\r\n"));

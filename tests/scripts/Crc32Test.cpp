@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "scripts/Crc32.h"
 #include "scripts/FileChecksum.h"
 #include "scripts/clsCRC32.h"

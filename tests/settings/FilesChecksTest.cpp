@@ -1,11 +1,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <array>
 #include <ctime>
 #include <fstream>
 
-#include "runtime/Text.h"
 #include "settings/FilesFixture.h"
 
 namespace zarn::testing {
@@ -39,7 +37,13 @@ TEST_F(FilesChecks, FileDeleteAllEndsOnlyWhenNothingIsLeft) {
     EXPECT_EQ(folder.Names(), (Names{"a.dat", "c.txt", "sub", "sub\\x.txt"}));
     EXPECT_TRUE(folder.Has("sub/x.txt"));
     folder.Write("kept.txt", "");
-    fileSystem.keepsFiles = true;
+    int questions = 0;
+    fileSystem.refused = "delete " + folder.Drive("kept.txt");
+    fileSystem.whenFinding = [&] {
+        if (++questions > 1000) {
+            throw RuntimeError(DeviceIOError);
+        }
+    };
     EXPECT_EQ(ErrorOf(deleteAll), DeviceIOError) << "only what cannot be asked any more ends it";
 }
 
@@ -53,9 +57,9 @@ TEST_F(FilesChecks, LengthsAndLines) {
         folder.Write("file", text);
         EXPECT_EQ(files.CountFileRecords(path), lines) << text.substr(0, 9);
     }
-    std::filesystem::resize_file(folder.System("file"), 2147483647);
+    fs::resize_file(folder.System("file"), 2147483647);
     EXPECT_EQ(files.FileLenght(path), 2147483647);
-    std::filesystem::resize_file(folder.System("file"), 2147483648);
+    fs::resize_file(folder.System("file"), 2147483648);
     EXPECT_EQ(ErrorOf([&] { return files.FileLenght(path); }), Overflow);
     EXPECT_EQ(ErrorOf([&] { return files.FileLenght(none); }), FileNotFound);
     EXPECT_EQ(ErrorOf([&] { return files.CountFileRecords(none); }), FileNotFound);

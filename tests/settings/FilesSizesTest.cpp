@@ -21,7 +21,7 @@ struct FilesSizes : public FilesFixture {
     /// A file with a hole of that size.
     [[nodiscard]] std::string Sized(std::uint64_t size) const {
         folder.Write("file", "");
-        std::filesystem::resize_file(folder.System("file"), size);
+        fs::resize_file(folder.System("file"), size);
         return folder.Drive("file");
     }
 };

@@ -120,18 +120,19 @@ TEST_F(FilesTest, NamesOfFolders) {
 TEST_F(FilesTest, FoldersCreateAllMakesWhatIsMissingAndEndsInTheRoot) {
     EXPECT_TRUE(files.FoldersCreateAll(folder.Drive("x\\y\\")));
     EXPECT_TRUE(folder.Has("x/y"));
-    EXPECT_EQ(fileSystem.asked, (Names{folder.Drive("x\\"), folder.Drive("x\\y\\")}));
+    EXPECT_EQ(fileSystem.log,
+              (Names{"create " + folder.Drive("x\\"), "create " + folder.Drive("x\\y\\")}));
     EXPECT_EQ(fileSystem.CurrentFolder(), driveRoot);
     // A level that cannot be made goes unnoticed; a second backslash at the end counts as one.
     folder.Write("file", "");
     EXPECT_TRUE(files.FoldersCreateAll(folder.Drive("file\\below")));
     files.CreateFolder(folder.Drive("z\\\\"));
-    EXPECT_EQ(fileSystem.asked.back(), folder.Drive("z\\"));
+    EXPECT_EQ(fileSystem.log.back(), "create " + folder.Drive("z\\"));
     EXPECT_TRUE(files.FolderExist(folder.Drive("z")));
     // A network path begins below the share.
-    fileSystem.asked.clear();
+    fileSystem.log.clear();
     EXPECT_TRUE(files.FoldersCreateAll(R"(\\server\share\a)"));
-    EXPECT_EQ(fileSystem.asked, (Names{R"(\\server\share\)", R"(\\server\share\a\)"}));
+    EXPECT_EQ(fileSystem.log, (Names{R"(create \\server\share\)", R"(create \\server\share\a\)"}));
     volumes.Of(R"(B:\)").information = {" ", "  "};
     for (const char* path : {"", "  ", R"(A:\a)", R"(B:\a)", "relative"}) {
         EXPECT_FALSE(files.FoldersCreateAll(path)) << path;
@@ -154,10 +155,10 @@ TEST_F(FilesTest, FilesOnDisk) {
     for (const std::string& kept : {std::string("  "), none, folder.Drive("*.txt")}) {
         files.FileDelete(kept);
     }
-    fileSystem.keepsAttributes = true;
+    fileSystem.refused = "normal " + path;
     files.FileDelete(path);
     EXPECT_TRUE(folder.Has("one.txt"));
-    fileSystem.keepsAttributes = false;
+    fileSystem.refused.clear();
     files.FileDelete(path);
     EXPECT_FALSE(folder.Has("one.txt"));
 }

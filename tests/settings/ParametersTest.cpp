@@ -1,13 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
-#include "runtime/Text.h"
 #include "settings/CryptPass.h"
 #include "settings/Parameters.h"
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 #include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {

@@ -1,9 +1,7 @@
 #include <QTabBar>
-#include <filesystem>
 
 #include "controls/HSlider.h"
 #include "controls/PanelText.h"
-#include "runtime/Text.h"
 #include "settings/PreferencesPage.h"
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
@@ -50,7 +48,7 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
     }
     // The text of the one box that was shown since the last call; empty if there was none.
     std::string Message() {
-        const Texts texts = Said();
+        const Names texts = Said();
         EXPECT_LE(texts.size(), 1U);
         return texts.empty() ? "" : texts.back();
     }
@@ -272,7 +270,7 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
         Case(R"(HERE\plain\x)", yes, failed + "8, asked", failed + "5, asked")};
     for (const auto& [text, answers, atEnter, applied] : cases) {
         for (const bool byEnter : {true, false}) {
-            std::filesystem::remove_all(Folder().System("new"));
+            fs::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");
             Settings().CompressLevel(8);
             Open("GENERAL");
@@ -330,7 +328,7 @@ TEST_F(PreferencesPageTest, UndoesAndIsLeftWithWhatCannotBeApplied) {
         } else {
             Boxes().answers = yes;
             Page().LeavePage();
-            EXPECT_EQ(Said(), (Texts{"Apply Settings ? ", "Passwords do not match   "}));
+            EXPECT_EQ(Said(), (Names{"Apply Settings ? ", "Passwords do not match   "}));
         }
         EXPECT_EQ(General() + ", " + Compression(),
                   undoes ? "SYSTEM black ticked, Level 8 (High) |"

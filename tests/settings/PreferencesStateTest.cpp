@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "settings/PreferencesState.h"
 #include "settings/PreferencesTexts.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {

@@ -1,7 +1,3 @@
-#include <filesystem>
-#include <functional>
-
-#include "runtime/Text.h"
 #include "shell/CommandLineParser.h"
 #include "shell/ShellFixture.h"
 
@@ -50,9 +46,8 @@ TEST_F(Shell, NeverGuessesBetweenTwoSources) {
          {Case([] {}, true), Case([this] { folder.Write("DATA.BIN", "other"); }, false),
           Case(
               [this] {
-                  std::filesystem::remove(folder.System("DATA.BIN"));
-                  std::filesystem::create_hard_link(folder.System("data.bin"),
-                                                    folder.System("DATA.BIN"));
+                  fs::remove(folder.System("DATA.BIN"));
+                  fs::create_hard_link(folder.System("data.bin"), folder.System("DATA.BIN"));
               },
               true)}) {
         prepare();
@@ -118,7 +113,7 @@ TEST_F(Shell, RefusesFaultyLines) {
 
 TEST_F(Shell, RefusesARemovableDestination) {
     const std::string configuration = UserFoldersFromEnvironment().configuration;
-    std::filesystem::create_directories(configuration);
+    fs::create_directories(configuration);
     folder.MakeFolder("stick");
     home.Write(configuration.substr(home.System().size() + 1) + "/drives",
                "B: removable " + folder.System("stick") + "\n");
@@ -184,7 +179,7 @@ TEST_F(Shell, DeletesTheSource) {
 TEST_F(Shell, EndsBySignalsWithEverythingPutBack) {
     const TestFolder memory("/dev/shm");
     memory.Write("film.bin", "");
-    std::filesystem::resize_file(memory.System("film.bin"), std::uintmax_t{1} << 34U);
+    fs::resize_file(memory.System("film.bin"), std::uintmax_t{1} << 34U);
     for (const char* signal : {"INT", "TERM", "HUP"}) {
         const ProgramResult result = RunProgram(
             "/usr/bin/timeout", {"--preserve-status", "-s", signal, "0.1",
@@ -221,7 +216,7 @@ TEST_F(Shell, CutsTheArchiveOfACompressedRun) {
     SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
     shared.Parameters().CompressDestination(1);
     EXPECT_EQ(Start({Source(), "/PS=1MB", "/C", "/CL=9", "/D=" + folder.Drive("out")}).error, "");
-    EXPECT_TRUE(std::filesystem::is_empty(temporary));
+    EXPECT_TRUE(fs::is_empty(temporary));
     EXPECT_EQ(RunProgram("ZarnScript", {folder.System("OUT/DATA.zip_Part0.bat")}).status, 0);
     EXPECT_LT(folder.Read("OUT/DATA.zip").size(), 400000U);
     EXPECT_TRUE(RunProgram("/usr/bin/unzip", {"-p", folder.System("OUT/DATA.zip")}).output ==
@@ -229,7 +224,7 @@ TEST_F(Shell, CutsTheArchiveOfACompressedRun) {
 
     // A split that fails leaves the archive; its parts' size comes from the source's.
     EXPECT_NE(Start({Source(), "/PS=0MB", "/C", "/CL=1"}).error, "");
-    EXPECT_TRUE(std::filesystem::exists(temporary + "/DATA.zip"));
+    EXPECT_TRUE(fs::exists(temporary + "/DATA.zip"));
 }
 
 TEST_F(Shell, ShowsAnErrorThatNobodyTook) {

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
-#include <string>
-#include <vector>
 
 #include "platform/linux/LinuxPlatform.h"
 #include "settings/SharedObjects.h"
+#include "support/Prelude.h"
 #include "support/RunProgram.h"
-#include "support/TestFolder.h"
 
 namespace zarn::testing {
 

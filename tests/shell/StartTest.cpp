@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <filesystem>
-
-#include "runtime/Text.h"
 #include "shell/ShellFixture.h"
 
 namespace zarn::testing {
@@ -73,7 +69,7 @@ TEST_F(Shell, SaysInOneMessageWhyThereIsNoWindow) {
 
     // A copy of the program without its window library.
     for (const std::string name : {"ZarnFileSplitter", "libZarnCore.so"}) {
-        std::filesystem::copy_file(ZARN_BINARY_FOLDER "/" + name, home.System(name));
+        fs::copy_file(ZARN_BINARY_FOLDER "/" + name, home.System(name));
     }
     const std::string copy = home.System("ZarnFileSplitter");
     EXPECT_EQ(start(copy, "DISPLAY", ""),

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <deque>
-#include <functional>
-#include <vector>
 
 #include "platform/MessageBoxes.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 

@@ -1,24 +1,33 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "runtime/RuntimeError.h"
 #include "support/ForwardingFileSystem.h"
 #include "support/ForwardingLargeFile.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 
-/// The real file system, with a log of the steps that must come in order: "delete" of what is there
-/// and "move" or "replace", each with the path as it was given, "prepare" and "commit", "flush" of
-/// a file, and "flush volume". One of them fails on demand.
+/// The real file system, with a log of the steps that must come in order: "delete" of what is
+/// there, "create" of a folder, "move" and "replace", each with the path as it was given, "prepare"
+/// and "commit", "flush" of a file, and "flush volume". One of them fails on demand.
 class WatchedFileSystem : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
+    void CreateFolder(std::string_view path) override {
+        Step("create " + std::string(path));
+        ForwardingFileSystem::CreateFolder(path);
+    }
+    std::optional<std::uint32_t> Attributes(std::string_view path) override {
+        return attributes ? attributes : ForwardingFileSystem::Attributes(path);
+    }
+    void SetNormalAttributes(std::string_view path) override {
+        "normal " + std::string(path) == refused ? throw RuntimeError(ErrorNumber::DeviceIOError)
+                                                 : ForwardingFileSystem::SetNormalAttributes(path);
+    }
+    std::optional<std::string> FindFile(std::string_view path) override {
+        whenFinding();
+        return ForwardingFileSystem::FindFile(path);
+    }
     bool DeleteFile(std::string_view path) override {
         return (!Attributes(path) || Takes("delete " + std::string(path))) &&
                ForwardingFileSystem::DeleteFile(path);
@@ -52,7 +61,9 @@ class WatchedFileSystem : public ForwardingFileSystem {
 
     std::vector<std::string> log;
     std::function<void(const std::string&)> whenStep = [](const std::string& /*step*/) {};
-    std::string refused;  ///< the step that fails
+    std::function<void()> whenFinding = [] {};
+    std::string refused;                      ///< the step that fails
+    std::optional<std::uint32_t> attributes;  ///< those of every path
 
     /// Makes every file into one of a test's own.
     std::function<std::unique_ptr<LargeFileAccess>(std::unique_ptr<LargeFileAccess>)> wrap =

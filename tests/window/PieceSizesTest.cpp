@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "support/ErrorOf.h"
+#include "support/Prelude.h"
 #include "window/PieceSizes.h"
 
 namespace zarn {

@@ -1,10 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
 
+#include "support/Prelude.h"
 #include "window/SideBar.h"
 
 namespace zarn::testing {

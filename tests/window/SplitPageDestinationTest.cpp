@@ -1,11 +1,10 @@
 #include "support/forms/SplitPageFixture.h"
-#include "window/FakeVolumes.h"
 
 namespace zarn::testing {
 namespace {
 
-const Texts nothing;
-const Texts tooLarge{"The Selected file must be smaller than available space.     "};
+const Names nothing;
+const Names tooLarge{"The Selected file must be smaller than available space.     "};
 
 class SplitPageDestination : public SplitPageFixture {
   protected:
@@ -17,9 +16,9 @@ class SplitPageDestination : public SplitPageFixture {
         drives_.Write("config/drives", "X: fixed " + drives_.System("x") + "\nA: removable " +
                                            drives_.System("a") + "\n");
         PlatformParts().fileSystem = MakeLinuxPlatform(FoldersIn(drives_)).fileSystem;
-        auto fake = std::make_unique<FakeVolumes>(drives_);
-        volumes = &fake->volumes;
-        PlatformParts().volumes = std::move(fake);
+        volumes =
+            &TestPlatform::Put(PlatformParts().volumes,
+                               std::make_unique<TestVolumes>(FoldersIn(drives_).configuration));
     }
 
     void Write(const std::string& folder) { Field("txtDestinationFolder").setText(ToQt(folder)); }
@@ -40,7 +39,7 @@ class SplitPageDestination : public SplitPageFixture {
         Click("CmdSourceFile");
     }
 
-    decltype(FakeVolumes::volumes)* volumes = nullptr;
+    TestVolumes* volumes = nullptr;
 
   private:
     TestFolder drives_;
@@ -72,7 +71,7 @@ TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
                                      : free == (freeSpace == "kept" ? before : freeSpace))
             << free;
         EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
-        EXPECT_EQ(Said(), Texts(text.ends_with("*") ? 1 : 0,
+        EXPECT_EQ(Said(), Names(text.ends_with("*") ? 1 : 0,
                                 "Invalid Characters in destination folder,\rPlease check."));
         const bool isSource = text == Here();
         EXPECT_EQ(IsChecked("ChkDestinationFolder"), isSource);
@@ -127,12 +126,12 @@ TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
         Widget("cmdCreateCommand").setEnabled(false);
         Boxes().answers = answers;
         Enter();
-        EXPECT_EQ(Said(), Texts(answers.size(), "Folder don't exist, create this new folder ?   "));
+        EXPECT_EQ(Said(), Names(answers.size(), "Folder don't exist, create this new folder ?   "));
         EXPECT_EQ(Destination(), textAfter);
         EXPECT_EQ(State(), state);
         EXPECT_EQ(Settings().DestinationFolder(), Folder().Has("new/deep") ? made : Here());
     }
-    EXPECT_EQ(Folder().Names(), (Texts{"film.mkv", "new"}));
+    EXPECT_EQ(Folder().Names(), (Names{"film.mkv", "new"}));
 }
 
 TEST_F(SplitPageDestination, IsSavedOnlyWhenItIsLeftOrPicked) {
@@ -176,8 +175,8 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
         Settings().SizeMB(gigabytes ? 0 : 1);
         Settings().SizeGB(gigabytes ? 1 : 0);
         Save(Here());
-        (*volumes)[Here().substr(0, 1)] = {Fixed, 9e9, 9e9};
-        (*volumes)["X"] = {type, free, 2 * free};
+        volumes->Of(Here().substr(0, 3)) = VolumeWith(Fixed, 9e9, 9e9);
+        volumes->Of("X:\\") = VolumeWith(type, free, 2 * free);
         Open();
         OpenSource(size);
         TypeFolder(R"(X:\)");
@@ -193,17 +192,17 @@ TEST_F(SplitPageDestination, HoldsTheSourceAgainstTheFreeSpace) {
 TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     Save(R"(B:\x)");
     Browse(10000);
-    EXPECT_EQ(Said(), Texts{"The selected destination unit is not Ready,\rplease select another."});
+    EXPECT_EQ(Said(), Names{"The selected destination unit is not Ready,\rplease select another."});
     EXPECT_EQ(State(), "black red ready");
     // Every folder is too small here, the saved one too: the way back to it has to end.
     Save(R"(X:\)");
-    (*volumes)["X"] = {DriveType::Fixed, 1e6, 2e6};
+    volumes->Of("X:\\") = VolumeWith(DriveType::Fixed, 1e6, 2e6);
     Browse(2e6);
     ASSERT_FALSE(Boxes().shown.empty());
     EXPECT_EQ(Said().back(), tooLarge[0]);
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-    (*volumes)[Here().substr(0, 1)] = {DriveType::Fixed, 1e6, 2e6};
+    volumes->Of(Here().substr(0, 3)) = VolumeWith(DriveType::Fixed, 1e6, 2e6);
     Page().OpenSource(Folder().Drive("film.mkv"));
     Write(Here());
     EXPECT_EQ(Said().back(), tooLarge[0]);
@@ -212,7 +211,7 @@ TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
 
 TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     OpenSource(10000);
-    (*volumes)["A"] = {DriveType::Removable, Megabyte, Megabyte};
+    volumes->Of("A:\\") = VolumeWith(DriveType::Removable, Megabyte, Megabyte);
     for (const char* folder : {R"(A:\)", R"(a:\)", R"(A:\new)"}) {
         PartSize().WriteText("");
         Write(folder);
@@ -238,11 +237,11 @@ TEST_F(SplitPageDestination, StoresAnOptionAtEveryClickAndAsksForACompressionLev
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         calls.clear();
         Click("ChkCompress");
-        EXPECT_EQ(Said(), Texts{"You Compression Level is not configured, \r"
+        EXPECT_EQ(Said(), Names{"You Compression Level is not configured, \r"
                                 "do you want to configure it now ?"});
         EXPECT_EQ(IsChecked("ChkCompress"), yes);
         EXPECT_EQ(Settings().CompressDestination(), yes ? 1 : 0);
-        EXPECT_EQ(calls, Texts(yes ? 1 : 0, "compression"));
+        EXPECT_EQ(calls, Names(yes ? 1 : 0, "compression"));
     }
     // Neither a stored choice nor a reset asks.
     Page().ResetSplitForm();

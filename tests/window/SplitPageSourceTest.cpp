@@ -12,7 +12,7 @@ class SplitPageSource : public SplitPageFixture {
         Dialogs().answers = {path};
         Click("CmdSourceFile");
     }
-    void Drop(const Texts& paths) { DropOn("txtSourceFile", paths); }
+    void Drop(const Names& paths) { DropOn("txtSourceFile", paths); }
     std::string Caption() { return FromQt(Find<QGroupBox>("Frame1").title()); }
 };
 
@@ -63,7 +63,7 @@ TEST_F(SplitPageSource, ComesInByThreeWaysThatDiffer) {
             Write("txtSourceFile", Folder().Drive("x"));
             Write("txtSourceFile", path);
         }
-        EXPECT_EQ(Said(), Texts(message.empty() ? 0 : 1, message));
+        EXPECT_EQ(Said(), Names(message.empty() ? 0 : 1, message));
         const std::string stored = Settings().LastOpenFileFolder();
         const std::string text = Text("txtSourceFile");
         const std::string mark = stored == path ? " stored" : stored == before ? "" : stored;
@@ -106,7 +106,7 @@ TEST_F(SplitPageSource, TakesTheFirstOfTheDroppedFiles) {
                  "# list\r\nfile:///etc/a%20b\r\nfile://localhost/etc/c\r\nfile:/etc/d%25%FF\r\n"
                  "file://elsewhere/etc/e\r\nhttp://host/f\r\nfile:///etc/g%5Ch\r\n");
     EXPECT_EQ(FilesOf(data, *Shared().Platform().fileSystem),
-              (Texts{R"(C:\etc\a b)", R"(C:\etc\c)", "C:\\etc\\d%\xFF", "", "", ""}));
+              (Names{R"(C:\etc\a b)", R"(C:\etc\c)", "C:\\etc\\d%\xFF", "", "", ""}));
 }
 
 TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
@@ -134,7 +134,7 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
     Page().ResetSplitForm();
     EXPECT_EQ(Text("txtPartsNumber") + PartSize().Text(), "");
     EXPECT_EQ(Spinner().Value(), 1);
-    EXPECT_EQ(Said(), Texts());
+    EXPECT_EQ(Said(), Names());
 }
 
 TEST_F(SplitPageSource, ShowsAndEnablesTheFieldsOfTheModeOnceItIsThere) {
@@ -196,7 +196,7 @@ TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
     Settings().DestinationFolderUseSource(1);
     Open();
     OpenSource(10000, "gone/film.mkv");
-    std::filesystem::remove_all(Folder().System("gone"));
+    fs::remove_all(Folder().System("gone"));
     Page().ResetSplitForm();
     EXPECT_TRUE(Folder().Has("gone"));
     EXPECT_EQ(Text("txtDestinationFolder"), Here() + "gone\\");
@@ -205,7 +205,7 @@ TEST_F(SplitPageSource, FindsItsDestinationAtAReset) {
     EXPECT_EQ(Text("txtDestinationFolder") + LabelText("txtFileSystemDest") +
                   LabelText("txtFreeSpaceDest") + LabelText("txtDriveCapacityDestination"),
               "");
-    EXPECT_EQ(Said(), Texts());
+    EXPECT_EQ(Said(), Names());
 }
 
 // Writing another destination takes the guard off, so the unit of the diskette's row is chosen;
@@ -239,7 +239,7 @@ TEST_F(SplitPageSource, IsLookedAtWhenTheWindowComesToTheFront) {
         Page().WindowActivated();
         EXPECT_EQ(Caption(), "Input File size : 19.53 KB (20,000 Bytes)");
         EXPECT_EQ(Colour("txtSourceFile"), isThere ? Black : Red);
-        std::filesystem::remove(Folder().System("film.mkv"));
+        fs::remove(Folder().System("film.mkv"));
     }
 }
 

@@ -92,12 +92,12 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
         PartSize().WriteText("0.25");
         Write("txtDestinationFolder", made);
         if (!savedExists) {
-            std::filesystem::remove_all(Folder().System("saved"));
+            fs::remove_all(Folder().System("saved"));
         }
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Start();
         const bool fails = !yes && !savedExists;
-        Texts boxes = {
+        Names boxes = {
             "Destination folder doesn't exist,\rdo you want to create this new folder ?   ",
             "Destination folder is missing    "};
         boxes.resize(fails ? 2 : 1);
@@ -107,8 +107,8 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
         EXPECT_EQ(Folder().Has("made/film.mkv_Part2"), yes);
         EXPECT_EQ(Folder().Has("saved/film.mkv_Part2"), !yes && savedExists);
         EXPECT_EQ(Colour("txtDestinationFolder"), fails ? Red : Black);
-        std::filesystem::remove_all(Folder().System("made"));
-        std::filesystem::remove_all(Folder().System("saved"));
+        fs::remove_all(Folder().System("made"));
+        fs::remove_all(Folder().System("saved"));
     }
     EXPECT_EQ(jobs, 3);
 }
@@ -117,7 +117,7 @@ TEST_F(SplitPageStart, MakesAllTheLastChecks) {
     Settings().CompressLevel(0);
     Settings().CompressDestination(1);
     Take(1'000'000);
-    std::filesystem::remove(Folder().System("film.mkv"));
+    fs::remove(Folder().System("film.mkv"));
     Click("OptParts");
     Write("txtPartsNumber", "2");
     for (const bool yes : {true, false}) {
@@ -126,12 +126,12 @@ TEST_F(SplitPageStart, MakesAllTheLastChecks) {
         Said();
         calls.clear();
         Start();
-        EXPECT_EQ(Said(), (Texts{"You Compression Level is not configured, \r"
+        EXPECT_EQ(Said(), (Names{"You Compression Level is not configured, \r"
                                  "do you want to configure it now ?",
                                  "Split file is missing or is holded by another process    ",
                                  "Destination folder is missing    "}));
         EXPECT_EQ(State(), "red red ready start");
-        EXPECT_EQ(calls, Texts(yes ? 1 : 0, "compression"));
+        EXPECT_EQ(calls, Names(yes ? 1 : 0, "compression"));
         EXPECT_EQ(IsChecked("ChkCompress"), yes);
     }
     EXPECT_EQ(Settings().CompressDestination(), 0);
@@ -168,7 +168,7 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     EXPECT_TRUE(Folder().Has("film.mkv_Part0.sfv"));
     EXPECT_TRUE(Folder().Has("film.mkv_Part4"));
     EXPECT_EQ(jobs, 5);
-    EXPECT_EQ(Said(), Texts());
+    EXPECT_EQ(Said(), Names());
 }
 
 TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
@@ -177,7 +177,7 @@ TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
     PartSize().WriteText("1");
     Start();
     EXPECT_EQ(jobs, 0);
-    EXPECT_EQ(Folder().Names(), Texts{"film.mkv"});
+    EXPECT_EQ(Folder().Names(), Names{"film.mkv"});
     EXPECT_EQ(Settings().ComboSize(), "1 MB|1048576");
     EXPECT_EQ(calls.back(), "title");
     EXPECT_EQ(State(), "black black ready start");

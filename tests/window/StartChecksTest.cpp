@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "settings/FolderRules.h"
-#include "window/FakeVolumes.h"
+#include "support/TestPlatform.h"
 #include "window/StartChecks.h"
 
 namespace zarn::testing {
@@ -20,15 +16,9 @@ constexpr const char* OverDevice = "Piece Size must be smaller than Destination 
 
 class StartChecks : public ::testing::Test {
   protected:
-    SharedObjects MakeShared() {
-        auto fake = std::make_unique<FakeVolumes>(test.home);
-        volumes = &fake->volumes;
-        test.platform.volumes = std::move(fake);
-        return SharedObjects(std::move(test.platform));
-    }
     std::string Hole(const char* name, double bytes) const {
         test.home.Write(name, "");
-        std::filesystem::resize_file(test.home.System(name), static_cast<std::uintmax_t>(bytes));
+        fs::resize_file(test.home.System(name), static_cast<std::uintmax_t>(bytes));
         return test.home.Drive(name);
     }
 
@@ -53,8 +43,8 @@ class StartChecks : public ::testing::Test {
     }
 
     TestPlatform test;
-    decltype(FakeVolumes::volumes)* volumes = nullptr;
-    SharedObjects shared = MakeShared();
+    TestVolumes& volumes = test.Volumes();
+    SharedObjects& shared = test.Shared();
     const std::string small = Hole("small", 5 * Megabyte);
     const std::string odd = Hole("odd", 5 * Megabyte + 2000);
     const std::string one = Hole("one", Megabyte);
@@ -124,7 +114,7 @@ TEST_F(StartChecks, HoldAPieceAgainstARemovableDevice) {
           Case(Removable, Gigabyte + 3000, Gigabytes(large, "1"), ""),
           Case(CdRom, Gigabyte, Gigabytes(large, "1.44"), "")}) {
         SCOPED_TRACE(fields.partSize + " on " + std::to_string(capacity));
-        (*volumes)[test.home.Drive().substr(0, 1)] = {type, 1000, capacity};
+        volumes.Of(test.home.Drive().substr(0, 3)) = VolumeWith(type, 1000, capacity);
         const StartDecision decision = Check(fields);
         EXPECT_EQ(decision.message, message);
         EXPECT_EQ(decision.kind, message.empty() ? Kind::GoOn : Kind::Stop);

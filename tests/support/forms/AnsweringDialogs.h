@@ -1,11 +1,9 @@
 #pragma once
 
 #include <deque>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "controls/FileDialogs.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 

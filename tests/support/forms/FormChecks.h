@@ -1,18 +1,15 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFontInfo>
 #include <QLabel>
 #include <QTest>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "controls/QtText.h"
 #include "controls/chameleonButton.h"
+#include "support/Prelude.h"
 
 namespace zarn::testing {
 

@@ -1,49 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
 #include <QTimer>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "controls/Colours.h"
 #include "controls/QtMessageQueue.h"
 #include "controls/QtText.h"
 #include "controls/XP_ProgressBar.h"
 #include "controls/chameleonButton.h"
-#include "support/ErrorOf.h"
 #include "support/Soon.h"
 #include "support/TestPlatform.h"
 #include "support/forms/FormChecks.h"
 
 namespace zarn::testing {
-
-using Names = std::vector<std::string>;
-
-/// The toolkit's queue; a test acts each time that a job lets events run, or waits meanwhile.
-class WatchedQueue : public QtMessageQueue {
-  public:
-    void Run() override {
-        whenRun();
-        QtMessageQueue::Run();
-    }
-    void Wait(std::chrono::milliseconds time) override {
-        waited = time;
-        whenWaiting();
-        Run();
-    }
-
-    std::function<void()> whenRun;
-    std::function<void()> whenWaiting = [] {};
-    std::chrono::milliseconds waited{0};
-};
 
 /// The window of a job over the real platform, and every state that it shows while the job runs.
 /// A test replaces parts of `test.platform` before the first call of `Shared`.
@@ -52,15 +23,10 @@ class JobDialogFixture : public ::testing::Test {
   protected:
     JobDialogFixture() {
         QApplication::setQuitOnLastWindowClosed(false);
-        auto watched = std::make_unique<WatchedQueue>();
-        queue = watched.get();
-        queue->whenRun = [this] { Look(); };
-        test.platform.messageQueue = std::move(watched);
+        queue.whenRun = [this] { Look(); };
     }
 
-    SharedObjects& Shared() {
-        return shared_ ? *shared_ : shared_.emplace(std::move(test.platform));
-    }
+    SharedObjects& Shared() { return test.Shared(); }
 
     /// All that can be seen.
     virtual std::string State() = 0;
@@ -155,7 +121,7 @@ class JobDialogFixture : public ::testing::Test {
     TestFolder folder;
     TestFolder out;
     TestPlatform test;
-    WatchedQueue* queue = nullptr;
+    TestQueue& queue = test.Queue(std::make_unique<QtMessageQueue>());
     QWidget owner;
     std::unique_ptr<Form> form;
     Names states;
@@ -166,7 +132,6 @@ class JobDialogFixture : public ::testing::Test {
         return form->template findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     }
 
-    std::optional<SharedObjects> shared_;
     std::string awaited_;
     std::function<void()> whenAwaited_;
 };

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "join/JoinPage.h"
 #include "support/forms/PageFixture.h"
 
@@ -25,7 +22,7 @@ class JoinPageFixture : public PageFixture<JoinPage>, public DrivePanel {
         Dialogs().answers = {path};
         Click("CmdSourceFileJoin");
     }
-    void Drop(const Texts& paths) { DropOn("txtFileToJoin", paths); }
+    void Drop(const Names& paths) { DropOn("txtFileToJoin", paths); }
 
     /// The script of a set.
     static std::string Script(const std::string& count) {
@@ -44,7 +41,7 @@ class JoinPageFixture : public PageFixture<JoinPage>, public DrivePanel {
         return Folder().Drive("Movie.avi_Part0.bat");
     }
 
-    Texts calls;
+    Names calls;
 };
 
 }  // namespace zarn::testing

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
@@ -9,29 +7,21 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
-#include <memory>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "controls/Colours.h"
 #include "controls/QtMessageQueue.h"
 #include "controls/QtText.h"
-#include "runtime/Text.h"
 #include "support/TestPlatform.h"
 #include "support/forms/AnsweringDialogs.h"
 
 namespace zarn::testing {
-
-using Texts = std::vector<std::string>;
 
 /// A page of the window, shown by itself over the real platform with settings of its own. A test
 /// that changes `PlatformParts` or the settings calls `Open` afterwards to have a new page.
 template <typename PageOfWindow>
 class PageFixture : public ::testing::Test {
   protected:
-    PageFixture() { platform_.platform.messageQueue = std::make_unique<QtMessageQueue>(); }
+    PageFixture() { test.platform.messageQueue = std::make_unique<QtMessageQueue>(); }
 
     /// Makes the page, and brings one that is shown into the state of a program's start.
     virtual std::unique_ptr<PageOfWindow> Make() = 0;
@@ -50,15 +40,10 @@ class PageFixture : public ::testing::Test {
     PageOfWindow& Page() { return page_ ? *page_ : Open(); }
 
     /// The platform, until `Shared` is called for the first time.
-    Platform& PlatformParts() { return platform_.platform; }
-    SharedObjects& Shared() {
-        if (!shared_) {
-            shared_.emplace(std::move(platform_.platform));
-        }
-        return *shared_;
-    }
-    Parameters& Settings() { return Shared().Parameters(); }
-    std::string StoreFile() { return platform_.home.Read("config/settings.reg"); }
+    Platform& PlatformParts() { return test.platform; }
+    SharedObjects& Shared() { return test.Shared(); }
+    Parameters& Settings() { return test.Settings(); }
+    std::string StoreFile() { return test.home.Read("config/settings.reg"); }
 
     template <typename Control>
     Control& Find(const char* name) {
@@ -79,7 +64,7 @@ class PageFixture : public ::testing::Test {
     void Write(const char* name, const std::string& text) { Field(name).setText(ToQt(text)); }
     void Click(const char* name) { QTest::mouseClick(&Widget(name), Qt::LeftButton); }
     /// Drops files of the operating system on a field, as a file manager does.
-    void DropOn(const char* name, const Texts& paths) {
+    void DropOn(const char* name, const Names& paths) {
         QMimeData data;
         QList<QUrl> urls;
         for (const std::string& path : paths) {
@@ -94,10 +79,10 @@ class PageFixture : public ::testing::Test {
         QCoreApplication::processEvents();
     }
 
-    RecordingBoxes& Boxes() { return *platform_.boxes; }
+    RecordingBoxes& Boxes() { return *test.boxes; }
     /// The texts of the boxes since the last call.
-    Texts Said() {
-        Texts texts;
+    Names Said() {
+        Names texts;
         for (const BoxMessage& box : Boxes().shown) {
             texts.push_back(box.text);
         }
@@ -111,12 +96,11 @@ class PageFixture : public ::testing::Test {
     std::string Long(std::string_view text) { return Replace(text, "HERE", files_.Drive()); }
     std::string Short(std::string_view text) { return Replace(text, files_.Drive(), "HERE"); }
 
+    TestPlatform test;
     static constexpr QSize PageSize{384, 304};
 
   private:
-    TestPlatform platform_;
     TestFolder files_;
-    std::optional<SharedObjects> shared_;
     AnsweringDialogs dialogs_;
     std::unique_ptr<PageOfWindow> page_;
 };

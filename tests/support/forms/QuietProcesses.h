@@ -1,8 +1,5 @@
 #pragma once
 
-#include <array>
-#include <string>
-
 #include "platform/linux/LinuxProcesses.h"
 #include "support/TestPlatform.h"
 

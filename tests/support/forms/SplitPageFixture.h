@@ -1,9 +1,5 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "controls/ComboField.h"
 #include "controls/UpDown.h"
 #include "support/forms/PageFixture.h"
@@ -65,7 +61,7 @@ class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
                (IsEnabled("OptSize") ? "ready" : "") + (CanStart() ? " start" : "");
     }
 
-    Texts calls;
+    Names calls;
 
   private:
     SharedProgress defaultProgress_;
