@@ -166,6 +166,10 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
     while (log >> operation.call && log.get() != EOF && std::getline(log, operation.path)) {
         if (operation.call == "left") {
             run.open.push_back(operation.path);
+        } else if (operation.call == "to") {
+            run.operations.back().to = operation.path;
+        } else if (operation.call == "failed") {
+            run.operations.back().failed = true;
         } else {
             run.operations.push_back(operation);
         }

@@ -79,7 +79,9 @@ struct Fault {
 
 struct FileOperation {
     std::string call;
-    std::string path;  ///< in the watched folder, or absolute
+    std::string path;     ///< in the watched folder, or absolute
+    std::string to = {};  ///< the path that a file gets by it
+    bool failed = false;
 };
 
 struct WatchedRun {

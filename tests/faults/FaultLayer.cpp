@@ -16,8 +16,9 @@
 //   ZARN_FAULT_STAYS   set: every later one fails too; of ENOSPC those that need space
 //   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
 //                      (it shares blocks), `split` (each folder is a volume of its own)
-//   ZARN_FAULT_LOG     the log: the call and the path of every operation, and `left` with that of
-//                      every file that was open at the end
+//   ZARN_FAULT_LOG     the log: the call and the path of every operation; behind it `to` with the
+//                      path that a file gets by it, and `failed` if it did; at the end `left` with
+//                      the path of every file that was open
 
 #include <dirent.h>
 #include <dlfcn.h>
@@ -86,8 +87,8 @@ struct Layer {
                                                                {"EACCES", EACCES},
                                                                {"ENOENT", ENOENT},
                                                                {"EINTR", EINTR}};
-        static const std::set<std::string_view> needSpace = {"create", "write", "copy",   "share",
-                                                             "mkdir",  "flush", "rename", "link"};
+        static const std::set<std::string_view> needSpace = {
+            "create", "write", "copy", "share", "mkdir", "flush", "sync", "rename", "link"};
         Log(call, path);
         ++count;
         const bool suffers =
@@ -179,6 +180,15 @@ std::string Watched(int file) {
     return found == TheLayer().files.end() ? std::string() : found->second;
 }
 
+template <typename Result>
+Result Failure() {
+    if constexpr (std::is_pointer_v<Result>) {
+        return nullptr;
+    } else {
+        return -1;
+    }
+}
+
 // Does `operation` with up to `bytes` bytes, or fails in its stead; watched unless the path is
 // empty.
 template <typename Operation>
@@ -188,18 +198,15 @@ auto Strike(std::string_view call, const std::string& path, std::size_t bytes,
     if (path.empty()) {
         return operation(bytes);
     }
+    const Result failure = Failure<Result>();
     const int error = TheLayer().Count(call, path, bytes);
-    if (error != 0) {
-        errno = error;
-        if constexpr (std::is_pointer_v<Result>) {
-            return Result(nullptr);
-        } else {
-            return Result(-1);
-        }
-    }
-    const Result result = operation(bytes);
+    const Result result = error != 0 ? failure : operation(bytes);
     if (TheLayer().kind == "kill-within" && TheLayer().count == TheLayer().number) {
         Kill();
+    }
+    if (result == failure) {
+        errno = error != 0 ? error : errno;
+        TheLayer().Log("failed", path);
     }
     return result;
 }
@@ -356,7 +363,12 @@ int fdatasync(int file) {
 }
 
 int syncfs(int file) noexcept {
-    return On("flush", "syncfs", syncfs, file);
+    return On("sync", "syncfs", syncfs, file);
+}
+
+// Nothing has to reach a disk here.
+void sync() noexcept {
+    Strike("sync", TheLayer().folder, 0, [](std::size_t /*bytes*/) { return 0; });
 }
 
 int ftruncate(int file, off_t size) noexcept {
@@ -446,6 +458,7 @@ int remove(const char* path) noexcept {
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
               unsigned flags) noexcept {
     return Strike("rename", Watched(from), 0, [&](std::size_t /*bytes*/) {
+        TheLayer().Log("to", Watched(to));
         return CrossesVolumes(from, to)
                    ? -1
                    : Next("renameat2", renameat2)(fromFolder, from, toFolder, to, flags);
@@ -457,7 +470,10 @@ int rename(const char* from, const char* to) noexcept {
 }
 
 int link(const char* from, const char* to) noexcept {
-    return On("link", "link", link, from, to);
+    return Strike("link", Watched(from), 0, [&](std::size_t /*bytes*/) {
+        TheLayer().Log("to", Watched(to));
+        return Next("link", link)(from, to);
+    });
 }
 
 DIR* opendir(const char* path) {

@@ -183,8 +183,9 @@ class Identity : public ::testing::TestWithParam<Job> {
         const WatchedRun clean = Try(place, relation, before, {});
         EXPECT_TRUE(relation.name != "OneFile" || SaysDone(place.job, clean)) << clean.message;
         for (std::size_t i = 0; i < clean.operations.size(); ++i) {
-            const auto& [call, path] = clean.operations[i];
-            if ((call == "delete" || call == "rename") && UpperCase(path) == sourceAlone[0]) {
+            const FileOperation& operation = clean.operations[i];
+            if ((operation.call == "delete" || operation.call == "rename") &&
+                UpperCase(operation.path) == sourceAlone[0]) {
                 removal_ = i + 1;
             }
         }

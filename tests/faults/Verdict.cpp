@@ -168,11 +168,11 @@ std::string JudgeStore(const Evidence& evidence) {
 // Bytes of the job's own may be missing. The end of a file that was only read says nothing.
 bool StrikesOutput(const Evidence& evidence) {
     static const Words errors = {"EIO", "EACCES", "ENOENT", "ENOSPC"};
-    static const Words calls = {"create", "write", "copy", "flush"};
+    static const Words calls = {"create", "write", "copy", "flush", "sync"};
     if (!evidence.run.struck || !errors.contains(evidence.fault.kind)) {
         return false;
     }
-    const auto& [call, path] = *evidence.run.struck;
+    const auto& [call, path, to, failed] = *evidence.run.struck;
     // Joins give a file such a name only to delete it, and do without if they cannot.
     const bool isNameAlone = evidence.job.IsJoin() && Contains(path, "/.zarn-");
     return calls.contains(call)
@@ -191,8 +191,8 @@ bool IsZipLibrarys(const Evidence& evidence) {
 // The rest of a short count, or what a signal can break off, has only to be done again; but the ZIP
 // library does not. The programs handle no signal, so that none can.
 bool CanBeRepeated(const Evidence& evidence) {
-    static const Words calls = {"open",  "create", "read",   "write", "copy", "share",
-                                "flush", "close",  "statfs", "space", "lock"};
+    static const Words calls = {"open",  "create", "read",  "write",  "copy",  "share",
+                                "flush", "sync",   "close", "statfs", "space", "lock"};
     const std::string& kind = evidence.fault.kind;
     const bool broken =
         kind == "EINTR" && evidence.run.struck && calls.contains(evidence.run.struck->call);
@@ -210,6 +210,60 @@ std::string JudgeEnd(const Evidence& evidence) {
            : StrikesOutput(evidence) && done  ? "nobody says that it failed"
            : CanBeRepeated(evidence) && !done ? "seen from outside"
                                               : "";
+}
+
+// What a job makes of the user's only copy: it may go when its successor is on the disk.
+bool IsLastCopy(const Job& job, const std::string& path) {
+    return job.IsJoin()
+               ? path == Beside ||
+                     (path.starts_with(PartPath(job, "")) && !Matches(path, ".*(bak|TMP\\.bat)"))
+               : IsSource(path) || (job.Has(Job::Compressed) && job.Has(Job::DeletesSource) &&
+                                    (path == ArchivePath(job) || IsPrivateArchive(job, path)));
+}
+
+// Nothing that holds the user's bytes goes before what replaces it is on the disk under its name,
+// nor is an older file replaced by one whose bytes are not there yet.
+std::string JudgeOrder(const Evidence& evidence) {
+    const Job& job = evidence.job;
+    std::map<std::string, bool> unsafe;  // what was written; true if not even its bytes are safe
+    std::map<std::string, std::string> copies;  // under other names, by those
+    for (const auto& [call, path, to, failed] : evidence.run.operations) {
+        if (failed) {
+            continue;
+        }
+        if (Words{"write", "copy", "share"}.contains(call)) {
+            unsafe[path] = true;
+        } else if (call == "flush" && unsafe.contains(path)) {
+            unsafe[path] = false;
+        } else if (call == "sync") {
+            std::erase_if(unsafe, [&](const auto& file) {
+                return path.starts_with('/') || file.first.starts_with(path + "/");
+            });
+        } else if (!to.empty()) {
+            auto file = unsafe.extract(path);
+            const bool isPrecious = job.IsJoin() || path.starts_with("config/");
+            if (!file.empty() && file.mapped() && isPrecious && evidence.before.contains(to)) {
+                return "replaced before a flush: " + to;
+            }
+            if (!file.empty() && !path.starts_with("config/")) {
+                file.key() = to;
+                unsafe.insert(std::move(file));
+            }
+            auto copy = copies.extract(path);
+            if (!copy.empty() || IsLastCopy(job, path)) {
+                copies[to] = copy.empty() ? path : copy.mapped();
+            }
+        } else if (call == "delete") {
+            unsafe.erase(path);
+            const bool isCopy = IsLastCopy(job, path) || copies.erase(path) > 0;
+            // A folder that cannot be asked for is taken for one that is not there.
+            const bool asked = evidence.run.struck && evidence.run.struck->call == "stat";
+            if (isCopy && !unsafe.empty() && !asked) {
+                return path + " deleted before a flush of " + unsafe.begin()->first;
+            }
+        }
+    }
+    return {};
 }
 
 std::string JudgeSplitLoss(const Evidence& evidence) {
@@ -467,14 +521,14 @@ bool SaysDone(const Job& job, const WatchedRun& run) {
 }
 
 std::string JudgeRun(const Evidence& evidence) {
-    return FirstOf({JudgeEnd(evidence), JudgeLoss(evidence), JudgeOthers(evidence),
-                    JudgeStore(evidence), JudgeResult(evidence, evidence.run, evidence.after),
-                    JudgeMessage(evidence)});
+    return FirstOf({JudgeEnd(evidence), JudgeLoss(evidence), JudgeOrder(evidence),
+                    JudgeOthers(evidence), JudgeStore(evidence),
+                    JudgeResult(evidence, evidence.run, evidence.after), JudgeMessage(evidence)});
 }
 
 std::string JudgeIdentity(const Evidence& evidence, std::size_t removal) {
     return FirstOf({JudgeEnd(evidence), JudgeOthers(evidence), JudgeLoss(evidence),
-                    JudgeNames(evidence), JudgeKept(evidence, removal)});
+                    JudgeOrder(evidence), JudgeNames(evidence), JudgeKept(evidence, removal)});
 }
 
 std::string JudgeRepetition(const Evidence& first, const WatchedRun& second,
