@@ -21,6 +21,11 @@ const char* FailureText(bool spansMedia) {
                         "Split process aborted.";
 }
 
+std::string FolderOf(std::string_view path) {
+    std::string folder = Files::FunctionPath(path);
+    return folder.empty() ? "." : folder;
+}
+
 }  // namespace
 
 SplitterEngine::SplitterEngine(SharedObjects& shared, SharedProgress& progress,
@@ -79,21 +84,18 @@ std::int32_t SplitterEngine::FunctionCheckSpaceRemovable(std::string_view path) 
 }
 
 void SplitterEngine::FlushOutput() {
-    FlushFolderOf(basePath_);
-    if (shared_.Files().FileExist(archive_)) {
+    // A job that ended early may have no folder. A complete one does not ask for it: a question
+    // that fails would leave the flush out.
+    if (isComplete_ || shared_.Files().FolderExist(FolderOf(basePath_))) {
+        FlushFolderOf(basePath_);
+    }
+    if (archiveFile_) {
         FlushFolderOf(archive_);
     }
 }
 
-// A job that ended before its first part may have no folder yet.
 void SplitterEngine::FlushFolderOf(std::string_view path) {
-    std::string folder = Files::FunctionPath(path);
-    if (folder.empty()) {
-        folder = ".";
-    }
-    if (shared_.Files().FolderExist(folder)) {
-        shared_.Platform().fileSystem->FlushVolume(folder);
-    }
+    shared_.Platform().fileSystem->FlushVolume(FolderOf(path));
 }
 
 // A namesake that differs in letter case alone can hide the source: the name then means neither.

@@ -256,9 +256,7 @@ std::string JudgeOrder(const Evidence& evidence) {
         } else if (call == "delete") {
             unsafe.erase(path);
             const bool isCopy = IsLastCopy(job, path) || copies.erase(path) > 0;
-            // A folder that cannot be asked for is taken for one that is not there.
-            const bool asked = evidence.run.struck && evidence.run.struck->call == "stat";
-            if (isCopy && !unsafe.empty() && !asked) {
+            if (isCopy && !unsafe.empty()) {
                 return path + " deleted before a flush of " + unsafe.begin()->first;
             }
         }
