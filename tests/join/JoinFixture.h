@@ -3,7 +3,6 @@
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxSignals.h"
 #include "support/TestPlatform.h"
-#include "support/WatchedFileSystem.h"
 
 namespace zarn::testing {
 
@@ -16,7 +15,8 @@ inline const std::string copies =
 inline const std::string naming =
     "IF EXIST \"Movie.avi\" Del \"Movie.avi\"\r\n"
     "Ren Zarn.TMP \"Movie.avi\"\r\n";
-inline const std::string wholeScript = copies + naming + "Del \"Movie.avi_Part*\"\r\n";
+inline const std::string keepingScript = copies + naming;
+inline const std::string wholeScript = keepingScript + "Del \"Movie.avi_Part*\"\r\n";
 
 /// A set of three parts of "Movie.avi" with its script, and the names of its files.
 inline void WriteSet(const TestFolder& folder, const std::string& script,
@@ -28,23 +28,5 @@ inline void WriteSet(const TestFolder& folder, const std::string& script,
 }
 inline const Names setNames = {"Movie.avi_Part0.bat", "Movie.avi_Part1", "Movie.avi_Part2",
                                "Movie.avi_Part3"};
-
-/// A folder with such a set, and what runs scripts in it.
-class JoinFixture : public ::testing::Test {
-  protected:
-    void SetUp() override { WriteSet(folder, ""); }
-
-    ScriptOutcome Run(const std::string& script, const std::string& destination = {},
-                      const std::string& name = "Movie.avi_Part0.bat") {
-        fileSystem.log.clear();
-        folder.Write(name, script);
-        return ScriptInterpreter(fileSystem, endingSignals).Run(folder.Drive(name), destination);
-    }
-
-    TestFolder folder;
-    TestFolder home;
-    LinuxSignals endingSignals;
-    WatchedFileSystem fileSystem{MakeLinuxPlatform(FoldersIn(home)).fileSystem};
-};
 
 }  // namespace zarn::testing

@@ -1,141 +1,213 @@
 #include <sys/stat.h>
 
+#include <fstream>
+#include <set>
+
 #include "join/JoinFixture.h"
+#include "support/RunProgram.h"
 
 namespace zarn::testing {
-
 namespace {
 
 using namespace std::string_literals;
 
-TEST_F(JoinFixture, RunsTheScriptThatTheSplitterWrites) {
+// A folder with a set, another one, and what runs scripts in the first.
+class JoinScripts : public ::testing::Test {
+  protected:
+    void SetUp() override { WriteSet(folder, ""); }
+
+    ScriptOutcome Run(const std::string& script, const std::string& destination = {},
+                      const std::string& name = "Movie.avi_Part0.bat") {
+        fileSystem.log.clear();
+        folder.Write(name, script);
+        return ScriptInterpreter(fileSystem, endingSignals).Run(folder.Drive(name), destination);
+    }
+    // Makes the set anew, and lets something happen once at a step; "" is before the run.
+    void Begin(WatchedFileSystem& files, const std::string& when, const std::string& happens) {
+        for (const TestFolder* place : {&folder, &other}) {
+            for (const std::string& name : place->Names()) {
+                fs::remove_all(place->System(name));
+            }
+        }
+        SetUp();
+        files.whenStep = [=, this, once = false](const std::string& step) mutable {
+            if (step == when && !std::exchange(once, true)) {
+                Happen(happens);
+            }
+        };
+        files.whenStep("");
+    }
+    // A verb and a file; "there/" is the other folder.
+    void Happen(const std::string& act) {
+        const std::string verb = act.substr(0, act.find(' '));
+        const std::string name = act.substr(std::min(verb.size() + 1, act.size()));
+        const std::string path =
+            (name.starts_with("there/") ? other : folder).System(Replace(name, "there/", ""));
+        if (verb == "lock") {
+            ASSERT_TRUE(lock->CreateLocked(folder.Drive(name)));
+        } else if (verb == "refuse") {
+            fileSystem.refused = name;
+        } else if (verb == "remove" || verb == "exchange") {
+            fs::remove(path);
+        }
+        if (verb == "write" || verb == "exchange" || verb == "protect") {
+            std::ofstream(path) << "other";
+            chmod(path.c_str(), verb == "protect" ? 0400 : 0600);
+        }
+    }
+    // What lies in a folder; the whole file has a star.
+    static std::string Listing(const TestFolder& place) {
+        std::string text;
+        for (const std::string& name : place.Names()) {
+            const bool isFile = UpperCase(name) == "MOVIE.AVI";
+            text += Replace(name, "Movie.avi_", "") +
+                    (isFile && place.Read(name) == "one two three" ? "* " : " ");
+        }
+        return Replace(text, "Part0.bat Part1 Part2 Part3", "set");
+    }
+
+    TestFolder folder;
+    TestFolder other;
+    TestFolder home;
+    LinuxSignals endingSignals;
+    WatchedFileSystem fileSystem{MakeLinuxPlatform(FoldersIn(home)).fileSystem};
+    std::unique_ptr<LargeFileAccess> lock = fileSystem.MakeLargeFile();
+};
+
+TEST_F(JoinScripts, RunsTheScriptThatTheSplitterWrites) {
     for (const char* name : {"Movie.avi_Part0.sfv", "Movie.avi_Part0_TMP.bat", "Movie.avi",
                              "Movie.avi_PartyPhoto.jpg", "Movie.avi_Part1.bak"}) {
         folder.Write(name, "old");
     }
     const std::string line = "Rem " + std::string(73, '=') + "\r\n";
-    const ScriptOutcome outcome =
-        Run("@Echo off\r\n" + line + "Rem |  Zarn File Splitter v3.85 Pro  & del *.*\r\n" + line +
-            "Rem |  Created ......: 03/14/2007 09:05 PM\r\nRem |  Parts Count ..: 3\r\n"
-            "Rem |  Original File : \"Movie.avi\"\r\n" +
-            line + "Rem  \r\n" + wholeScript + "Rem  \r\nRem *===== End of Program =====* \r\n");
-    EXPECT_EQ(outcome.status, ScriptStatus::Done) << outcome.message;
-    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
-    EXPECT_EQ(folder.Names(),
-              (Names{"Movie.avi", "Movie.avi_Part1.bak", "Movie.avi_PartyPhoto.jpg"}));
+    const std::string head =
+        "@Echo off\r\n" + line + "Rem |  Zarn File Splitter v3.85 Pro  & del *.*\r\n" + line +
+        "Rem |  Created ......: 03/14/2007 09:05 PM\r\nRem |  Parts Count ..: 3\r\n"
+        "Rem |  Original File : \"Movie.avi\"\r\n";
+    const std::string end = "Rem  \r\nRem *===== End of Program =====* \r\n";
+    EXPECT_EQ(Run(head + line + "Rem  \r\n" + wholeScript + end).message, "");
+    EXPECT_EQ(Listing(folder), "Movie.avi* Part1.bak PartyPhoto.jpg ");
 }
 
-TEST_F(JoinFixture, KnowsTheFormsOfItsLines) {
+TEST_F(JoinScripts, KnowsTheFormsOfItsLines) {
     folder.Write("100%PATH% \"a\" b_Part", "unnumbered");
     folder.Write("empty_Part007", "");
+    // The file that is built, and a script with ? for its name.
     using Case = std::pair<std::string, std::string>;
-    for (const auto& [script, built] :
-         {Case("Rem " + std::string(8187, 'x') +
-                   "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP Movie.avi",
-               "Movie.avi"),
-          Case("\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
-               "\tCopy /Y  /b\t\"Movie.avi_Part1\"  \"Zarn.TMP\" \t\r\nRen Zarn.TMP "
-               "\"Movie.avi\"\n\x1A",
-               "Movie.avi"),
-          Case("Copy \"100%PATH% \"a\" b_Part\" Zarn.TMP\n"
-               "IF EXIST \"100%PATH% \"a\" b\" Del \"100%PATH% \"a\" b\"\n"
-               "Ren Zarn.TMP \"100%PATH% \"a\" b\"\nDel \"100%PATH% \"a\" b_Part*\"\n",
-               "100%PATH% \"a\" b"),
-          Case("Rem |  Parts Count ..: 1\nCopy empty_Part007 Zarn.TMP\nRen Zarn.TMP empty\n",
-               "empty"),
-          Case("Rem |  Parts Count ..: 2\nCopy Movie.avi_Part1 Zarn.TMP\n"
-               "if exist Movie.avi_Part4 copy /b Zarn.TMP + Movie.avi_Part4 Zarn.TMP\n"
-               "if exist Zarn.TMP ren Zarn.TMP Movie.avi\n",
-               "Movie.avi")}) {
-        EXPECT_EQ(Run(script).message, "") << script;
+    for (const auto& [built, script] :
+         {Case("Movie.avi",
+               "Rem " + std::string(8187, 'x') + "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP ?"),
+          Case("Movie.avi",
+               "\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
+               "\tCopy /Y  /b\t\"?_Part1\"  \"Zarn.TMP\" \t\r\n"
+               "Ren Zarn.TMP \"?\"\n\x1A"),
+          Case("100%PATH% \"a\" b",
+               "Copy \"?_Part\" Zarn.TMP\nIF EXIST \"?\" Del \"?\"\n"
+               "Ren Zarn.TMP \"?\"\nDel \"?_Part*\"\n"),
+          Case("empty", "Rem |  Parts Count ..: 1\nCopy ?_Part007 Zarn.TMP\nRen Zarn.TMP ?\n"),
+          Case("Movie.avi",
+               "Rem |  Parts Count ..: 2\nCopy ?_Part1 Zarn.TMP\n"
+               "if exist ?_Part4 copy /b Zarn.TMP + ?_Part4 Zarn.TMP\n"
+               "if exist Zarn.TMP ren Zarn.TMP ?\n")}) {
+        EXPECT_EQ(Run(Replace(script, "?", built)).message, "") << script;
         EXPECT_TRUE(fs::remove(folder.System(built))) << script;
     }
     EXPECT_FALSE(folder.Has("100%PATH% \"a\" b_Part"));
 }
 
-TEST_F(JoinFixture, RefusesEveryOtherScriptBeforeItTouchesAFile) {
+std::string MoveLines(const std::string& from, const std::string& to) {
+    return "Del \"" + to + "\"\r\nMove \"" + from + "\" \"" + to + "\"\r\n";
+}
+
+// The lines that copy parts, behind one that tells a number of parts.
+std::string Copies(const std::string& count, const Names& parts) {
+    std::string script = count.empty() ? "" : "Rem |  Parts Count ..: " + count + "\n";
+    std::string_view from = "Copy Movie.avi_Part";
+    for (const std::string& part : parts) {
+        script.append(from).append(part).append(" Zarn.TMP\n");
+        from = "Copy /b Zarn.TMP + Movie.avi_Part";
+    }
+    return script;
+}
+
+TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
     folder.MakeFolder("sub");
     folder.Write("sub/Movie.avi_Part1", "elsewhere");
     folder.Write("Movie.avi", "old");
     folder.Write("Zarn.TMP", "old");
-    const std::string copy = "Copy \"Movie.avi_Part1\" Zarn.TMP\n";
-    const std::string name = "Ren Zarn.TMP \"Movie.avi\"\n";
-    const auto refuse = [this](std::initializer_list<std::string_view> pieces,
-                               std::string_view reason) {
-        std::string script;
-        for (const std::string_view piece : pieces) {
-            script += piece;
+    const std::string copy = Copies("", {"1"});
+    const std::string name = "Ren Zarn.TMP Movie.avi\n";
+    const std::string source = folder.Drive("Movie.avi");
+    const std::string target = other.Drive("Movie.avi");
+    // The line that is told, a script, and what stands for its @.
+    using Case = std::tuple<std::string, std::string, Names>;
+    for (const auto& [reason, script, faults] : {
+             Case("no line names", "@", {"", copy}),
+             Case("line 1", "@", {name}),
+             Case("line 1", "@" + copy + name, {"Del Movie.avi\n", "Del \"Movie.avi_Part*\"\n"}),
+             Case("line 3", copy + "Del Movie.avi\n@ Zarn.TMP\n" + name,
+                  {"Copy /b Zarn.TMP + Movie.avi_Part2"}),
+             Case(
+                 "line 3", copy + name + "@\n",
+                 {R"(Del "C:\Windows\system.ini")", "Del \"" + folder.Drive("Movie.avi") + "\"",
+                  "Del *", "Del Movie.avi*", "Del Movie.avi_Part1", "Del Zarn.TMP", "Del Movie.avi",
+                  "Format C:", "Remove x", R"(if exist ..\x Del "Movie.avi_Part*")",
+                  "if not exist Movie.avi Del Movie.avi_Part*", "if exist Movie.avi echo x",
+                  R"(Move "Movie.avi" "C:\elsewhere")", name, copy, "Rem \0x"s,
+                  "Rem " + std::string(8188, 'x')}),
+             Case("line 2", copy + "@\n" + name,
+                  {"Copy Movie.avi_Part2 Zarn.TMP", "Copy Zarn.TMP + Movie.avi_Part2 Zarn.TMP",
+                   "Copy /b Zarn.TMP + Movie.avi_Part2 + Movie.avi_Part3 Zarn.TMP",
+                   "Copy /b Zarn.TMP + Other_Part2 Zarn.TMP",
+                   R"(Copy /b Zarn.TMP + "Movie.avi_Part2x" Zarn.TMP)", "Ren Zarn.TMP",
+                   "Ren Zarn.TMP a b", "Ren Zarn.TMP a&b", R"(Ren Zarn.TMP "")",
+                   "Ren Movie.avi_Part1 Movie.avi"}),
+             Case("line 1", "Copy @\n" + name,
+                  {R"(sub\Movie.avi_Part1 Zarn.TMP)", folder.Drive("Movie.avi_Part1") + " Zarn.TMP",
+                   R"(..\Movie.avi_Part1 Zarn.TMP)", "Movie.avi_Part1 Movie.avi",
+                   "Movie.avi_Part1 Zarn.TMP > x"}),
+             Case("line 2", "Copy \"@_Part1\" Zarn.TMP\nRen Zarn.TMP \"@\"\n",
+                  {"..", ".", " ", "sub\\M", "C:M", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
+                   "movie.avi_Part0.BAT", "tab\there"}),
+             Case("line 1", "@" + copy + name, {MoveLines(source, target)}),
+             Case("line 4", copy + name + "@",
+                  {MoveLines(target, target), MoveLines(folder.Drive("Movie.avi_Part1"), target),
+                   MoveLines(R"(C:\no\such\Movie.avi)", target)}),
+             Case("line 3", copy + name + "@",
+                  {MoveLines(source, target + "x"), MoveLines(source, other.Drive("movie.avi")),
+                   "Move \"" + target + "\" \"" + source + "\"\r\n"}),
+             Case("the script moves nothing", copy + "@", {name}),
+             // What would join wrongly.
+             Case("line 2: the parts' numbers do not ascend", "@" + name, {Copies("", {"2", "1"})}),
+             Case("line 4: the parts' numbers", "@" + name,
+                  {Copies("3", {"1", "2", "2"}), Copies("3", {"1", "3", "2"})}),
+             Case("line 3: the parts' numbers", "@" + name,
+                  {Copies("", {"8", "9", "1"}), Copies("2", {"9", "10"}),
+                   Copies("10000", {"", ""})}),
+             Case("line 1: the script copies another number of parts, 2", "@" + name,
+                  {Copies("4", {"1", "2"}), Copies("1e999", {"1", "2"}), Copies("x", {"1", "2"})}),
+             Case("line 2: another number", "@" + name,
+                  {Copies("1\nRem |  Parts Count ..: 2", {"1"})}),
+             Case("line 2: a part is left out", "@" + name, {Copies("", {"1", "3"})}),
+             Case("line 1: a part is left out", "@" + name, {Copies("", {"2"})}),
+         }) {
+        for (const std::string& fault : faults) {
+            const ScriptOutcome outcome = Run(Replace(script, "@", fault), target);
+            EXPECT_EQ(outcome.status, ScriptStatus::Refused) << script << fault;
+            EXPECT_TRUE(outcome.message.starts_with(reason)) << fault << outcome.message;
+            EXPECT_EQ(fileSystem.log, Names{}) << fault;
         }
-        const ScriptOutcome outcome = Run(script);
-        EXPECT_EQ(outcome.status, ScriptStatus::Refused) << script;
-        EXPECT_NE(outcome.message.find(reason), std::string::npos) << script << outcome.message;
-        EXPECT_EQ(fileSystem.log, Names{}) << script;
-    };
-    refuse({}, "no line names");
-    refuse({copy}, "no line names");
-    refuse({name}, "line 1");
-    refuse({"Del Movie.avi\n", copy, name}, "line 1");
-    refuse({"Del \"Movie.avi_Part*\"\n", copy, name}, "line 1");
-    refuse({copy, "Del Movie.avi\nCopy /b Zarn.TMP + Movie.avi_Part2 Zarn.TMP\n", name}, "line 3");
-    for (const std::string& line :
-         {R"(Del "C:\Windows\system.ini")"s, "Del \"" + folder.Drive("Movie.avi") + "\"", "Del *"s,
-          "Del Movie.avi*"s, "Del Movie.avi_Part1"s, "Del Zarn.TMP"s, "Del Movie.avi"s,
-          "Format C:"s, "Remove x"s, R"(if exist ..\x Del "Movie.avi_Part*")"s,
-          "if not exist Movie.avi Del Movie.avi_Part*"s, "if exist Movie.avi echo x"s,
-          R"(Move "Movie.avi" "C:\elsewhere")"s, name, copy, "Rem \0x"s,
-          "Rem " + std::string(8188, 'x')}) {
-        refuse({copy, name, line, "\n"}, "line 3");
-    }
-    for (const char* line :
-         {"Copy Movie.avi_Part2 Zarn.TMP", "Copy Zarn.TMP + Movie.avi_Part2 Zarn.TMP",
-          "Copy /b Zarn.TMP + Movie.avi_Part2 + Movie.avi_Part3 Zarn.TMP",
-          "Copy /b Zarn.TMP + Other_Part2 Zarn.TMP",
-          R"(Copy /b Zarn.TMP + "Movie.avi_Part2x" Zarn.TMP)", "Ren Zarn.TMP", "Ren Zarn.TMP a b",
-          "Ren Zarn.TMP a&b", R"(Ren Zarn.TMP "")", "Ren Movie.avi_Part1 Movie.avi"}) {
-        refuse({copy, line, "\n", name}, "line 2");
-    }
-    for (const std::string& operands :
-         {R"(sub\Movie.avi_Part1 Zarn.TMP)"s, folder.Drive("Movie.avi_Part1") + " Zarn.TMP",
-          R"(..\Movie.avi_Part1 Zarn.TMP)"s, "Movie.avi_Part1 Movie.avi"s,
-          "Movie.avi_Part1 Zarn.TMP > x"s}) {
-        refuse({"Copy ", operands, "\n", name}, "line 1");
-    }
-    for (const char* built : {"..", ".", " ", "sub\\M", "C:M", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
-                              "movie.avi_Part0.BAT", "tab\there"}) {
-        refuse({"Copy \"", built, "_Part1\" Zarn.TMP\nRen Zarn.TMP \"", built, "\"\n"}, "line 2");
-    }
-    // What would join wrongly: the parts, the number that is told, and the line at fault.
-    using Wrong = std::tuple<Names, std::string, std::string>;
-    for (const auto& [parts, count, line] :
-         {Wrong({"2", "1"}, "", "line 2: the parts' numbers do not ascend"),
-          Wrong({"1", "2", "2"}, "3", "line 4: the parts' numbers"),
-          Wrong({"1", "3", "2"}, "3", "line 4: the parts' numbers"),
-          Wrong({"8", "9", "1"}, "", "line 3: the parts' numbers"),  // as ten in a set of nine
-          Wrong({"9", "10"}, "2", "line 3: the parts' numbers"),
-          Wrong({"", ""}, "10000", "line 3: the parts' numbers"),
-          Wrong({"1", "2"}, "4", "line 1: the script copies another number of parts, 2"),
-          Wrong({"1", "2"}, "1e999", "line 1: the script copies"), Wrong({"1"}, "x", "line 1: "),
-          Wrong({"1"}, "1\nRem |  Parts Count ..: 2", "line 2: another number"),
-          Wrong({"1", "3"}, "", "line 2: a part is left out"),
-          Wrong({"2"}, "", "line 1: a part is left out")}) {
-        std::string script = count.empty() ? "" : "Rem |  Parts Count ..: " + count + "\n";
-        for (const std::string& part : parts) {
-            script += (&part == parts.data() ? "Copy Movie.avi_Part"
-                                             : "Copy /b Zarn.TMP + Movie.avi_Part") +
-                      part + " Zarn.TMP\n";
-        }
-        refuse({script, name}, line);
     }
     EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("Zarn.TMP"), "oldold");
     EXPECT_EQ(folder.Names().size(), 7U);
 }
 
-TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
+TEST_F(JoinScripts, FindsNamesInEveryEncoding) {
     folder.Write("E\u00C9_Part1", "accent");  // decoded, the last name is this one in lower case
     using Case = std::pair<std::string, std::string>;
     for (const auto& [name, written] :
-         {Case("Caf\u00E8"s, "Caf\xE8"s), Case("\u0141\u00F3d\u017A"s, "\u0141\u00F3d\u017A"s),
-          Case("e\xE9"s, "e\xE9"s), Case("\u00E9\xE9"s, "\u00E9\xE9"s)}) {
+         {Case("Caf\u00E8", "Caf\xE8"), Case("\u0141\u00F3d\u017A", "\u0141\u00F3d\u017A"),
+          Case("e\xE9", "e\xE9"), Case("\u00E9\xE9", "\u00E9\xE9")}) {
         folder.Write(name + "_Part1", name);
         const std::string script = "Copy \"P_Part1\" Zarn.TMP\nRen Zarn.TMP \"P\"\nDel \"P_Part*\"";
         EXPECT_EQ(Run(Replace(script, "\"P", "\"" + written)).message, "") << written;
@@ -145,37 +217,8 @@ TEST_F(JoinFixture, FindsNamesInEveryEncoding) {
     EXPECT_FALSE(folder.Has("E\u00C9") || folder.Has("e\u00E9"));
 }
 
-TEST_F(JoinFixture, LosesNothingWhenACommandFails) {
-    const std::string two = folder.System("Movie.avi_Part2");
-    // What stands in the place of part two, the step that fails, what is said, and whether the file
-    // is complete.
-    const auto part = [this] { SetUp(); };
-    using Case = std::tuple<std::function<void()>, const char*, const char*, bool>;
-    for (const auto& [place, refused, message, isComplete] :
-         {Case([] {}, "", "copy \"Movie.avi_Part2\": File not found", false),
-          Case([&] { fs::create_directory(two); }, "", "copy \"Movie.avi_Part2\"", false),
-          Case([&] { mkfifo(two.c_str(), 0600); }, "", "copy \"Movie.avi_Part2\": File not found",
-               false),
-          Case(part, "flush", "rename \"Zarn.TMP\"", false),
-          Case(part, "replace Movie.avi", "rename \"Zarn.TMP\"", false),
-          Case(part, "delete Movie.avi_Part1", "delete", true)}) {
-        SCOPED_TRACE(message);
-        fs::remove(two);
-        place();
-        folder.Write("Movie.avi", "old");
-        fileSystem.refused = refused;
-        const ScriptOutcome outcome = Run(wholeScript);
-        EXPECT_EQ(outcome.status, ScriptStatus::Failed);
-        EXPECT_NE(outcome.message.find(message), std::string::npos) << outcome.message;
-        EXPECT_EQ(outcome.message.ends_with("\\Movie.avi"), isComplete) << outcome.message;
-        EXPECT_FALSE(folder.Has("Zarn.TMP"));
-        EXPECT_EQ(folder.Read("Movie.avi"), isComplete ? "one two three" : "old");
-        EXPECT_TRUE(folder.Has("Movie.avi_Part1") && folder.Has("Movie.avi_Part3"));
-    }
-}
-
-TEST_F(JoinFixture, FlushesBeforeItReplacesOrDeletesAndOnlyThen) {
-    EXPECT_EQ(Run(copies + naming).message, "");
+TEST_F(JoinScripts, FlushesBeforeItDeletesOrReplacesAndOnlyThen) {
+    EXPECT_EQ(Run(keepingScript).message, "");
     EXPECT_EQ(fileSystem.log, Names{"move Zarn.TMP"});
     folder.Write("Zarn.TMP", "left over");
     EXPECT_EQ(Run(wholeScript).message, "");
@@ -190,68 +233,54 @@ TEST_F(JoinFixture, FlushesBeforeItReplacesOrDeletesAndOnlyThen) {
     EXPECT_TRUE(folder.Has("join.bat"));
 }
 
-// A name can come to mean another file, and a file has other names.
-TEST_F(JoinFixture, TouchesOnlyTheVeryFilesThatItMeans) {
-    const std::string notTheSame = "\": it is not the file that was joined\nThe joined file is";
-    const std::string movie = folder.System("Movie.avi");
-    const auto write = [this](const char* name) {
-        return [=, this] { folder.Write(name, "other"); };
+// A command can fail, a name can come to mean another file, and a file has other names.
+TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
+    struct Row {
+        const char *when, *happens, *said, *left;
     };
-    const auto replace = [this](const char* name) {
-        return [=, this] {
-            folder.Write("new", "other");
-            fs::rename(folder.System("new"), folder.System(name));
-        };
-    };
-    // What happens, at which step ("" is before the run), what is said, and what stays.
-    using Case = std::tuple<std::string, std::function<void()>, std::string, Names>;
-    for (const auto& [when, happens, said, left] :
-         {Case("", write("MOVIE.AVI"), "", {"MOVIE.AVI", "Movie.avi"}),
-          Case("", write("movie.avi_Part0.sfv"), "", {"Movie.avi", "movie.avi_Part0.sfv"}),
-          Case("flush volume", write("Movie.avi_Part2"), "Part2" + notTheSame,
-               {"Movie.avi", "Movie.avi_Part2"}),
-          Case("flush volume", replace("Movie.avi_Part2"), "Part2" + notTheSame,
-               {"Movie.avi", "Movie.avi_Part2"}),
-          Case("flush volume", replace("Movie.avi_Part0.bat"), "Part0.bat" + notTheSame,
-               {"Movie.avi", "Movie.avi_Part0.bat"}),
-          Case("move Zarn.TMP", write("Movie.avi"), "Zarn.TMP\": File already exists", {}),
-          Case("flush", replace("Zarn.TMP"), "Zarn.TMP\": Device I/O error", {}),
-          Case("", [&] { write("Movie.avi")(), chmod(movie.c_str(), 0400); },
-               "cannot replace \"Movie.avi\": the older file is read-only", {})}) {
-        for (const std::string& name : folder.Names()) {
-            fs::remove(folder.System(name));
-        }
-        SetUp();
-        SCOPED_TRACE(when + said);
-        bool once = false;
-        fileSystem.whenStep = [&, &when = when, &happens = happens](const std::string& step) {
-            if (step == when && !std::exchange(once, true)) {
-                happens();
-            }
-        };
-        fileSystem.whenStep("");
-        const ScriptOutcome outcome = Run(wholeScript);
-        EXPECT_TRUE(said.empty() == outcome.message.empty() && Contains(outcome.message, said))
-            << outcome.message;
-        if (left.empty()) {
-            EXPECT_TRUE(Contains(outcome.message, "exists") || !folder.Has("Movie.avi") ||
-                        folder.Read("Movie.avi") == "other");
-            EXPECT_TRUE(folder.Has("Movie.avi_Part1") && folder.Has("Movie.avi_Part3"));
-        } else {
-            EXPECT_EQ(folder.Names(), left);
-            EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
-        }
+    for (const auto& [when, happens, said, left] : std::vector<Row>{
+             {"", "remove Movie.avi_Part2", "cannot copy Part2: File not found",
+              "Part0.bat Part1 Part3 "},
+             {"", "lock Zarn.TMP", "another join is running in this folder", "set Zarn.TMP "},
+             {"", "protect Movie.avi", "cannot replace Movie.avi: the older file is read-only",
+              "Movie.avi set "},
+             {"", "write MOVIE.AVI", "", "MOVIE.AVI Movie.avi* "},
+             {"", "write movie.avi_Part0.sfv", "", "Movie.avi* movie.avi_Part0.sfv "},
+             {"", "refuse flush", "cannot rename Zarn.TMP: Path/File access error", "set "},
+             {"", "refuse delete Movie.avi_Part1", "cannot delete Part1: Path/File access error*",
+              "Movie.avi* set "},
+             {"flush", "exchange Zarn.TMP", "cannot rename Zarn.TMP: Device I/O error",
+              "set Zarn.TMP "},
+             {"move Zarn.TMP", "write Movie.avi", "cannot rename Zarn.TMP: File already exists",
+              "Movie.avi set "},
+             {"flush volume", "write Movie.avi_Part2",
+              "cannot delete Part2: it is not the file that was joined*", "Movie.avi* Part2 "},
+             {"flush volume", "exchange Movie.avi_Part2",
+              "cannot delete Part2: it is not the file that was joined*", "Movie.avi* Part2 "},
+             {"flush volume", "exchange Movie.avi_Part0.bat",
+              "cannot delete Part0.bat: it is not the file that was joined*",
+              "Movie.avi* Part0.bat "},
+         }) {
+        SCOPED_TRACE(when + ": "s + happens);
+        fileSystem.refused.clear();
+        Begin(fileSystem, when, happens);
+        const auto [status, message] = Run(wholeScript);
+        const std::string whole = "\nThe joined file is complete: " + folder.Drive("Movie.avi");
+        EXPECT_EQ(Replace(Replace(Replace(message, whole, "*"), "Movie.avi_", ""), "\"", ""), said);
+        EXPECT_EQ(status, message.empty()                 ? ScriptStatus::Done
+                          : message.starts_with("cannot") ? ScriptStatus::Failed
+                                                          : ScriptStatus::Refused);
+        EXPECT_EQ(Listing(folder), left);
+        lock->Close();
     }
-}
-
-TEST_F(JoinFixture, LeavesAnotherJoinInTheFolderAlone) {
-    const auto other = fileSystem.MakeLargeFile();
-    ASSERT_TRUE(other->CreateLocked(folder.Drive("Zarn.TMP")));
-    const ScriptOutcome outcome = Run(wholeScript);
-    EXPECT_EQ(outcome.status, ScriptStatus::Refused);
-    EXPECT_EQ(outcome.message, "another join is running in this folder");
-    EXPECT_EQ(fileSystem.log, Names{});
-    EXPECT_TRUE(folder.Has("Zarn.TMP") && folder.Has("Movie.avi_Part1"));
+    // What is no file cannot be copied, nor waited for.
+    for (const bool isPipe : {false, true}) {
+        Begin(fileSystem, "", "remove Movie.avi_Part2");
+        const std::string two = folder.System("Movie.avi_Part2");
+        EXPECT_EQ(isPipe ? mkfifo(two.c_str(), 0600) : mkdir(two.c_str(), 0700), 0);
+        EXPECT_EQ(Run(wholeScript).status, ScriptStatus::Failed);
+        EXPECT_EQ(Listing(folder), "set ");
+    }
 }
 
 class SignalsAfterAWhile : public LinuxSignals {
@@ -260,37 +289,129 @@ class SignalsAfterAWhile : public LinuxSignals {
     int looks = 0;
 };
 
-TEST_F(JoinFixture, ASignalStopsItAtAnyLook) {
+TEST_F(JoinScripts, ASignalStopsItAtAnyLook) {
     SignalsAfterAWhile stopping;
-    ScriptOutcome outcome;
-    for (int looks = 0; looks == 0 || outcome.status != ScriptStatus::Done; ++looks) {
-        SetUp();
-        folder.Write("Movie.avi", "old");
+    std::set<std::string> endings;
+    for (int looks = 0; !endings.contains("Movie.avi* "); ++looks) {
+        ASSERT_LT(looks, 20);
+        Begin(fileSystem, "", "write Movie.avi");
         folder.Write("Movie.avi_Part0.bat", wholeScript);
         stopping.looks = looks;
-        outcome =
+        const ScriptOutcome outcome =
             ScriptInterpreter(fileSystem, stopping).Run(folder.Drive("Movie.avi_Part0.bat"), "");
-        const bool isComplete = folder.Read("Movie.avi") == "one two three";
-        EXPECT_TRUE(isComplete || folder.Read("Movie.avi") == "old");
-        EXPECT_TRUE(folder.Has("Movie.avi_Part1") == (outcome.status != ScriptStatus::Done));
-        EXPECT_EQ(Contains(outcome.message, "\nThe joined file is complete: "),
-                  isComplete && outcome.status != ScriptStatus::Done);
-        EXPECT_FALSE(folder.Has("Zarn.TMP"));
-        ASSERT_LT(looks, 20);
+        const bool isComplete = Contains(outcome.message, "\nThe joined file is complete: ");
+        EXPECT_EQ(endings.insert(Listing(folder)).first->starts_with("Movie.avi* set"), isComplete);
     }
+    EXPECT_EQ(endings, (std::set<std::string>{"Movie.avi set ", "Movie.avi* set ", "Movie.avi* "}));
 }
 
-TEST_F(JoinFixture, FollowsLinksToPartsAndNoLinkInPlaceOfTheTemporaryFile) {
+TEST_F(JoinScripts, FollowsLinksToPartsAndNoLinkInPlaceOfTheTemporaryFile) {
     folder.Write("victim", "precious");
     fs::rename(folder.System("Movie.avi_Part2"), folder.System("two"));
     fs::create_symlink("two", folder.System("Movie.avi_Part2"));
     fs::create_symlink("victim", folder.System("Zarn.TMP"));
-    const std::string withoutDel = copies.substr(copies.find("Copy"));
-    EXPECT_EQ(Run(withoutDel + naming).message, "");
-    EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
-    EXPECT_EQ(folder.Read("victim"), "precious");
+    EXPECT_EQ(Run(keepingScript.substr(copies.find("Copy"))).message, "");
+    EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("victim"), "one two threeprecious");
+}
+
+// Folders between which the system moves nothing. One of them may be the other one, mounted a
+// second time from somewhere that gives its files other numbers.
+class TwoMounts : public WatchedFileSystem {
+  public:
+    using WatchedFileSystem::WatchedFileSystem;
+    std::optional<FileIdentity> Identity(std::string_view path) override {
+        auto file = WatchedFileSystem::Identity(path);
+        if (file && !FunctionPath(path).empty()) {
+            ++file->device;
+        }
+        return file;
+    }
+    void MoveFile(std::string_view from, std::string_view to) override {
+        Cross(from, to);
+        WatchedFileSystem::MoveFile(from, to);
+    }
+    void ReplaceFile(std::string_view from, std::string_view to) override {
+        Cross(from, to);
+        WatchedFileSystem::ReplaceFile(from, to);
+    }
+
+  private:
+    static void Cross(std::string_view from, std::string_view to) {
+        if (FunctionPath(from) != FunctionPath(to)) {
+            throw RuntimeError(ErrorNumber::PathFileAccessError);
+        }
+    }
+};
+
+TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
+    TwoMounts mounts(MakeLinuxPlatform(FoldersIn(home)).fileSystem);
+    // Where to, what happens at which step, what is said, and what is there and here then.
+    struct Row {
+        std::string target;
+        const char *when, *happens, *said, *there, *here;
+    };
+    const std::string target = other.Drive("Movie.avi");
+    const std::string alias = other.Drive("alias\\Movie.avi");
+    for (const auto& [to, when, happens, said, there, here] : std::vector<Row>{
+             {target, "", "write there/Movie.avi", "", "Movie.avi* alias ", ""},
+             {target, "", "write there/MOVIE.AVI", "", "MOVIE.AVI Movie.avi* alias ", ""},
+             {target, "move Movie.avi", "write there/Movie.avi", "File already exists",
+              "Movie.avi alias ", "Movie.avi* "},
+             {target, "", "protect there/Movie.avi", "the older file is read-only",
+              "Movie.avi alias ", "set "},
+             {other.Drive("no\\Movie.avi"), "", "", "Path not found", "alias ", "Movie.avi* "},
+             {alias, "", "", "", "alias ", "Movie.avi* "},
+             {alias, "", "write Movie.avi", "", "alias ", "Movie.avi* "},
+             {folder.Drive("MOVIE.avi"), "", "", "", "alias ", "MOVIE.avi* "},
+             {folder.Drive("Movie.avi"), "", "", "", "alias ", "Movie.avi* "},
+         }) {
+        for (WatchedFileSystem* files : {&fileSystem, static_cast<WatchedFileSystem*>(&mounts)}) {
+            SCOPED_TRACE(to + when + happens + (files == &mounts ? " mounts" : ""));
+            Begin(*files, when, happens);
+            fs::create_directory_symlink(folder.System(), other.System("alias"));
+            const std::string script = folder.Drive("Movie.avi_Part0.bat");
+            folder.Write("Movie.avi_Part0.bat",
+                         wholeScript + MoveLines(folder.Drive("Movie.avi"), to));
+            const std::string message =
+                ScriptInterpreter(*files, endingSignals).Run(script, to).message;
+            EXPECT_TRUE(Contains(message, said) && message.empty() == (*said == 0)) << message;
+            EXPECT_EQ(Listing(other), there);
+            EXPECT_EQ(Listing(folder), here);
+            EXPECT_EQ(Contains(message, folder.Drive("Movie.avi")), *said != 0 && *here == 'M');
+        }
+    }
+}
+
+TEST_F(JoinScripts, TheProgramTakesPathsOfBothFormsAndSaysWhatIsWrong) {
+    const fs::path system = folder.System();
+    const std::string target = other.Drive("Movie.avi");
+    folder.Write("Movie.avi_Part0.bat",
+                 keepingScript + MoveLines(folder.Drive("Movie.avi"), target));
+    const std::string usage = "usage: ZarnScript FILE [DESTINATION]\n";
+    folder.Write("bad.bat", "@Echo off\r\nFormat C:\r\n");
+    folder.Write("fails.bat",
+                 "Rem |  Parts Count ..: 3\r\n" + Replace(keepingScript, "Part3", "Part4"));
+    folder.Write("long.bat", std::string(std::size_t{17} * 1024 * 1024, '\n'));
+    using Case = std::tuple<Names, int, std::string>;
+    for (const auto& [arguments, status, error] :
+         {Case({system / "Movie.avi_Part0.bat", other.System("Movie.avi")}, 0, ""),
+          Case({"../" / system.filename() / "Movie.avi_Part0.bat", target}, 0, ""),
+          Case({folder.Drive("Movie.avi_Part0.bat"), target}, 0, ""),
+          Case({"Movie.avi_Part0.bat", other.System("Movie.avi")}, 0, ""), Case({}, 2, usage),
+          Case({"a", "b", "c"}, 2, usage),
+          Case({"bad.bat"}, 2, "ZarnScript: bad.bat: line 2: no line of a join script\n"),
+          Case({"missing.bat"}, 2, "ZarnScript: missing.bat: File not found\n"),
+          Case({"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"),
+          Case({"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"),
+          Case({"fails.bat"}, 1,
+               "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n")}) {
+        const ProgramResult result = RunProgram("ZarnScript", arguments, {}, system);
+        EXPECT_EQ(result.status, status) << error;
+        EXPECT_EQ(result.output + result.error, error);
+        EXPECT_EQ(fs::remove(other.System("Movie.avi")), status == 0) << error;
+    }
+    EXPECT_EQ(RunProgram("ZarnScript", {"--help"}).output, usage);
 }
 
 }  // namespace
-
 }  // namespace zarn::testing
