@@ -19,8 +19,7 @@ TEST(CommandLineText, HasTheSwitchesThatTheFieldsAskFor) {
     for (const auto& [size, parts, flags, pieces] :
          {Case("5", "5", "GB", ""), Case("1.44 MB", "", "size", "/PS=1.44MB "),
           Case("4.70 GB - DVD", "", "size GB", "/PS=4.7GB "), Case(" 1,5", "", "size", "/PS=1MB "),
-          Case("", " 12 ", "parts", "/PN=12 "),
-          Case("", "007", AllFlags, "/PS=0GB /PN=007 /C /CL=9 /SFV /DS /DP "),
+          Case("", " 007 ", AllFlags, "/PS=0GB /PN=007 /C /CL=9 /SFV /DS /DP "),
           Case("", "", "sfv", "/SFV "), Case("", "", "source", "/DS "),
           Case("", "", "clause", "/DP ")}) {
         EXPECT_EQ(CommandLineCommand(Settings(size, parts, flags)),
@@ -28,8 +27,8 @@ TEST(CommandLineText, HasTheSwitchesThatTheFieldsAskFor) {
     }
 }
 
-TEST(CommandLineText, FramesTheCommand) {
-    CommandLineSettings settings = Settings("1", "", "size");
+TEST(CommandLineText, FramesAndPaintsTheCommand) {
+    CommandLineSettings settings = Settings("1.44", "7", AllFlags);
     const std::string rule =
         "Rem ===================================================================\n";
     const std::string frame =
@@ -37,7 +36,8 @@ TEST(CommandLineText, FramesTheCommand) {
         "Rem |  Zarn File Splitter v3.85 Pro  https://zarnfilesplitter.test\n" + rule + "Rem\n" +
         CommandLineCommand(settings) + "\n";
     const std::string end = "Rem *===== End of Program =====*";
-    EXPECT_EQ(CommandLineView(settings), Replace(frame + "\nRem\n" + end, "\n", "\r"));
+    const std::string view = CommandLineView(settings);
+    EXPECT_EQ(view, Replace(frame + "\nRem\n" + end, "\n", "\r"));
     EXPECT_EQ(CommandLineBatchFile(settings), Replace(frame + end + "\n", "\n", "\r\n"));
     settings.source = "\xC3\xA9t\xC3\xA9";
     EXPECT_TRUE(Contains(CommandLineBatchFile(settings), "/F=\xE9t\xE9 "));
@@ -45,23 +45,22 @@ TEST(CommandLineText, FramesTheCommand) {
          {std::pair("run", "run.bat"), {"x.BAT.old", "x.BAT.old"}, {"y.txt", "y.txt.bat"}}) {
         EXPECT_EQ(CommandLineBatchName(name), written);
     }
-}
 
-TEST(CommandLineText, PaintsKeywordsOneOverTheOther) {
-    const std::string view = CommandLineView(Settings("1.44", "7", AllFlags)) + " /CRC rem";
-    std::string colours(view.size(), '-');
-    for (const PaintedText& piece : PaintedKeywords(view)) {
+    // Keywords are painted one over the other.
+    const std::string text = view + " /CRC rem";
+    std::string colours(text.size(), '-');
+    for (const PaintedText& piece : PaintedKeywords(text)) {
         colours.replace(piece.position, piece.length, piece.length,
                         piece.colour == SwitchBlue ? 'B' : 'G');
     }
-    for (const auto& [text, painted] :
+    for (const auto& [piece, painted] :
          {std::pair("@Echo on\r", "GGGGGGGG-"), std::pair("\rRem ===", "-GGGGGGG"),
           std::pair(".test\r", "GGGGG-"),
           std::pair("ZarnFileSplitter /F=C", "BBBBBBBBBBBBBBBB-BBB-"), std::pair("\\Remo", "-GGG-"),
-          std::pair(" /D=C", "-BBB-"), std::pair(" /PS=", "-BBBB"), std::pair(" /PN=7", "-BBBB-"),
-          std::pair(" /C /CL=9 /SFV /DS /DP ", "-BB-BBBB--BBBB-BBB-BBB-"),
+          std::pair(" /D=C:\\out\\ /PS=", "-BBB--------BBBB"),
+          std::pair(" /PN=7 /C /CL=9 /SFV /DS /DP ", "-BBBB--BB-BBBB--BBBB-BBB-BBB-"),
           std::pair(" /CRC rem", "-BBBB----"), std::pair("Rem\rRem *=", "GGG-GGGGGG")}) {
-        EXPECT_EQ(colours.substr(view.find(text), std::string_view(text).size()), painted) << text;
+        EXPECT_EQ(colours.substr(text.find(piece), std::string_view(piece).size()), painted);
     }
 }
 

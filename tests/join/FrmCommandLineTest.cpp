@@ -22,27 +22,27 @@ class FrmCommandLineTest : public PageFixture<FrmCommandLine> {
     }
     void BringUp(FrmCommandLine& /*viewer*/) override {}
 
-    QTextEdit& View() { return Find<QTextEdit>("RTB"); }
-    Names Save(const std::optional<std::string>& name) {
-        Dialogs().answers = {name};
-        Click("CmdBatchFile");
-        return Said();
-    }
-
     CommandLineSettings settings;
     int helps = 0;
 };
 
 TEST_F(FrmCommandLineTest, ShowsTheViewInColourCopiesItAndOpensHelp) {
-    EXPECT_EQ(FromQt(View().toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));
-    EXPECT_EQ(View().textCursor().position(), 0);
-    QTextCursor cursor(View().document());
+    InEveryFont([this] {
+        Open();
+        EXPECT_EQ(Find<QTextEdit>("RTB").document()->findBlockByNumber(1).layout()->lineCount(), 1);
+        ExpectTextsToFit(Page(), Page().size());
+    });
+    ExpectNamesAndKeys(Page());
+    auto& view = Find<QTextEdit>("RTB");
+    EXPECT_EQ(view.font().families().front(), "Verdana");
+    EXPECT_EQ(FromQt(view.toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));
+    EXPECT_EQ(view.textCursor().position(), 0);
     const QBrush plain;
     using Case = std::pair<const char*, QBrush>;
     for (const auto& [before, colour] :
          {Case("/F", QBrush(Qt::blue)), Case("/F=", plain), Case("\\Re", QColor(0, 128, 0)),
           Case("\\Rem", plain), Case("/PS", QColor(0, 0, 255))}) {
-        cursor = View().document()->find(before, 0, QTextDocument::FindCaseSensitively);
+        QTextCursor cursor = view.document()->find(before, 0, QTextDocument::FindCaseSensitively);
         cursor.setPosition(cursor.selectionEnd() + 1);
         EXPECT_EQ(cursor.charFormat().foreground(), colour) << before;
     }
@@ -55,31 +55,25 @@ TEST_F(FrmCommandLineTest, ShowsTheViewInColourCopiesItAndOpensHelp) {
     EXPECT_FALSE(Page().isVisible());
 }
 
-TEST_F(FrmCommandLineTest, FitsAndHasItsKeys) {
-    InEveryFont([this] {
-        Open();
-        EXPECT_EQ(View().font().families().front(), "Verdana");
-        EXPECT_EQ(View().document()->findBlockByNumber(1).layout()->lineCount(), 1);
-        ExpectTextsToFit(Page(), Page().size());
-    });
-    ExpectNamesAndKeys(Page());
-}
-
 TEST_F(FrmCommandLineTest, SavesABatchFile) {
     Folder().MakeFolder("other.bat");
     Folder().Write("run.bat", std::string(5000, 'x'));
     const std::string start = Folder().Drive("start\\");
     Settings().SavedBatchFile(start);
+    const std::string saved =
+        "File : " + Folder().Drive("run.bat") + "\r\rwas saved successfully!           ";
     // No folder; a folder; nothing picked.
-    for (const std::optional<std::string>& name :
-         {std::optional(Folder().Drive("missing\\a.bat")), {Folder().Drive("other")}, {}, {""}}) {
-        EXPECT_EQ(Save(name), Names());
+    using Case = std::pair<std::optional<std::string>, Names>;
+    for (const auto& [name, said] :
+         {Case(Folder().Drive("missing\\a.bat"), {}), Case(Folder().Drive("other"), {}),
+          Case(std::nullopt, {}), Case("", {}), Case(Folder().Drive("run"), {saved})}) {
+        EXPECT_EQ(Settings().SavedBatchFile(), start);
+        Dialogs().answers = {name};
+        Click("CmdBatchFile");
+        EXPECT_EQ(Said(), said);
     }
-    EXPECT_EQ(Settings().SavedBatchFile(), start);
     EXPECT_EQ(Dialogs().asked.front(),
               "Save Command line as Batch File ...|Batch files (*.bat)|*.bat|" + start);
-    EXPECT_EQ(Save(Folder().Drive("run")), Names{"File : " + Folder().Drive("run.bat") +
-                                                 "\r\rwas saved successfully!           "});
     EXPECT_EQ(Folder().Read("run.bat"), CommandLineBatchFile(settings));
     EXPECT_EQ(Settings().SavedBatchFile(), Folder().Drive() + "\\");
 }

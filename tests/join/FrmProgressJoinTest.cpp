@@ -1,4 +1,3 @@
-
 #include "join/FrmProgressJoin.h"
 #include "join/JoinFixture.h"
 #include "platform/linux/LinuxProcesses.h"
@@ -7,44 +6,25 @@
 namespace zarn::testing {
 namespace {
 
-// Starts real scripts, which then seem to run until a test lets them end. Notes pauses.
+// Real scripts, which seem to run until a test lets them end. Notes pauses.
 class HeldProcesses : public LinuxProcesses {
   public:
     using LinuxProcesses::LinuxProcesses;
-    ProcessId StartHidden(std::string_view script,
-                          std::span<const std::string> arguments) override {
-        const ProcessId process = LinuxProcesses::StartHidden(script, arguments);
-        while (LinuxProcesses::ExitCode(process) == StillActive) {
-            LinuxProcesses::Sleep(std::chrono::milliseconds(1));
-        }
-        held = true;
-        ++starts;
-        return process;
-    }
     std::int32_t ExitCode(ProcessId process) override {
         return held ? StillActive : LinuxProcesses::ExitCode(process);
     }
     void SetPriorityClass(PriorityClass /*priority*/) override {}
     void Sleep(std::chrono::milliseconds time) override { pauses.push_back(time.count()); }
 
-    bool held = false;
-    int starts = 0;
+    bool held = true;
     std::vector<std::int64_t> pauses;
 };
 
 class FrmProgressJoinTest : public JobDialogFixture<FrmProgressJoin> {
   protected:
-    FrmProgressJoinTest() {
-        auto held = std::make_unique<HeldProcesses>(
-            std::make_shared<PathResolver>(test.home.System()), FoldersIn(test.home));
-        processes = held.get();
-        test.platform.processes = std::move(held);
-        queue.whenWaiting = [this] { ActOrEnd(); };
-    }
-
     // A new window for a join of a set to a folder that holds an older file.
     void MakeForm(const TestFolder& destination) {
-        WriteSet(folder, copies + naming);
+        WriteSet(folder, keepingScript);
         destination.Write("Movie.avi", "old");
         EXPECT_EQ(Take(std::make_unique<FrmProgressJoin>(Shared(), &owner)), "300 1000 1000 ");
         form->job = {folder.Drive("Movie.avi_Part0.bat"), destination.Drive("Movie.avi")};
@@ -61,27 +41,28 @@ class FrmProgressJoinTest : public JobDialogFixture<FrmProgressJoin> {
         return TextOf("lblLabel") + TextOf("txtCurrentFile") +
                (Bar().isHidden() ? "-|" : FromQt(bar)) + ButtonText() + "|" + Pointer();
     }
-    // What a test does while the script runs, one act a wait; after the last one the script ends.
-    void ActOrEnd() {
-        if (acts.empty()) {
-            processes->held = false;
-        } else {
-            const auto act = acts.front();
-            acts.pop_front();
-            act();
-        }
-    }
-    std::optional<ErrorNumber> Join() {
-        const std::optional<ErrorNumber> error = Run();
+    // Joins, with one act at each wait for the script, which then ends.
+    void Join(std::deque<std::function<void()>> acts = {}) {
+        processes.held = true;
+        queue.whenWaiting = [&] {
+            processes.held = !acts.empty();
+            if (!acts.empty()) {
+                const auto act = acts.front();
+                acts.pop_front();
+                act();
+            }
+        };
+        EXPECT_EQ(Run(), std::nullopt);
         EXPECT_TRUE(acts.empty() && test.boxes->shown.empty());
         EXPECT_FALSE(folder.Has("Movie.avi_Part0_TMP.bat"));
         form->done(QDialog::Rejected);
         EXPECT_TRUE(owner.isEnabled());  // no job holds it any more
-        return error;
     }
 
-    HeldProcesses* processes = nullptr;
-    std::deque<std::function<void()>> acts;
+    HeldProcesses& processes = TestPlatform::Put(
+        test.platform.processes,
+        std::make_unique<HeldProcesses>(std::make_shared<PathResolver>(test.home.System()),
+                                        FoldersIn(test.home)));
 };
 
 std::string Joining(int step) {
@@ -101,14 +82,15 @@ TEST_F(FrmProgressJoinTest, ShowsAJoinFromStartToCountdown) {
         expected.push_back("File joined successfully ...#0|Done !!!#0|-|&Done (" + left + ")|");
     }
     whenCounting = [this] { Tick("Timer2"); };
+    Shared().Parameters().PriorityProcessor(2);
     InEveryFont([&] {
         MakeForm(folder);
         EXPECT_EQ(FromQt(form->windowTitle()), " Please wait ...");
-        Button().click();
+        ClickButton();
         EXPECT_FALSE(form->Cancelling);  // nothing runs yet
-        acts.assign(11, [this] { Tick("Timer1"); });
-        EXPECT_EQ(Join(), std::nullopt);
+        Join({11, [this] { Tick("Timer1"); }});
         EXPECT_EQ(states, expected);
+        EXPECT_EQ(std::exchange(processes.pauses, {}), std::vector<std::int64_t>(12, 2));
         EXPECT_EQ(std::exchange(queue.waited, {}).count() % 20, 0);
         EXPECT_EQ(FromQt(Button().Caption()), "&Done (0)");
         EXPECT_EQ(folder.Read("Movie.avi"), "one two three");
@@ -118,15 +100,15 @@ TEST_F(FrmProgressJoinTest, ShowsAJoinFromStartToCountdown) {
 TEST_F(FrmProgressJoinTest, JoinsOnceWithoutAChecksumStageUntilTheButtonCloses) {
     MakeForm(out);
     form->JoinCRC = "";
-    queue.whenRun = [this] { EXPECT_TRUE(Bar().Max() == 10 || Bar().isHidden()); };
     whenCounting = [this] {
+        out.Write("Movie.avi", "joined once");
         ComeBack();
         QTest::qWait(1);
-        EXPECT_EQ(processes->starts, 1);
         ClickButton();
     };
-    EXPECT_EQ(Join(), std::nullopt);
-    EXPECT_EQ(out.Read("Movie.avi"), "one two three");
+    Join();
+    EXPECT_FALSE(std::ranges::any_of(states, [](auto& state) { return Contains(state, "/100"); }));
+    EXPECT_EQ(out.Read("Movie.avi"), "joined once");
 }
 
 TEST_F(FrmProgressJoinTest, ACancelWaitsForTheScriptAndRemovesWhatItMade) {
@@ -139,21 +121,20 @@ TEST_F(FrmProgressJoinTest, ACancelWaitsForTheScriptAndRemovesWhatItMade) {
                             cancelled("Canceled#128", 4, "Canceling")};
     for (const bool closed : {false, true}) {
         MakeForm(out);
-        acts = {[this] { Tick("Timer1"); },
-                [this] {
-                    ClickButton();
-                    EXPECT_TRUE(Timer("Timer4").isActive() && !Timer("Timer1").isActive());
-                    ClickButton();  // is off
-                },
-                [&] {
-                    Tick("Timer4");
-                    EXPECT_TRUE(form->isVisible() && form->Cancelling && !form->Finished);
-                    if (closed) {
-                        form->close();
-                        EXPECT_FALSE(IsTiming() || owner.isEnabled());
-                    }
-                }};
-        EXPECT_EQ(Join(), std::nullopt);
+        Join({[this] { Tick("Timer1"); },
+              [this] {
+                  ClickButton();
+                  EXPECT_TRUE(Timer("Timer4").isActive() && !Timer("Timer1").isActive());
+                  ClickButton();  // is off
+              },
+              [&] {
+                  Tick("Timer4");
+                  EXPECT_TRUE(form->isVisible() && form->Cancelling && !form->Finished);
+                  if (closed) {
+                      form->close();
+                      EXPECT_FALSE(IsTiming() || owner.isEnabled());
+                  }
+              }});
         states.resize(expected.size());  // the pointer changes behind a window that was closed
         EXPECT_EQ(states, expected);
         EXPECT_EQ(folder.Names(), setNames);
@@ -169,24 +150,10 @@ TEST_F(FrmProgressJoinTest, ACancelCountsUpToTheChecksumStage) {
         MakeForm(folder);
         When(state, [this] { ClickButton(); });
         whenCounting = [this] { Tick("Timer2"); };
-        EXPECT_EQ(Join(), std::nullopt);
+        Join();
         EXPECT_EQ(TextOf("txtCurrentFile"), lastStatus);
         EXPECT_EQ(folder.Has("Movie.avi"), !isCancelled) << state;
     }
-}
-
-TEST_F(FrmProgressJoinTest, EachStepPausesForThePriority) {
-    MakeForm(folder);
-    bool inside = false;
-    queue.whenRun = [&] {
-        if (!std::exchange(inside, true)) {
-            Tick("Timer1");  // comes in between
-        }
-    };
-    Shared().Parameters().PriorityProcessor(2);
-    Tick("Timer1");
-    EXPECT_EQ(processes->pauses, (std::vector<std::int64_t>{2, 2}));
-    EXPECT_EQ(form->BarStep, 2);
 }
 
 }  // namespace

@@ -1,77 +1,108 @@
 #include <QHeaderView>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QTreeView>
 
 #include "controls/GuardedApplication.h"
+#include "join/FrmProgressJoin.h"
+#include "join/JoinFixture.h"
+#include "join/JoinPage.h"
 #include "settings/FrmLogError.h"
 #include "support/Soon.h"
-#include "support/WatchedFileSystem.h"
 #include "support/forms/FormChecks.h"
-#include "support/forms/JoinPageFixture.h"
+#include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
 namespace {
 
+using enum BoxAnswer;
+
 constexpr std::string_view Share = R"(\\server\share\)";
-constexpr ColourValue ReportGreen = 32768;
-constexpr ColourValue ReportRed = 192;
+const std::string rule = "Rem " + std::string(73, '=') + "\r\n";
+const std::string script = "@Echo off\r\n" + rule +
+                           "Rem |  Parts Count ..: 3\r\nRem |  Original File : \"Movie.avi\"\r\n" +
+                           rule + keepingScript;
+const Names question = {"Destination folder doesn't exist, create this new folder ?   "};
 
-struct Disk {
-    std::string shared;  ///< a folder that is there as a share, too
-    std::function<void()> whenOpened = [] {};
-};
-
+// Finds the files of a share in a folder, and acts when one is opened.
 class SharedFile : public ForwardingLargeFile {
   public:
-    SharedFile(std::unique_ptr<LargeFileAccess> real, const Disk& disk)
-        : ForwardingLargeFile(std::move(real)), disk_(disk) {}
+    SharedFile(std::unique_ptr<LargeFileAccess> real, std::string folder,
+               const std::function<void()>& whenOpened)
+        : ForwardingLargeFile(std::move(real)),
+          folder_(std::move(folder)),
+          whenOpened_(whenOpened) {}
     void Open(std::string_view path) override {
-        ForwardingLargeFile::Open(Replace(path, Share, disk_.shared));
-        disk_.whenOpened();
+        ForwardingLargeFile::Open(Replace(path, Share, folder_));
+        whenOpened_();
     }
 
   private:
-    const Disk& disk_;
+    std::string folder_;
+    const std::function<void()>& whenOpened_;
 };
 
-class JoinPageTest : public JoinPageFixture {
+// The join page in its empty state. Paths are written and read with HERE for the test's folder.
+class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
   protected:
     JoinPageTest() {
-        auto watched = std::make_unique<WatchedFileSystem>(std::move(PlatformParts().fileSystem));
-        watched->wrap = [this](auto real) {
-            return std::make_unique<SharedFile>(std::move(real), disk);
+        test.Watch().wrap = [this](auto real) {
+            return std::make_unique<SharedFile>(std::move(real), Here(), whenOpened);
         };
-        PlatformParts().fileSystem = std::move(watched);
+    }
+    void ShowDrive(std::string_view path) override { calls += "show " + Short(path) + " "; }
+    void BlackenFreeSpace() override { calls += "black "; }
+    std::unique_ptr<JoinPage> Make() override {
+        return std::make_unique<JoinPage>(Shared(), Dialogs(), *this, nullptr);
+    }
+    void BringUp(JoinPage& page) override { page.JoinPageReset(); }
+
+    // The set of the fixture, and the path of its script.
+    std::string MakeSet() {
+        WriteSet(Folder(), script);
+        return Folder().Drive("Movie.avi_Part0.bat");
+    }
+    // A new page with the set, and with a stored folder.
+    void OpenSet(std::string_view stored = {}) {
+        Settings().DestinationFolderMerge(Long(stored));
+        Open();
+        Write("txtFileToJoin", MakeSet());
+    }
+    void Browse(const std::string& path) {
+        Dialogs().answers = {path};
+        Click("CmdSourceFileJoin");
+    }
+    void Drop(const Names& paths) { DropOn("txtFileToJoin", paths); }
+    void WriteDestination(std::string_view folder) {
+        Write("txtDestinationFolderJoin", Long(folder));
     }
 
     QTreeView& List() { return Find<QTreeView>("ListView1"); }
     QAbstractItemModel& Rows() { return *List().model(); }
-    // Name, size and status of a part; those that are red have a star.
-    std::string Row(int row) {
-        std::string text;
-        for (int column = 0; column < 3; ++column) {
-            const QModelIndex cell = Rows().index(row, column);
-            EXPECT_EQ(cell.data(Qt::ToolTipRole), cell.data());
-            const bool isRed = cell.data(Qt::ForegroundRole) == QVariant(QColor(255, 0, 0));
-            text += FromQt(cell.data().toString()) + (isRed ? "*|" : "|");
-        }
-        return text;
-    }
+    // The report and its colour, and name, size and status of the parts; what is red has a star.
     std::string Report() {
         std::string text;
         for (const char* name : {"txtJoinParts", "txtJoinSize", "txtJoinIntegrity", "txtJoinCRC"}) {
             text += LabelText(name) + "|";
         }
+        text += text == "||||" ? "" : std::to_string(Colour("txtJoinIntegrity"));
+        for (int row = 0; row < Rows().rowCount(); ++row) {
+            text += "\n";
+            for (int column = 0; column < 3; ++column) {
+                const QModelIndex cell = Rows().index(row, column);
+                EXPECT_EQ(cell.data(Qt::ToolTipRole), cell.data());
+                const bool isRed = cell.data(Qt::ForegroundRole) == QVariant(QColor(255, 0, 0));
+                text += FromQt(cell.data().toString()) + (isRed ? "*|" : "|");
+            }
+        }
         return text;
     }
     void ExpectEmptyPage() {
-        EXPECT_EQ(Text("txtFileToJoin"), "");
-        EXPECT_EQ(Rows().rowCount(), 0);
+        EXPECT_EQ(Text("txtFileToJoin") + Report(), "||||");
         for (const char* name : {"ChkJoinDestination", "txtDestinationFolderJoin",
                                  "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"}) {
             EXPECT_FALSE(IsEnabled(name)) << name;
         }
-        EXPECT_EQ(Report(), "||||");
     }
     // Double-clicks a row, or presses a key on it, and returns what the window that opens says.
     std::string LogOf(int row, std::optional<Qt::Key> key = {}) {
@@ -86,52 +117,78 @@ class JoinPageTest : public JoinPageFixture {
         });
         const QPoint place = List().visualRect(Rows().index(row, 0)).center();
         QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, place);
-        if (key) {
-            QTest::keyClick(&List(), *key);
-        } else {
-            QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
-        }
+        key ? QTest::keyClick(&List(), *key)
+            : QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
         QCoreApplication::processEvents();
         EXPECT_TRUE(List().isEnabled());
         return log;
     }
 
-    Disk disk{Here()};
+    // The destination, its box, the two buttons, and the stored folder.
+    std::string State() {
+        const bool isTicked = IsChecked("ChkJoinDestination");
+        EXPECT_EQ(Settings().DestinationFolderUseMerge(), isTicked ? 1 : 0);
+        return Short(Text("txtDestinationFolderJoin")) +
+               (Colour("txtDestinationFolderJoin") == Red ? " red" : "") +
+               (isTicked ? " ticked" : "") + (IsEnabled("CmdJoin") ? " join" : "") +
+               (IsEnabled("CmdDestinationFolderJoin") ? " pick" : "") + ", " +
+               Short(Settings().DestinationFolderMerge());
+    }
+    // Joins, and closes the window when it is done. Returns what the window was given.
+    std::string Join(bool closesEarly = false) {
+        std::string given;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&] {
+            auto* form = qobject_cast<FrmProgressJoin*>(QApplication::activeModalWidget());
+            // A window that is closed before the script has started joins nothing.
+            if (form != nullptr &&
+                (form->Finished || (closesEarly && Folder().Has("Movie.avi_Part0_TMP.bat")))) {
+                EXPECT_EQ(form->parentWidget(), &Page());
+                EXPECT_EQ(Short(form->job.joinFile), R"(HERE\Movie.avi_Part0.bat)");
+                given = Short(form->job.joinedFile) + "|" + form->JoinCRC;
+                form->close();
+            }
+        });
+        look.start(1);
+        Click("CmdJoin");
+        return given;
+    }
+
+    std::string calls;
+    std::function<void()> whenOpened = [] {};
 };
 
 TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
     const Names format = {"Invalid or corrupted Join file ..."};
     const Names analysis = {"Invalid or corrupted Join File ..."};
-    const Names invalid = {"Invalid Join File ..."};
     const Names nothing = {"Invalid file selection, please select again     "};
     const Names kind = {"Only Zarn Join files are allowed.                "};
-    const std::string good = Script("3");
-    const std::string sfv = ";-----\r\n; SFV File Generated by Zarn File Splitter v3\r\n;\r\n;\r\n";
     Folder().MakeFolder("folder.bat");
-    using Case =
-        std::tuple<std::string, std::string, Names, Names, Names>;  // ..., browsed, typed, dropped
-    for (const auto& [name, content, browsed, typed, dropped] :
-         {Case("two.bat", good.substr(0, good.find("Rem |")), analysis, analysis, analysis),
-          Case("lower.BAT", "@echo" + good.substr(5), format, format, format),
-          Case("sums.sfv", sfv, invalid, invalid, kind),
-          Case("sums.bat.sfv", sfv, analysis, analysis, analysis),
-          Case("film.txt", good, format, format, kind),
-          Case("missing.bat", "", nothing, format, format),
-          Case("folder.bat", "", nothing, {}, {})}) {
+    Folder().Write("two.bat", script.substr(0, script.find("Rem |")));
+    Folder().Write("film.txt", script);
+    // What is said of a file that is browsed for, typed and dropped.
+    using Case = std::tuple<std::string, Names, Names, Names>;
+    for (const auto& [name, browsed, typed, dropped] :
+         {Case("two.bat", analysis, analysis, analysis), Case("film.txt", format, format, kind),
+          Case("missing.bat", nothing, format, format), Case("folder.bat", nothing, {}, {})}) {
         const std::string path = Folder().Drive(name);
-        if (!content.empty()) {
-            Folder().Write(name, content);
-        }
-        using Way = std::tuple<const char*, std::function<void()>, Names, std::string>;
-        for (const auto& [way, step, messages, stored] :
-             {Way{"browsed", [&] { Browse(path); }, browsed, browsed == nothing ? "X" : R"(C:\)"},
-              Way{"typed", [&] { Write("txtFileToJoin", path); }, typed, "X"},
-              Way{"dropped", [&, file = Folder().System(name)] { Drop({file}); }, dropped,
-                  dropped.empty() || dropped == kind ? "X" : path}}) {
+        for (const std::string way : {"browsed", "typed", "dropped"}) {
             SCOPED_TRACE(name + " " + way);
             Settings().LastOpenFolderMergeFile("X");
             Open();
-            step();
+            Names messages = typed;
+            std::string stored = "X";
+            if (way == "browsed") {
+                Browse(path);
+                messages = browsed;
+                stored = browsed == nothing ? "X" : R"(C:\)";
+            } else if (way == "dropped") {
+                Drop({Folder().System(name)});
+                messages = dropped;
+                stored = dropped.empty() || dropped == kind ? "X" : path;
+            } else {
+                Write("txtFileToJoin", path);
+            }
             EXPECT_EQ(Said(), messages);
             EXPECT_EQ(Settings().LastOpenFolderMergeFile(), stored);
             ExpectEmptyPage();
@@ -139,18 +196,16 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
     }
 }
 
-TEST_F(JoinPageTest, RefusesShareOnlyAfterTheFormat) {
+TEST_F(JoinPageTest, RefusesAShareOnlyAfterTheFormat) {
     MakeSet();
-    const std::string path = std::string(Share) + "Movie.avi_Part0.bat";
     Boxes().whenShown = [this](const BoxMessage& box) {
         EXPECT_EQ(box.icon, BoxIcon::Exclamation);
         EXPECT_EQ(Colour("txtFileToJoin"), Red);
         EXPECT_FALSE(IsEnabled("CmdJoin"));
     };
-    Write("txtFileToJoin", path);
+    Write("txtFileToJoin", std::string(Share) + "Movie.avi_Part0.bat");
     EXPECT_EQ(Said(), Names{"Please select local units ..."});
-    disk.shared = R"(C:\nowhere\)";
-    Write("txtFileToJoin", path);
+    Write("txtFileToJoin", std::string(Share) + "none.bat");
     EXPECT_EQ(Said(), Names{"Invalid or corrupted Join file ..."});
     ExpectEmptyPage();
     EXPECT_EQ(Colour("txtFileToJoin"), Black);
@@ -163,7 +218,6 @@ TEST_F(JoinPageTest, RefusesShareOnlyAfterTheFormat) {
 TEST_F(JoinPageTest, ReportsOnTheSet) {
     Settings().LastOpenFolderMergeFile(R"(C:\sets\last.bat)");
     const std::string path = MakeSet();
-    Folder().Write("Movie.avi_Part2", "");
     Browse("  " + path);
     EXPECT_EQ(Text("txtFileToJoin"), "");  // no such file, blanks and all
     EXPECT_EQ(Said().size(), 1U);
@@ -171,34 +225,28 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     EXPECT_EQ(Dialogs().asked.back(),
               R"(Select File to Join|Zarn Join Files (*.bat)|*.bat|C:\sets\last.bat)");
     EXPECT_EQ(Settings().LastOpenFolderMergeFile(), path);
-    EXPECT_EQ(Report(), " 2| 3 KB|Parts OK|- Not Present -|");
-    EXPECT_EQ(Colour("txtJoinIntegrity"), ReportGreen);
-    EXPECT_EQ(Row(0) + Row(1), "Movie.avi_Part1|3 KB||Movie.avi_Part2|0 Bytes||");
-    EXPECT_EQ(Text("txtDestinationFolderJoin"), Here());
-    EXPECT_TRUE(IsEnabled("CmdJoin") && IsEnabled("CmdResetJoin") && UsesJoinFolder());
-    EXPECT_FALSE(IsEnabled("CmdDestinationFolderJoin"));
+    EXPECT_EQ(Report(),
+              " 3| 13 Bytes|Parts OK|- Not Present -|32768\nMovie.avi_Part1|4 Bytes||\n"
+              "Movie.avi_Part2|4 Bytes||\nMovie.avi_Part3|5 Bytes||");
+    EXPECT_EQ(State(), R"(HERE\ ticked join, )");
+    EXPECT_TRUE(IsEnabled("CmdResetJoin"));
     EXPECT_EQ(LogOf(0), "");
 
     // The report is a snapshot; a new one says what is missing.
     fs::remove(Folder().System("Movie.avi_Part1"));
-    Folder().Write("Movie.avi_Part2", std::string(999, 'x'));
+    Folder().Write("Movie.avi_Part2", "");
     Folder().Write("Movie.avi_Part0.sfv", "");
     EXPECT_EQ(LabelText("txtJoinIntegrity"), "Parts OK");
     Drop({Folder().System("Movie.avi_Part0.bat")});
-    EXPECT_EQ(Report(), " 2| 999 Bytes|Errors!|Present|");
-    EXPECT_EQ(Colour("txtJoinIntegrity"), ReportRed);
-    EXPECT_EQ(Row(0) + Row(1),
-              "Movie.avi_Part1*|****|File Lost or corrupted!|"
-              "Movie.avi_Part2|999 Bytes||");
+    EXPECT_EQ(Report(),
+              " 3| 5 Bytes|Errors!|Present|192\nMovie.avi_Part1*|****|File Lost or corrupted!|\n"
+              "Movie.avi_Part2|0 Bytes||\nMovie.avi_Part3|5 Bytes||");
     for (const auto key : {std::optional<Qt::Key>(), {Qt::Key_Return}, {Qt::Key_Enter}}) {
         EXPECT_EQ(LogOf(0, key), " Error Log|File Lost or corrupted!");
     }
     EXPECT_EQ(LogOf(1), "");
-    Folder().MakeFolder("other");
-    for (const std::string& folder : {Here(), Here() + "other"}) {
-        Write("txtDestinationFolderJoin", folder);
-        EXPECT_FALSE(IsEnabled("CmdJoin"));
-    }
+    WriteDestination("HERE");
+    EXPECT_FALSE(IsEnabled("CmdJoin"));
     Click("CmdResetJoin");
     ExpectEmptyPage();
     EXPECT_TRUE(Said().empty());
@@ -211,7 +259,7 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
     const Soon look([&] { couldJoin = IsEnabled("CmdJoin"); });
     Write("txtFileToJoin", set);
     EXPECT_FALSE(couldJoin);
-    EXPECT_EQ(Rows().rowCount(), 2);
+    EXPECT_EQ(Rows().rowCount(), 3);
     const Soon reset([this] { Click("CmdResetJoin"); });
     Browse(set);
     ExpectEmptyPage();
@@ -219,7 +267,8 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
 
 TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
     const std::string path = MakeSet();
-    Drop({Folder().System("Movie.avi_Part0.bat"), Folder().System("b"), Folder().System("c")});
+    const std::string file = Folder().System("Movie.avi_Part0.bat");
+    Drop({file, Folder().System("b"), Folder().System("c")});
     EXPECT_EQ(Boxes().shown.at(0).icon, BoxIcon::Information);
     EXPECT_EQ(Said(), Names{"You have selected more than one file, only the first one will be "
                             "considered :\r\r" +
@@ -229,11 +278,142 @@ TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
     EXPECT_EQ(Said().size(), 1U);
     EXPECT_EQ(Text("txtFileToJoin"), path);
     // What fails in a drop is passed over, and leaves no report.
-    disk.whenOpened = [this] { fs::remove(Folder().System("Movie.avi_Part0.bat")); };
-    Drop({Folder().System("Movie.avi_Part0.bat")});
+    whenOpened = [&] { fs::remove(file); };
+    Drop({file});
     GuardedApplication::RethrowRaised();
     ExpectEmptyPage();
     EXPECT_TRUE(Said().empty());
+}
+
+TEST_F(JoinPageTest, JudgesEveryDestination) {
+    OpenSet();
+    Folder().MakeFolder("other");
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [text, state] :
+         {Case("", " red join, "), Case("ab", "ab red join, "),
+          Case(R"(HERE\a*)", R"(HERE\a* red, )"), Case(R"(HERE\other)", R"(HERE\other join, )"),
+          Case(R"(HERE\new\deep)", R"(HERE\new\deep join, )"),
+          Case(R"(B:\x)", R"(B:\x red join, )"), Case(R"(HERE\)", R"(HERE\ ticked join, )")}) {
+        WriteDestination(R"(HERE\)");
+        WriteDestination(R"(HERE\other)");
+        WriteDestination(text);
+        EXPECT_EQ(State(), state);
+        const Names bad = {"Invalid Characters in destination folder,\rPlease check."};
+        EXPECT_EQ(Said(), Contains(text, "*") ? bad : Names());
+    }
+    // A folder is made while it is typed; what it was called in between stays.
+    WriteDestination(R"(HERE\t)");
+    QTest::keyClicks(&Widget("txtDestinationFolderJoin"), "wo");
+    EXPECT_TRUE(Folder().Has("new/deep") && Folder().Has("t") && Folder().Has("two"));
+    // The box knows the folder by its very spelling.
+    WriteDestination("c" + Here().substr(1));
+    EXPECT_FALSE(IsChecked("ChkJoinDestination"));
+}
+
+TEST_F(JoinPageTest, FollowsTheBoxAndWhatIsPicked) {
+    Folder().MakeFolder("saved");
+    OpenSet(R"(HERE\saved)");
+    for (const char* state :
+         {R"(HERE\ ticked join, HERE\saved)", R"(HERE\saved join pick, HERE\saved)",
+          R"(HERE\ ticked join, HERE\saved)"}) {
+        EXPECT_EQ(State(), state);
+        Click("ChkJoinDestination");
+    }
+    Click("ChkJoinDestination");
+    // A tick by code stores itself and does no more.
+    WriteDestination(R"(HERE\saved)");
+    EXPECT_EQ(State(), R"(HERE\saved join, HERE\saved)");
+    // The next file finds the choice of the last one, and the folder. So does a reset, though it
+    // writes that folder.
+    OpenSet(R"(HERE\saved)");
+    EXPECT_EQ(State(), R"(HERE\saved join pick, HERE\saved)");
+    Settings().DestinationFolderUseMerge(1);
+    OpenSet(R"(HERE\saved)");
+    Click("CmdResetJoin");
+    EXPECT_EQ(State(), R"(HERE\saved ticked, HERE\saved)");
+    // Or a folder that is picked.
+    Settings().DestinationFolderUseMerge(0);
+    OpenSet();
+    Dialogs().answers = {std::nullopt, Long(R"(HERE\saved)")};
+    for (const char* state : {" pick, ", R"(HERE\saved\ join pick, )"}) {
+        Click("CmdDestinationFolderJoin");
+        EXPECT_EQ(State(), state);
+    }
+    EXPECT_EQ(Dialogs().asked, Names(2, "Select Destination Folder|"));
+}
+
+TEST_F(JoinPageTest, OffersAFolderAtTheEnterKey) {
+    Folder().MakeFolder("saved");
+    OpenSet(R"(HERE\saved)");
+    using Case = std::tuple<std::string_view, std::deque<BoxAnswer>, const char*>;
+    for (const auto& [text, answers, state] :
+         {Case("ab", {}, R"(ab red join, HERE\saved)"),
+          Case(R"(HERE\saved)", {}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(B:\x)", {No}, R"(HERE\saved join, HERE\saved)"),
+          Case(R"(HERE\gone\deep)", {Yes}, R"(HERE\gone\deep join, HERE\gone\deep)"),
+          Case(R"(B:\x)", {Yes}, R"(B:\x red, B:\x)")}) {
+        WriteDestination(text);
+        fs::remove_all(Folder().System("gone"));
+        calls.clear();
+        Boxes().answers = answers;
+        QTest::keyClick(&Widget("txtDestinationFolderJoin"), Qt::Key_Return);
+        EXPECT_EQ(State(), state);
+        EXPECT_EQ(Said(), answers.empty() ? Names() : question);
+        EXPECT_EQ(calls, text == R"(HERE\saved)" ? R"(black show HERE\saved )" : "black ");
+    }
+}
+
+TEST_F(JoinPageTest, JoinsWhereTheUserWants) {
+    Folder().MakeFolder("saved");
+    // The answer is for a folder that vanishes before the click; then, where the file is to lie.
+    using Case = std::tuple<std::string, std::deque<BoxAnswer>, std::string>;
+    for (const auto& [text, answers, folder] :
+         {Case(R"(HERE\)", {}, R"(HERE\)"), Case(R"(HERE\gone)", {Yes}, R"(HERE\gone\)"),
+          Case(R"(HERE\lost)", {No}, R"(HERE\saved\)")}) {
+        Settings().DestinationFolderUseMerge(1);
+        OpenSet(R"(HERE\saved\)");
+        WriteDestination(text);
+        if (!answers.empty()) {
+            fs::remove_all(Folder().System(text.substr(5)));
+        }
+        Boxes().answers = answers;
+        calls.clear();
+        EXPECT_EQ(Join(), folder + "Movie.avi|- Not Present -");
+        EXPECT_EQ(Said(), answers.empty() ? Names() : question);
+        EXPECT_EQ(State(), Replace(text == folder ? "F ticked join, F" : "F join, F", "F", folder));
+        EXPECT_EQ(calls, answers.empty() ? R"(show HERE\ )" : "");
+        const std::string result = Replace(folder.substr(5), "\\", "/") + "Movie.avi";
+        EXPECT_EQ(Folder().Read(result), "one two three");
+        fs::remove(Folder().System(result));
+    }
+}
+
+// One box, whoever closed the window and when.
+TEST_F(JoinPageTest, TellsAJoinThatFailsOrCannotStart) {
+    for (const bool closesEarly : {false, true}) {
+        OpenSet();
+        fs::remove(Folder().System("Movie.avi_Part2"));  // since the analysis
+        EXPECT_NE(Join(closesEarly), "");
+        EXPECT_EQ(Said(), Names{Long("The file was not made :\rHERE\\Movie.avi\r\r"
+                                     "cannot copy \"Movie.avi_Part2\": File not found")});
+    }
+    OpenSet();
+    Folder().MakeFolder("else/Movie.avi");
+    WriteDestination(R"(HERE\else)");
+    EXPECT_NE(Join(), "");
+    EXPECT_EQ(Said(), Names{Long("The file was not made :\rHERE\\else\\Movie.avi\r\rcannot replace "
+                                 "\"HERE\\else\\Movie.avi\": Path/File access error\r"
+                                 "The joined file is complete: HERE\\Movie.avi")});
+    Settings().DestinationFolderUseMerge(1);
+    OpenSet();
+    WriteDestination("ab");
+    EXPECT_EQ(Join(), "");
+    EXPECT_EQ(Said(), question);
+    EXPECT_EQ(State(), " red join, ");
+    fs::remove(Folder().System("Movie.avi_Part0.bat"));
+    EXPECT_EQ(Join(), "");
+    EXPECT_EQ(Said(), Names{"Join file is missing or is holded by another process    "});
+    EXPECT_EQ(Colour("txtFileToJoin"), Red);
 }
 
 TEST_F(JoinPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
@@ -252,9 +432,8 @@ TEST_F(JoinPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
         EXPECT_LE(header.length(), List().viewport()->width());
     });
     ExpectNamesAndKeys(Page(), "FVHSJPUAT");
-    Settings().DestinationFolderMerge(R"(C:\)");
-    Click("ChkJoinDestination");
-    Browse(MakeSet());
+    Settings().DestinationFolderUseMerge(0);
+    OpenSet(R"(C:\)");
     Widget("txtFileToJoin").setFocus();
     ExpectTabOrder(
         Page(), {"CmdSourceFileJoin", "ListView1", "ChkJoinDestination", "txtDestinationFolderJoin",
