@@ -1,15 +1,9 @@
 #pragma once
 
-#include <functional>
-#include <optional>
-#include <string>
-#include <string_view>
-
-#include "runtime/RuntimeError.h"
-#include "runtime/Text.h"
 #include "settings/Files.h"
 #include "support/ForwardingFileSystem.h"
 #include "support/RecordingBoxes.h"
+#include "support/TestVolumes.h"
 
 namespace zarn::fuzz {
 
@@ -51,27 +45,19 @@ class FakeFiles : public testing::ForwardingFileSystem {
     std::function<bool(std::string_view)> isThere = [](std::string_view) { return false; };
 };
 
-/// One fixed drive `C:` and one with removable media, `A:`.
-class FakeDrives : public Volumes {
-  public:
-    DriveType GetDriveType(std::string_view root) override {
-        return root == "C:\\"   ? DriveType::Fixed
-               : root == "A:\\" ? DriveType::Removable
-                                : DriveType::NoRoot;
-    }
-    std::optional<VolumeInformation> GetVolumeInformation(std::string_view root) override {
-        return GetDriveType(root) == DriveType::NoRoot
-                   ? std::nullopt
-                   : std::optional(VolumeInformation{"LABEL", "ext4"});
-    }
-    DiskFreeSpace GetDiskFreeSpace(std::string_view /*root*/) override { return {}; }
-    DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view /*root*/) override { return {}; }
-};
-
-/// `Files` over these, with boxes that nobody sees.
+/// `Files` over these, a fixed drive `C:` and a removable one `A:`, with boxes that nobody sees.
 struct FakeMachine {
+    FakeMachine() {
+        drives.find = [](std::string_view root) {
+            const bool isKnown = root == "C:\\" || root == "A:\\";
+            return testing::Volume{!isKnown         ? DriveType::NoRoot
+                                   : root == "C:\\" ? DriveType::Fixed
+                                                    : DriveType::Removable,
+                                   VolumeInformation{}};
+        };
+    }
     FakeFiles fileSystem;
-    FakeDrives drives;
+    testing::TestVolumes drives{"/dev/null"};
     testing::RecordingBoxes boxes;
     Messages messages{boxes};
     LocaleSeparators separators;

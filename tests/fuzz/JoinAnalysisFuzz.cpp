@@ -1,7 +1,6 @@
 // The join page's reading of a script. An input is a byte that chooses the script's path and which
 // of its parts are there, and the script.
 #include <array>
-#include <cmath>
 
 #include "fuzz/FakeMachine.h"
 #include "fuzz/Fuzz.h"
@@ -16,12 +15,13 @@ namespace {
 class ScriptFolder : public FakeFiles {
   public:
     ScriptFolder(std::string_view path, std::string_view script, unsigned divisor)
-        : path_(path), folder_(Files::FunctionPath(path)), script_(script) {
-        isThere = [this, divisor](std::string_view asked) {
-            Require(asked.starts_with(folder_) || IsSfv(asked), "a part lies beside its script");
+        : path_(path), script_(script) {
+        isThere = [path, divisor](std::string_view asked) {
             const std::string_view name = FunctionLastPathItem(asked);
-            Require(IsSfv(asked) || asked.size() == folder_.size() + name.size(),
-                    "a part has a bare name");
+            // What stands in the middle of a path counts as its ending too.
+            const bool isSfv = asked.size() == path.size() && Contains(UpperCase(asked), ".SFV");
+            Require(isSfv || asked == Files::FunctionPath(path) + std::string(name),
+                    "a part lies beside its script");
             Require(name.find_first_of("*?/") == std::string_view::npos, "a name is no pattern");
             return divisor == 0 || name.size() % divisor == 0;
         };
@@ -36,36 +36,23 @@ class ScriptFolder : public FakeFiles {
     }
 
   private:
-    /// What stands in the middle of a path counts as its ending too.
-    [[nodiscard]] bool IsSfv(std::string_view asked) const {
-        return asked.size() == path_.size() && Contains(UpperCase(asked), ".SFV");
-    }
-
     std::string_view path_;
-    std::string folder_;
     std::string_view script_;
 };
 
-void CheckPart(const JoinPart& part, const JoinReport& report) {
-    Require(IsPartOf(part.name, report.originalName), "a part is named after its file");
-    Require(part.size == "***" ? !part.status.empty() && !report.complete : part.status.empty(),
-            "a part is there or lost");
-}
-
 void CheckReport(const JoinReport& report, std::string_view scriptName) {
-    constexpr std::int32_t Nameless = 1000;
     constexpr std::int32_t MostParts = 500'000;
     Require(IsGoodOriginal(report.originalName, scriptName) && !Contains(report.originalName, "\""),
             "the file's name is good");
     Require(report.partsCount >= 1 && report.partsCount <= MostParts,
             "there are parts, and no more than a script has room for");
-    const auto names =
-        static_cast<std::size_t>(report.partsCount < Nameless ? report.partsCount : 1);
-    Require(report.parts.size() == names, "every part has its row");
-    for (std::int32_t number = 1; number <= std::min(report.partsCount, Nameless); ++number) {
-        CheckPart(report.Part(number), report);
+    for (std::int32_t number = 1; number <= report.partsCount;
+         number += 1 + report.partsCount / 1000) {
+        const JoinPart& part = report.Part(number);
+        Require(IsPartOf(part.name, report.originalName), "a part is named after its file");
+        Require(part.size == "***" ? !part.status.empty() && !report.complete : part.status.empty(),
+                "a part is there or lost");
     }
-    CheckPart(report.Part(report.partsCount), report);
     Require(report.bytes >= 0 && report.bytes <= 1000.0 * report.partsCount, "the sizes add up");
 }
 
@@ -87,11 +74,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto result = JoinAnalysis(folder, files).Analyze(path);
     if (const auto* report = std::get_if<JoinReport>(&result)) {
         fuzz::CheckReport(*report, FunctionLastPathItem(path));
-    } else {
-        const JoinRefusal words = std::get<JoinRefusal>(result);
-        fuzz::Require(
-            words == "Invalid or corrupted Join File ..." || words == "Invalid Join File ...",
-            "a refusal has its words");
     }
     return 0;
 }
