@@ -1,13 +1,11 @@
+#include "support/Prelude.h"
 #include "support/RunProgram.h"
 #include "support/TestMount.h"
-#include "support/TestPlatform.h"
 
 namespace zarn::testing {
 namespace {
 
 constexpr std::size_t Megabyte = 1048576;
-constexpr const char* WriteError =
-    "Error\nWrite error in file      \nProbably the disk is full.\n\nSplit process aborted.\n";
 
 /// A program's run with a film of 5 MB, and settings of the test's own.
 class FullMedium : public ::testing::Test {
@@ -21,7 +19,6 @@ class FullMedium : public ::testing::Test {
     }
 
     TestFolder home;
-    SharedObjects shared{MakeLinuxPlatform({home.System("ZarnFileSplitter"), {}, {}})};
     const std::string film = TestBytes(5 * Megabyte);
 };
 
@@ -36,19 +33,6 @@ TEST_F(FullMedium, EndsAJoinWithoutTheLossOfAFile) {
     EXPECT_NE(result.error.find("\"FILM.AVI_Part2\": Disk full"), std::string::npos);
     EXPECT_EQ(medium.folder.Names(), before);
     EXPECT_EQ(medium.folder.Read("FILM.AVI"), "old");
-}
-
-// The size limit of a process is a full disk to it.
-TEST_F(FullMedium, MayAlsoBeALimitOfTheProcess) {
-    home.MakeFolder("tmp");
-    const ProgramResult result = RunProgram(
-        "/usr/bin/prlimit",
-        {"--fsize=1000000", std::string(ZARN_BINARY_FOLDER) + "/ZarnFileSplitter",
-         "/F=" + home.Drive("FILM.AVI"), "/D=" + home.Drive("OUT"), "/PN=2", "/C", "/CL=1"},
-        {{"XDG_CONFIG_HOME", home.System()}, {"TMPDIR", home.System("tmp")}});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.error, WriteError);
-    EXPECT_TRUE(fs::is_empty(home.System("tmp")));
 }
 
 TEST_F(FullMedium, LeavesTheJoinedFileWhereItWasBuilt) {
