@@ -11,16 +11,24 @@ class FailureTest : public EngineTest {
   protected:
     FailureTest() { folder.Write("movie.avi", TestBytes(50000)); }
 
-    void ExpectFailure(double partSize, const std::string& criterion = "Size", int count = 0) {
-        EXPECT_FALSE(Split(partSize, criterion, count));
+    void ExpectMessage(const std::string& text) {
         ASSERT_EQ(test.boxes->shown.size(), 1U);
-        EXPECT_EQ(
-            test.boxes->shown.back().text,
-            "Write error in file      \rProbably the disk is full.\r\rSplit process aborted.");
+        EXPECT_EQ(test.boxes->shown.back().text, text);
         EXPECT_EQ(test.boxes->shown.back().icon, BoxIcon::Exclamation);
-        EXPECT_EQ(std::count(events.log.begin(), events.log.end(), "finish"), 0);
         test.boxes->shown.clear();
     }
+    void ExpectFailure(double partSize, const std::string& criterion = "Size", int count = 0,
+                       const std::string& reason = "Probably the disk is full.") {
+        EXPECT_FALSE(Split(partSize, criterion, count));
+        ExpectMessage("Write error in file      \r" + reason + "\r\rSplit process aborted.");
+        EXPECT_EQ(std::ranges::count(events.log, "finish"), 0);
+    }
+    void ExpectToStay(const std::string& reason) {
+        ExpectMessage("The source file was not deleted:\r" + source + "\r" + reason);
+        EXPECT_TRUE(folder.Has("movie.avi"));
+    }
+
+    TestFolder temporary;
 };
 
 TEST_F(FailureTest, SizesThatNeverEndAndNoSourceAreRefused) {
@@ -33,9 +41,12 @@ TEST_F(FailureTest, SizesThatNeverEndAndNoSourceAreRefused) {
     folder.Write("movie.avi", "");
     ExpectFailure(20000);
     ExpectFailure(20000, "Parts", 2);
+    Settings().DeleteSource(1);
     source = folder.Drive("none");
     ExpectFailure(20000);
-    EXPECT_TRUE(out.Names().empty());
+    fs::create_directory(folder.System("none"));
+    Engine().DeleteSource(source);
+    EXPECT_TRUE(test.boxes->shown.empty() && out.Names().empty());
 }
 
 TEST_F(FailureTest, ShrunkenSourceEndsTheRunWithWhatCame) {
@@ -49,9 +60,14 @@ TEST_F(FailureTest, ShrunkenSourceEndsTheRunWithWhatCame) {
     EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 3);
 }
 
+// An archive goes whatever the setting is.
 TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
     WatchedFileSystem& watch = test.Watch();
-    test.Shared().Parameters().DeleteSource(1);
+    EXPECT_TRUE(Split(30000, "Size", 0, true));
+    EXPECT_EQ(watch.log, (Names{"prepare", "commit", "delete " + source}));
+    fs::remove(out.System("movie.avi_Part0.bat"));
+    folder.Write("movie.avi", TestBytes(50000));
+    Settings().DeleteSource(1);
     for (const char* step : {"prepare", "flush", "flush volume", "commit"}) {
         SCOPED_TRACE(step);
         watch.refused = step;
@@ -65,68 +81,52 @@ TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
     EXPECT_EQ(watch.log, (Names{"prepare", "flush", "flush volume", "commit", "delete " + source}));
 }
 
-// Each row: what becomes of the source while it is split.
+// What becomes of the source, or of a part, while it is split.
 TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
-    test.Shared().Parameters().DeleteSource(1);
+    Settings().DeleteSource(1);
     const std::string path = folder.System("movie.avi");
-    for (const std::string_view change :
-         {"replaced", "grown", "shrunk", "touched", "gone", "namesake"}) {
-        SCOPED_TRACE(change);
+    const std::string other = folder.System("other");
+    using Case = std::pair<const char*, std::function<void()>>;
+    for (const auto& [name, change] :
+         {Case("replaced", [&] { fs::rename(other, path); }),
+          Case("grown", [&] { fs::resize_file(path, 50001); }),
+          Case("touched", [&] { fs::last_write_time(path, fs::file_time_type{}); }),
+          Case("namesake", [&] { fs::rename(other, folder.System("MOVIE.AVI")); }),
+          Case("part gone", [&] { fs::remove(out.System("movie.avi_Part1")); }),
+          Case("gone", [&] { fs::remove(path); })}) {
+        SCOPED_TRACE(name);
         folder.Write("movie.avi", TestBytes(50000));
         folder.Write("other", "other");
-        events.then = [&](const std::string& event) {
-            if (!event.starts_with("51%")) {
-                return;
-            }
-            if (change == "replaced") {
-                fs::rename(folder.System("other"), path);
-            } else if (change == "touched") {
-                fs::last_write_time(path, fs::file_time_type{});
-            } else if (change == "namesake") {
-                fs::rename(folder.System("other"), folder.System("MOVIE.AVI"));
-            } else if (change == "gone") {
-                fs::remove(path);
-            } else {
-                fs::resize_file(path, change == "grown" ? 50001 : 49999);
+        source = folder.Drive(std::string_view(name) == "namesake" ? "MOVIE.AVI" : "movie.avi");
+        Names left;
+        events.then = [&, &change = change](const std::string& event) {
+            if (event.starts_with("100%")) {
+                change();
+                left = folder.Names();
             }
         };
-        source = folder.Drive(change == "namesake" ? "MOVIE.AVI" : "movie.avi");
-        const Names before = folder.Names();
-        SplitterEngine engine(test.Shared(), progress, events);
-        double partSize = 30000;
-        EXPECT_TRUE(
-            engine.SplittFile(source, destination, partSize, false, false, "Size", 0, false));
-        engine.DeleteSource(source);  // as the window does once more
-        EXPECT_EQ(folder.Has("movie.avi"), change != "gone");
-        EXPECT_TRUE(folder.Has("other") || change == "replaced" || folder.Has("MOVIE.AVI"));
-        EXPECT_EQ(test.boxes->shown.size(), change == "gone" ? 0U : 1U);
-        test.boxes->shown.clear();
+        EXPECT_TRUE(Split(30000));
+        Engine().DeleteSource(source);  // as the window does once more
+        EXPECT_EQ(folder.Names(), left);
+        if (folder.Has("movie.avi")) {
+            ExpectToStay(std::string_view(name) == "part gone"
+                             ? "Parts of it were removed or replaced while it was split."
+                             : "It was changed or replaced while it was split.");
+        }
+        fs::remove(folder.System("MOVIE.AVI"));
     }
+    EXPECT_TRUE(test.boxes->shown.empty());
 }
 
 // Nine parts of a size with a fraction need a tenth, which takes the name of the first.
 TEST_F(FailureTest, ASourceStaysWhosePartsHaveReplacedOneAnother) {
-    test.Shared().Parameters().DeleteSource(1);
+    Settings().DeleteSource(1);
     folder.Write("movie.avi", TestBytes(90));
     EXPECT_TRUE(Split(10.5));
-    EXPECT_EQ(test.boxes->shown.size(), 0U);
     EXPECT_FALSE(folder.Has("movie.avi"));
     folder.Write("movie.avi", TestBytes(94));
     EXPECT_TRUE(Split(10.5));
-    EXPECT_TRUE(folder.Has("movie.avi"));
-    EXPECT_EQ(test.boxes->shown.size(), 1U);
-}
-
-TEST_F(FailureTest, ASourceStaysWhosePartsAreGone) {
-    test.Shared().Parameters().DeleteSource(1);
-    events.then = [this](const std::string& event) {
-        if (event.starts_with("100%")) {
-            fs::remove(out.System("movie.avi_Part1"));
-        }
-    };
-    EXPECT_TRUE(Split(30000));
-    EXPECT_TRUE(folder.Has("movie.avi"));
-    EXPECT_EQ(test.boxes->shown.size(), 1U);
+    ExpectToStay("It has too many parts: some have replaced others of the same name.");
 }
 
 // It would join new parts with older ones. That of a whole set stays while a part of it is split.
@@ -144,9 +144,8 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
 }
 
 TEST_F(FailureTest, AnArchiveStaysThatIsAllThatIsLeft) {
-    const TestFolder temporary;
-    test.Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
-    test.Shared().Parameters().DeleteSource(1);
+    Settings().TemporaryFolder(temporary.Drive() + "\\");
+    Settings().DeleteSource(1);
     source = Engine().CompressSource(source, temporary.Drive(), 0);
     EXPECT_FALSE(folder.Has("movie.avi"));
     EXPECT_TRUE(Split(4, "Size", 0, true));
@@ -154,8 +153,7 @@ TEST_F(FailureTest, AnArchiveStaysThatIsAllThatIsLeft) {
     EXPECT_EQ(test.boxes->shown.size(), 1U);
 }
 
-class HeldSignal : public Signals {
-  public:
+struct HeldSignal : public Signals {
     void Hold() override {}
     bool IsHeld() override { return held; }
     void Deliver() override {}
@@ -165,27 +163,18 @@ class HeldSignal : public Signals {
 
 // A signal removes all that the job made, the archive too, unless that is the only copy by then.
 TEST_F(FailureTest, ASignalIsACancel) {
-    auto owned = std::make_unique<HeldSignal>();
-    HeldSignal& signal = *owned;
-    test.platform.endingSignals = std::move(owned);
-    const TestFolder temporary;
-    test.Shared().Parameters().TemporaryFolder(temporary.Drive() + "\\");
-    test.Shared().Parameters().CompressDestination(1);
+    auto& signal = TestPlatform::Put(test.platform.endingSignals, std::make_unique<HeldSignal>());
+    Settings().TemporaryFolder(temporary.Drive() + "\\");
     events.then = [&](const std::string& event) { signal.held = event.starts_with("51%"); };
+    const std::string movie = source;
     for (const int row : {0, 1, 2}) {
         SCOPED_TRACE(row);
-        const bool isCompressed = row > 0;
-        test.Shared().Parameters().DeleteSource(row == 2 ? 1 : 0);
-        SplitterEngine engine(test.Shared(), progress, events);
-        double partSize = 30000;
-        const std::string input =
-            isCompressed ? engine.CompressSource(source, temporary.Drive(), 0) : source;
-        EXPECT_FALSE(
-            engine.SplittFile(input, destination, partSize, isCompressed, false, "Size", 0, false));
-        EXPECT_EQ(out.Names(), Names());
+        Settings().DeleteSource(row == 2 ? 1 : 0);
+        source = row > 0 ? Engine().CompressSource(movie, temporary.Drive(), 0) : movie;
+        EXPECT_FALSE(Split(30000, "Size", 0, row > 0));
         EXPECT_EQ(folder.Has("movie.avi"), row < 2);
-        EXPECT_EQ(temporary.Names().size(), row < 2 ? 0U : 1U);
-        EXPECT_TRUE(test.boxes->shown.empty());
+        EXPECT_EQ(temporary.Has("movie.zip"), row == 2);
+        EXPECT_TRUE(test.boxes->shown.empty() && out.Names().empty());
     }
 }
 
@@ -194,68 +183,110 @@ TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
         folder.Write(std::string(length, 'x'), TestBytes(100));
         source = folder.Drive(std::string(length, 'x'));
         ExpectFailure(50);
-        EXPECT_TRUE(out.Names().empty());
         Engine().DeleteSource(source);
-        EXPECT_TRUE(folder.Has(std::string(length, 'x')));
-        test.boxes->shown.clear();
+        ExpectToStay("Its name is too long for parts and script.");
+        EXPECT_TRUE(out.Names().empty() && folder.Has(std::string(length, 'x')));
     }
 }
 
-TEST_F(FailureTest, AnArchiveGoesAndTheSettingDoesNotMatter) {
-    const WatchedFileSystem& watch = test.Watch();
-    EXPECT_TRUE(Split(30000, "Size", 0, true));
-    EXPECT_EQ(watch.log, (Names{"prepare", "commit", "delete " + source}));
-}
-
-// An archive in the destination folder is the base path, which a cancel deletes.
 class CancelTest : public EngineTest {
   protected:
     CancelTest() {
         source = out.Drive("movie.zip");
         out.Write("movie.zip", TestBytes(50000));
     }
+};
 
-    void ExpectStopped(int countdown, std::chrono::seconds waited, const Names& left = {}) {
+// An archive in the destination folder goes with them; so does an older script.
+TEST_F(CancelTest, RemovesThePartsWheneverItComes) {
+    using Case = std::tuple<const char*, bool, int, std::chrono::seconds>;
+    for (const auto& [moment, inAnEvent, countdown, waited] :
+         {Case("", false, 5, 0s), Case("50% 3/5", true, 0, 1s), Case("40% 2/5", false, 0, 1s),
+          Case("100%", false, 0, 0s)}) {
+        SCOPED_TRACE(moment);
+        out.Write("movie.zip", TestBytes(50000));
+        events.then = [&, &moment = moment, &inAnEvent = inAnEvent](const std::string& event) {
+            Engine().CancelRequested(inAnEvent && event.starts_with(moment));
+        };
+        queue.whenRun = [&, &moment = moment, &inAnEvent = inAnEvent] {
+            progress.StopRequested = !inAnEvent && events.log.back().starts_with(moment);
+        };
+        out.Write("movie.zip_Part0.bat", "older");
+        progress = {};
+        progress.StopRequested = countdown > 0;
+        queue.waited = 0s;
+        events.log.clear();
         EXPECT_FALSE(Split(10000, "Size", 0, true));
+        EXPECT_TRUE(countdown > 0 || events.log[events.log.size() - 2].starts_with(moment));
         EXPECT_EQ(events.log.back(), "finish");
         EXPECT_EQ(progress.statusText, "[ Stoping current Split Job ]");
         EXPECT_EQ(progress.Countdown, countdown);
         EXPECT_EQ(queue.waited, waited);
-        EXPECT_EQ(out.Names(), left);
-        EXPECT_TRUE(test.boxes->shown.empty());
+        EXPECT_EQ(out.Names().size(), countdown > 0 ? 2U : 0U);
     }
-};
-
-TEST_F(CancelTest, BeforeTheStart) {
-    Engine().CancelRequested(true);
-    ExpectStopped(5, 0s, {"movie.zip"});
-    EXPECT_EQ(events.log.size(), 1U);
-}
-
-TEST_F(CancelTest, AtABlock) {
-    events.then = [this](const std::string& now) {
-        Engine().CancelRequested(now.starts_with("50%"));
-    };
-    ExpectStopped(0, 1s);
-    EXPECT_TRUE(events.log[events.log.size() - 2].starts_with("50%"));
-}
-
-TEST_F(CancelTest, BetweenParts) {
-    queue.whenRun = [this] { progress.StopRequested = Engine().ItemsFilesMatrixPath() == 3; };
-    ExpectStopped(0, 1s);
-    EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 3);
-}
-
-TEST_F(CancelTest, AfterTheLastBlockTakesAnOlderScriptToo) {
-    out.Write("movie.zip_Part0.bat", "older");
-    queue.whenRun = [this] { progress.StopRequested = events.log.back().starts_with("100%"); };
-    ExpectStopped(0, 0s);
+    EXPECT_TRUE(test.boxes->shown.empty());
 }
 
 TEST_F(CancelTest, RequestsBeforeTheFirstPartAreLost) {
     events.then = [this](const std::string& now) { Engine().CancelRequested(now == "start"); };
     EXPECT_TRUE(Split(30000));
     EXPECT_TRUE(out.Has("movie.zip_Part2"));
+}
+
+class MediaTest : public FailureTest {
+  protected:
+    TestVolumes& volumes = test.Volumes();
+    FolderMedium medium{volumes, out.System(), 0};
+};
+
+TEST_F(MediaTest, PartsTakeExactlyWhatTheirMediaHold) {
+    folder.Write("movie.avi", TestBytes(7498000));
+    medium.capacity = 4000000;
+    const WatchedFileSystem& watch = test.Watch();
+    const TestFolder taken;
+    // The user takes the medium out, with everything on it, and puts an empty one in.
+    events.then = [&](const std::string& event) {
+        if (event.starts_with("medium") && !event.starts_with("medium 1")) {
+            EXPECT_EQ(std::ranges::count(watch.log, "flush volume"), event[7] - '1');
+            fs::rename(out.System(), taken.System(event.substr(7, 1)));
+            fs::create_directory(out.System());
+            medium.capacity = event[7] == '2' ? 3000000 : 9000000;
+        }
+    };
+    EXPECT_TRUE(Split(10));
+    EXPECT_EQ(std::ranges::count(watch.log, "flush volume"), 3);
+    EXPECT_EQ(usedPartSize, 3998000);  // without the margin
+    const std::string first = taken.Read("2/movie.avi_Part1");
+    const std::string second = taken.Read("3/movie.avi_Part2");
+    EXPECT_EQ(std::pair(first.size(), second.size()), std::pair(3998000UL, 3000000UL));
+    EXPECT_TRUE(first + second + out.Read("movie.avi_Part3") == folder.Read("movie.avi"));
+    EXPECT_TRUE(out.Has("movie.avi_Part0.bat"));
+    EXPECT_EQ(medium.lowest, 0);
+    EXPECT_LT(volumes.questionsForClusters, 6000);  // far from the end nobody asks for every block
+    EXPECT_EQ(events.log[1], "medium 1/2 3998000 movie.avi_Part1");
+    EXPECT_EQ(events.log.size(), 1 + 3 + 100U);
+}
+
+TEST_F(MediaTest, NoRoomBlamesTheMediumAndRoomForAllIsAPlainRun) {
+    ExpectFailure(30000, "Size", 0, "the destination media has errors.");
+    medium.capacity = 200000;
+    volumes.questionsForClusters = 0;
+    EXPECT_TRUE(Split(30000));
+    EXPECT_EQ(usedPartSize + volumes.questionsForClusters, 30000);
+}
+
+TEST_F(MediaTest, APromptCancels) {
+    medium.capacity = 20000;
+    events.then = [&](const std::string& event) {
+        Engine().CancelRequested(event.starts_with("medium 2"));
+    };
+    EXPECT_FALSE(Split(10));
+    EXPECT_EQ(events.log.back(), "finish");
+    EXPECT_TRUE(out.Names().empty());
+    EXPECT_EQ(progress.statusText + progress.buttonCaption, "[ Canceled ]&Canceling ");
+    EXPECT_TRUE(progress.JobEnded && progress.CancelPending && progress.Countdown == 6);
+    EXPECT_EQ(queue.waited, 0s);
+    EXPECT_EQ(medium.lowest, 0);
 }
 
 }  // namespace

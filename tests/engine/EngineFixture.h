@@ -2,7 +2,6 @@
 
 #include "engine/SplitterEngine.h"
 #include "support/TestPlatform.h"
-#include "support/WatchedFileSystem.h"
 
 namespace zarn::testing {
 
@@ -21,7 +20,13 @@ class RecordingEvents : public SplitterEvents {
              std::to_string(static_cast<int>(size)) + " " + path.substr(path.rfind('\\') + 1));
     }
 
+    void StatusZIP(std::int32_t percent) override {
+        percents.push_back(percent);
+        then("zip " + std::to_string(percent));
+    }
+
     Names log;
+    std::vector<std::int32_t> percents;  ///< of the archive
     std::function<void(const std::string& event)> then = [](const std::string& /*event*/) {};
 
   private:
@@ -36,9 +41,9 @@ class RecordingEvents : public SplitterEvents {
 class EngineTest : public ::testing::Test {
   protected:
     SplitterEngine& Engine() {
-        return engine_ ? *engine_ : engine_.emplace(test.Shared(), progress, events);
+        return engine ? *engine : engine.emplace(test.Shared(), progress, events);
     }
-
+    Parameters& Settings() { return test.Settings(); }
     bool Split(double partSize, const std::string& criterion = "Size", int count = 0,
                bool compressed = false) {
         usedPartSize = partSize;
@@ -55,9 +60,25 @@ class EngineTest : public ::testing::Test {
     SharedProgress progress;
     RecordingEvents events;
     double usedPartSize = 0;
+    std::optional<SplitterEngine> engine;
+};
 
-  private:
-    std::optional<SplitterEngine> engine_;
+/// A folder, absolute for the operating system, as every volume there is: a removable medium of
+/// `capacity` bytes.
+struct FolderMedium {
+    FolderMedium(TestVolumes& volumes, const std::string& folder, double size) : capacity(size) {
+        volumes.find = [this, folder](std::string_view /*root*/) {
+            double free = capacity;
+            for (const auto& entry : fs::directory_iterator(folder)) {
+                free -= static_cast<double>(entry.file_size());
+            }
+            lowest = std::min(lowest, free);
+            return VolumeWith(DriveType::Removable, free, capacity);
+        };
+    }
+
+    double capacity;
+    double lowest = 0;  ///< below 0 once it held more than it can
 };
 
 }  // namespace zarn::testing

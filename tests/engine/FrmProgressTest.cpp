@@ -1,6 +1,5 @@
-#include "engine/FolderMedium.h"
+#include "engine/EngineFixture.h"
 #include "engine/FrmProgress.h"
-#include "support/WatchedFileSystem.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/JobDialogFixture.h"
 
