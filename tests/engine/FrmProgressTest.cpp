@@ -24,16 +24,17 @@ class FrmProgressTest : public JobDialogFixture<FrmProgress> {
         form->job.destination = out.Drive();
         form->job.partSize = 1024;
         form->job.criterion = "Size";
+        form->StopRequested = true;  // left from another job
         preparations = 0;
     }
-    // Names with colours, bar with value, end and width, button with place.
+    // Names with colours, bar with value, end and width, button with its left edge.
     std::string State() override {
         const QString bar =
             QString("%1/%2 w%3|").arg(Bar().Value()).arg(Bar().Max()).arg(Bar().width());
-        const QString place = QString(" @%1,%2|").arg(Button().x()).arg(Button().y());
+        const std::string place = " @" + std::to_string(Button().x()) + "|";
         return FromQt(form->windowTitle()) + "|" + TextOf("lblLabel") + TextOf("txtCurrentFile") +
                (Bar().isHidden() ? "-|" : FromQt(bar)) +
-               (Button().isHidden() ? "-|" : ButtonText() + FromQt(place)) + TextOf("sElapsed") +
+               (Button().isHidden() ? "-|" : ButtonText() + place) + TextOf("sElapsed") +
                TextOf("sTime") + Pointer();
     }
 
@@ -43,33 +44,29 @@ class FrmProgressTest : public JobDialogFixture<FrmProgress> {
 };
 
 const std::string processed = "|Please wait while the file is being processed#0|";
-const std::string cancelBesideBar = "&Cancel @248,67|";
 const Names split = {
     " Please wait ..." + processed + "Starting Process ...#0|-|-|-|-|wait",
-    " Starting Split Process ..." + processed + "Starting Split#0|1/100 w236|" + cancelBesideBar +
-        "-|-|wait",
+    " Starting Split Process ..." + processed + "Starting Split#0|1/100 w236|&Cancel @248|-|-|wait",
     " Writing file pieces ..." + processed + "Splitting file Process at 50 %#0|50/100 w236|" +
-        cancelBesideBar + "Elapsed time 00:00:30#0|Time left 00:00:30#0|wait",
+        "&Cancel @248|Elapsed time 00:00:30#0|Time left 00:00:30#0|wait",
     " Writing file pieces ..." + processed + "Splitting file Process at 100 %#0|100/100 w236|" +
-        cancelBesideBar + "Elapsed time 00:01:01#0|Time left 00:00:01#0|wait"};
+        "&Cancel @248|Elapsed time 00:01:01#0|Time left 00:00:01#0|wait"};
 
 std::string Done(const std::string& title, int left) {
     return title + "|      Your Split Process is Done !#0|-|-|&Done (" + std::to_string(left) +
-           ") @128,51|-|-|";
+           ") @128|-|-|";
 }
 
 TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     const std::string sfv = " Writing SFV Checksum ...";
+    const std::string part = sfv + processed + "Processing SFV Checksum part ";
     Names expected = split;
-    expected.push_back(sfv + processed + "Splitting file Process at 100 %#0|0/2 w236|" +
-                       cancelBesideBar + "-|-|wait");
-    for (const char* state : {"1 of 2#0|1/2 w236|&Cancel off @248,67|-|-|wait",
-                              "2 of 2#0|2/2 w236|&Cancel off @248,67|-|-|wait"}) {
-        expected.emplace_back(sfv + processed + "Processing SFV Checksum part ").append(state);
-    }
-    for (const int left : {4, 3, 2, 1}) {
-        expected.push_back(Done(sfv, left));
-    }
+    expected.insert(
+        expected.end(),
+        {sfv + processed + "Splitting file Process at 100 %#0|0/2 w236|&Cancel @248|-|-|wait",
+         part + "1 of 2#0|1/2 w236|&Cancel off @248|-|-|wait",
+         part + "2 of 2#0|2/2 w236|&Cancel off @248|-|-|wait", Done(sfv, 4), Done(sfv, 3),
+         Done(sfv, 2), Done(sfv, 1)});
     whenCounting = [this] { Tick("Timer2"); };
     InEveryFont([&] {
         MakeForm();
@@ -82,40 +79,44 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     });
     EXPECT_EQ(out.Names(), (Names{"movie.avi_Part0.bat", "movie.avi_Part0.sfv", "movie.avi_Part1",
                                   "movie.avi_Part2"}));
-    EXPECT_EQ(out.Read("movie.avi_Part1") + out.Read("movie.avi_Part2"), folder.Read("movie.avi"));
-    const std::string part = out.Drive("movie.avi_Part1");
-    for (const std::string& line :
-         {std::string(";  Parts Count : 2"),
-          ";           1024  " + Shared().Files().FileDate(part) + "  movie.avi_Part1",
-          "\nmovie.avi_Part1  " + form->CalcCRC32(part)}) {
-        EXPECT_TRUE(Contains(out.Read("movie.avi_Part0.sfv"), line + "\r\n")) << line;
-    }
+    const std::string path = out.Drive("movie.avi_Part1");
+    const std::string file = out.Read("movie.avi_Part0.sfv");
+    EXPECT_TRUE(Contains(
+        file, ";           1024  " + Shared().Files().FileDate(path) + "  movie.avi_Part1\r\n"));
+    EXPECT_TRUE(Contains(file, "\nmovie.avi_Part1  " + form->CalcCRC32(path) + "\r\n"));
     Tick("Timer2");
     EXPECT_EQ(form->Countdown, 5);
+    EXPECT_FALSE(form->StopRequested);
 }
 
-TEST_F(FrmProgressTest, CutsAnArchiveByCount) {
+// The outer job goes on without its window then, and keeps the owner waiting.
+TEST_F(FrmProgressTest, CutsAnArchiveAndStartsAgainOnlyAtZero) {
     folder.Write("movie.avi", std::string(2048, 'x'));
     for (const bool compress : {false, true}) {
         Shared().Parameters().CompressDestination(compress ? 1 : 0);
+        const std::string work = " Compressing file ..." + processed +
+                                 (compress ? "Compressing" : "Encrypting") + " file Process at ";
         MakeForm();
         form->job.compress = true;
         form->job.compressionLevel = 9;
         form->job.criterion = "Parts";
         form->job.partsCount = 2;
+        When(compress ? "at 50 %" : "file Process at 0 %", [this] { ComeBack(); });
+        whenCounting = [&] {
+            ClickButton();
+            EXPECT_EQ(owner.isEnabled(), compress);
+        };
         EXPECT_EQ(Run(), std::nullopt);
-        const std::string work = " Compressing file ..." + processed +
-                                 (compress ? "Compressing" : "Encrypting") + " file Process at ";
-        ASSERT_GT(states.size(), 5U);
         EXPECT_EQ(states[1], work + "0 %#0|0/100 w314|-|-|-|wait");
         EXPECT_EQ(std::ranges::count(states, work + "100 %#0|100/100 w314|-|-|-|wait"), 1);
-        EXPECT_EQ(states.back(), Done(" Writing file pieces ...", 4));
+        EXPECT_EQ(preparations, compress ? 2 : 4);
+        EXPECT_EQ(states.back() == Done(" Writing file pieces ...", 4), compress);
         EXPECT_EQ(out.Names(),
                   (Names{"movie.zip_Part0.bat", "movie.zip_Part1", "movie.zip_Part2"}));
         EXPECT_EQ(out.Read("movie.zip_Part1").size() < 200, compress);
     }
+    EXPECT_TRUE(test.boxes->shown.empty());
 }
-
 TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     Shared().Parameters().DeleteSource(1);
     MakeForm();
@@ -128,14 +129,13 @@ TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
         }
     };
     EXPECT_EQ(Run(), std::nullopt);
-    const std::string cancelled =
-        " Writing file pieces ...|             Canceled by User#128|#128|-|&";
     Names expected(split.begin(), split.begin() + 3);
-    for (const char* button : {"Canceling  off @128,51|-|-|wait", "Canceling  off @128,51|-|-|",
-                               "Cancelling (5) off @128,51|-|-|", "Cancelling (4) off @128,51|-|-|",
-                               "Cancelling (3) off @128,51|-|-|", "Cancelling (2) off @128,51|-|-|",
-                               "Cancelling (1) off @128,51|-|-|"}) {
-        expected.push_back(cancelled + button);
+    for (const char* button : {"Canceling  off @128|-|-|wait", "Canceling  off @128|-|-|",
+                               "Cancelling (5) off @128|-|-|", "Cancelling (4) off @128|-|-|",
+                               "Cancelling (3) off @128|-|-|", "Cancelling (2) off @128|-|-|",
+                               "Cancelling (1) off @128|-|-|"}) {
+        expected.emplace_back(" Writing file pieces ...|             Canceled by User#128|#128|-|&")
+            .append(button);
     }
     EXPECT_EQ(states, expected);
     EXPECT_EQ(FromQt(Button().Caption()), "&Cancelling ");
@@ -159,25 +159,6 @@ TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
     EXPECT_TRUE(form->JobEnded && out.Has("movie.avi_Part0.bat"));
 }
 
-TEST_F(FrmProgressTest, ComingBackStartsTheJobAgainOnlyAtZero) {
-    MakeForm();
-    When("at 50 %", [this] { ComeBack(); });
-    EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(preparations, 2);
-    MakeForm();
-    form->job.compress = true;
-    When("Encrypting file Process at 0 %", [this] { ComeBack(); });
-    // The inner job is done; the outer one goes on without its window, and keeps the owner waiting.
-    whenCounting = [this] {
-        ClickButton();
-        EXPECT_FALSE(owner.isEnabled());
-    };
-    EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(preparations, 4);
-    EXPECT_TRUE(out.Has("movie.zip_Part1"));
-    EXPECT_TRUE(test.boxes->shown.empty());
-}
-
 TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     const TestFolder taken;
     folder.Write("movie.avi", TestBytes(8000));  // 3000 a part: a margin of 2000 stays free
@@ -188,13 +169,11 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
         const auto* prompt = qobject_cast<FrmRemovables*>(QApplication::activeModalWidget());
-        if (prompt != nullptr) {
-            EXPECT_EQ(prompt->parentWidget(), form.get());
+        if (prompt != nullptr && prompt->parentWidget() == form.get()) {
             const auto* message = prompt->findChild<QLabel*>("lblMessage");
             prompts.push_back(FromQt(prompt->windowTitle() + message->text()));
-            for (const std::string& name : out.Names()) {
-                fs::rename(out.System(name), taken.System(name));
-            }
+            fs::rename(out.System(), taken.System(std::to_string(prompts.size())));
+            fs::create_directory(out.System());
             QTest::mouseClick(prompt->findChild<chameleonButton*>("CmdOK"), Qt::LeftButton);
         }
     });
@@ -204,7 +183,7 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     When("at 37 %", [&] { left = 4; });
     queue.whenRun = [&] {
         Look();
-        if (left > 0 && --left == 0) {
+        if (--left == 0) {
             ClickButton();
         }
     };
@@ -215,6 +194,79 @@ TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
     EXPECT_EQ(FromQt(form->windowTitle()), " Writing file pieces ...");  // no SFV stage
     EXPECT_FALSE(form->CancelPending);
     EXPECT_TRUE(out.Names().empty());
+}
+
+class FrmRemovablesTest : public ::testing::Test {
+  protected:
+    FrmRemovablesTest() {
+        volumes.find = [this](std::string_view /*root*/) {
+            return VolumeWith(DriveType::Removable, freeBytes, 9e7);
+        };
+        prompt.partPath = R"(e:\films\movie.avi_Part2)";
+    }
+
+    chameleonButton& Button(const char* name) { return *prompt.findChild<chameleonButton*>(name); }
+    bool BothEnabled() { return Button("CmdOK").isEnabled() && Button("CmdCancel").isEnabled(); }
+    void Press(const char* name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
+    // Shows the prompt for a part of so many bytes and acts in it.
+    void Prompt(double bytes, const std::function<void()>& act) {
+        prompt.partSize = bytes;
+        const Soon start(act);
+        prompt.ShowModal();
+        EXPECT_FALSE(prompt.isVisible());
+    }
+
+    TestPlatform test;
+    TestVolumes& volumes = test.Volumes();
+    const TestQueue& queue = test.Queue();
+    double freeBytes = 1000000;
+    SharedProgress progress;
+    FrmRemovables prompt{test.Shared(), progress, nullptr};
+};
+
+TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
+    progress.StopRequested = true;
+    Prompt(1000000, [&] { Press("CmdOK"); });
+    EXPECT_FALSE(progress.StopRequested || progress.CancelPending);
+    // Cancel goes on without a look at the medium; a closed prompt comes back with both buttons.
+    Prompt(1000001, [&] {
+        EXPECT_TRUE(BothEnabled());
+        QTest::keyClick(&prompt, Qt::Key_Escape);
+        EXPECT_TRUE(prompt.isVisible());
+        QTest::keyClick(&prompt, Qt::Key_C, Qt::AltModifier);
+    });
+    EXPECT_TRUE(progress.CancelPending && test.boxes->shown.empty());
+}
+
+TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
+    using enum BoxAnswer;
+    test.boxes->answers = {No, Yes, No, Ok, Yes, Yes, Ok, Yes, Yes};
+    test.boxes->whenShown = [&](const BoxMessage&) {
+        EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
+        // The medium is changed while the last questions are asked.
+        freeBytes += test.boxes->shown.size() > 7 ? 1 : 0;
+    };
+    Prompt(1000001, [&] {
+        for (const std::size_t boxes : {1U, 4U, 7U}) {  // not to be erased; not changed; still full
+            Press("CmdOK");
+            EXPECT_EQ(test.boxes->shown.size(), boxes);
+            EXPECT_TRUE(prompt.isVisible() && BothEnabled());
+        }
+        EXPECT_EQ(queue.waited, std::chrono::seconds(2));
+        Press("CmdOK");
+    });
+    Names texts;
+    for (const BoxMessage& box : test.boxes->shown) {
+        texts.push_back(box.text.substr(0, box.text.find('\r')));
+    }
+    const std::string full = "Current media is not Empty,       ";
+    const std::string change =
+        "This program does not erase media itself, and nothing is erased now.";
+    const std::string error = "Media Error, or canceled by user      ";
+    EXPECT_EQ(texts, (Names{full, full, change, error, full, change, error, full, change}));
+    EXPECT_TRUE(Contains(test.boxes->shown[2].text, "unit [E:]"));
+    EXPECT_EQ(test.boxes->shown[3].icon, BoxIcon::Exclamation);
+    EXPECT_FALSE(progress.CancelPending);
 }
 
 }  // namespace
