@@ -1,5 +1,7 @@
 #include "scripts/Crc32.h"
 
+#include <algorithm>
+
 namespace zarn {
 
 namespace {
@@ -39,18 +41,17 @@ Crc32::Method Crc32::FastestMethod() {
 
 std::uint32_t Crc32::CRCTableBuild(std::uint32_t polynomial, std::uint32_t seed) {
     Table& first = tables_.front();
-    for (std::uint32_t index = 0; index < first.size(); ++index) {
-        std::uint32_t value = index;
+    std::uint32_t index = 0;
+    for (std::uint32_t& value : first) {
+        value = index++;
         for (int bit = 0; bit < 8; ++bit) {
             value = (value >> 1U) ^ ((value & 1U) != 0 ? polynomial : 0);
         }
-        first[index] = value;
     }
     for (std::size_t slice = 1; slice < tables_.size(); ++slice) {
-        for (std::size_t index = 0; index < first.size(); ++index) {
-            const std::uint32_t before = tables_[slice - 1][index];
-            tables_[slice][index] = (before >> 8U) ^ first[before & LowByte];
-        }
+        std::ranges::transform(
+            tables_[slice - 1], tables_[slice].begin(),
+            [&first](std::uint32_t before) { return (before >> 8U) ^ first[before & LowByte]; });
     }
     isIeee_ = polynomial == IeeePolynomial;
     return seed;
