@@ -3,131 +3,111 @@
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
 #include "settings/CryptPass.h"
-#include "settings/Parameters.h"
-#include "support/Prelude.h"
 #include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {
 namespace {
 
-constexpr RegistryHive User = RegistryHive::CurrentUser;
-constexpr std::string_view LastUsed = R"(Software\Zarn Technology\Zarn File Splitter\Last Used)";
+using P = Parameters;
+
+const std::string product = R"(Software\Zarn Technology\Zarn File Splitter\)";
 
 struct ParametersTest : public ::testing::Test {
-    ParametersTest() {
-        auto quiet = std::make_unique<QuietProcesses>(test.home);
-        processes = quiet.get();
-        shared.Platform().processes = std::move(quiet);
-    }
-
     TestPlatform test;
-    SharedObjects shared{std::move(test.platform)};
-    QuietProcesses* processes = nullptr;
+    QuietProcesses& processes =
+        TestPlatform::Put(test.platform.processes, std::make_unique<QuietProcesses>(test.home));
 
-    Parameters& Settings() { return shared.Parameters(); }
-    Registry& Store() { return *shared.Platform().registry; }
-
-    /// All settings but the password and the priority, texts first.
-    [[nodiscard]] std::string ReadAll() {
-        Parameters& its = shared.Parameters();
-        std::ostringstream all;
-        all << its.TemporaryFolder() << '|' << its.CurrentVersion() << '|' << its.SavedBatchFile()
-            << '|' << its.DestinationFolder() << '|' << its.DestinationFolderMerge() << '|'
-            << its.LastOpenFileFolder() << '|' << its.LastOpenFolderMergeFile() << '|'
-            << its.SplitCriteria() << '|' << its.ComboSize() << '|' << its.ViewSideBar() << ' '
-            << its.DestinationFolderUseSource() << ' ' << its.DestinationFolderUseMerge() << ' '
-            << its.DeleteSource() << ' ' << its.DeleteSplitParts() << ' ' << its.CRC32() << ' '
-            << its.SFV() << ' ' << its.SizeGB() << ' ' << its.SizeMB() << ' '
-            << its.CompressDestination() << ' ' << its.AutoJoin() << ' '
-            << its.CompressEncryptionLevel() << ' ' << its.CompressEncryptionLenght() << ' '
-            << its.CompressPasswordProtect() << ' ' << its.CompressLevel() << ' ';
-        return all.str();
+    P& Settings() { return test.Settings(); }
+    Registry& Store() { return *test.Shared().Platform().registry; }
+    void Put(const char* key, const char* name, const RegistryValue& value) {
+        Store().SetValue(RegistryHive::CurrentUser, product + key, name, value);
     }
-    /// All that is stored, a line a key; "#" stands before numbers.
+    // All that is stored; "#" stands before numbers.
     [[nodiscard]] std::string StoredAll() const {
         const auto keys = ParseRegistry(test.home.Read("config/settings.reg"));
         std::string all;
         for (const auto& [upperPath, key] : keys.value()) {
-            all += key.path + ":";
+            all += Replace(key.path, product, "") + ": ";
             for (const auto& [upperName, entry] : key.entries) {
-                const bool number = entry.value.type == RegistryType::Number;
-                all += " " + entry.name + "=" +
-                       (number ? "#" + std::to_string(entry.value.number) : entry.value.text) + ",";
+                const auto& [type, text, number] = entry.value;
+                const bool isNumber = type == RegistryType::Number;
+                all += entry.name + "=" + (isNumber ? "#" + std::to_string(number) : text) + ", ";
             }
-            all += "\n";
         }
         return all;
     }
     [[nodiscard]] std::string Stored(const std::string& name) const {
-        const std::vector<std::string> pieces = Split(StoredAll(), " " + name + "=");
+        const std::vector<std::string> pieces = Split(StoredAll(), name + "=");
         return pieces.size() < 2 ? "(absent)" : Split(pieces[1], ",")[0];
     }
+    // Reads a setting for the first time, gives it a value of its own, and reads that.
+    template <typename Got, typename Given>
+    void Use(Got (P::*get)(), void (P::*let)(Given)) {
+        defaults << (Settings().*get)() << '|';
+        if constexpr (std::is_arithmetic_v<Given>) {
+            (Settings().*let)(static_cast<Given>(++used));
+        } else {
+            (Settings().*let)("t" + std::to_string(++used));
+        }
+        values << (Settings().*get)() << ' ';
+    }
+
+    int used = 0;
+    std::ostringstream defaults;
+    std::ostringstream values;
 };
 
-TEST_F(ParametersTest, AFirstRunLeavesWhatWasReadAtItsDefaults) {
-    const std::string defaults = shared.Files().GetWindowsTempPath() + "|v3.85 Pro|" +
-                                 shared.Platform().fileSystem->ProgramFolder() +
-                                 R"(|||C:\|C:\|Size||1 1 1 0 0 0 0 0 1 0 1 0 -1 0 8 )";
-    EXPECT_EQ(ReadAll(), defaults);
-    EXPECT_EQ(Settings().CompressPassword(), "");
-    EXPECT_EQ(ReadAll(), defaults) << "now from the store";
-    using Case = std::pair<const char*, std::string>;
-    for (const auto& [name, stored] :
-         {Case("Compress Password", ""), Case("Compute MB", "#1"), Case("Delete Split Parts", "#0"),
-          Case("Split Criteria", "Size"), Case("Priority Processor", "(absent)")}) {
-        EXPECT_EQ(Stored(name), stored) << name;
-    }
-}
-
-TEST_F(ParametersTest, EachLetWritesItsOwnValue) {
-    Parameters& settings = Settings();
-    settings.TemporaryFolder("a");
-    settings.CurrentVersion("b");
-    settings.SavedBatchFile("c");
-    settings.DestinationFolder("d");
-    settings.DestinationFolderMerge("e");
-    settings.LastOpenFileFolder("f");
-    settings.LastOpenFolderMergeFile("g");
-    settings.SplitCriteria("h");
-    settings.ComboSize("i");
-    settings.ViewSideBar(100001);
-    settings.DestinationFolderUseSource(2);
-    settings.DestinationFolderUseMerge(3);
-    settings.DeleteSource(4);
-    settings.CRC32(5);
-    settings.SFV(6);
-    settings.SizeGB(7);
-    settings.SizeMB(8);
-    settings.CompressDestination(9);
-    settings.AutoJoin(-10);
-    settings.CompressEncryptionLevel(100002);
-    settings.CompressEncryptionLenght(100003);
-    settings.CompressPasswordProtect(100004);
-    settings.CompressLevel(-100005);
+TEST_F(ParametersTest, EverySettingHasADefaultAndAPlaceOfItsOwn) {
+    Use(&P::TemporaryFolder, &P::TemporaryFolder);
+    Use(&P::CurrentVersion, &P::CurrentVersion);
+    Use(&P::SavedBatchFile, &P::SavedBatchFile);
+    Use(&P::DestinationFolder, &P::DestinationFolder);
+    Use(&P::DestinationFolderMerge, &P::DestinationFolderMerge);
+    Use(&P::LastOpenFileFolder, &P::LastOpenFileFolder);
+    Use(&P::LastOpenFolderMergeFile, &P::LastOpenFolderMergeFile);
+    Use(&P::SplitCriteria, &P::SplitCriteria);
+    Use(&P::ComboSize, &P::ComboSize);
+    Use(&P::ViewSideBar, &P::ViewSideBar);
+    Use(&P::DestinationFolderUseSource, &P::DestinationFolderUseSource);
+    Use(&P::DestinationFolderUseMerge, &P::DestinationFolderUseMerge);
+    Use(&P::DeleteSource, &P::DeleteSource);
+    Use(&P::CRC32, &P::CRC32);
+    Use(&P::SFV, &P::SFV);
+    Use(&P::SizeGB, &P::SizeGB);
+    Use(&P::SizeMB, &P::SizeMB);
+    Use(&P::CompressDestination, &P::CompressDestination);
+    Use(&P::AutoJoin, &P::AutoJoin);
+    Use(&P::CompressEncryptionLevel, &P::CompressEncryptionLevel);
+    Use(&P::CompressEncryptionLenght, &P::CompressEncryptionLenght);
+    Use(&P::CompressPasswordProtect, &P::CompressPasswordProtect);
+    Use(&P::CompressLevel, &P::CompressLevel);
+    Use(&P::CompressPassword, &P::CompressPassword);
+    EXPECT_EQ(defaults.str(), test.Shared().Files().GetWindowsTempPath() + "|v3.85 Pro|" +
+                                  test.Shared().Platform().fileSystem->ProgramFolder() +
+                                  R"(|||C:\|C:\|Size||1|1|1|0|0|0|0|1|0|1|0|-1|0|8||)");
+    EXPECT_EQ(Settings().DeleteSplitParts(), 0);
+    EXPECT_EQ(values.str(),
+              "t1 t2 t3 t4 t5 t6 t7 t8 t9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 t24 ");
     const std::string all = StoredAll();
     EXPECT_EQ(all.substr(all.find("General")),
-              "General: Current Version=b, Temporary Folder=a,\n" + std::string(LastUsed) +
-                  ": Auto Join=#-10, Compress Destination=#9, Compute GB=#7, Compute MB=#8, "
-                  "CRC 32=#5, Custom Sizes=i, Delete Source=#4, Destination Folder=d, "
-                  "Destination Folder Merge=e, Destination Folder Use Merge=#3, "
-                  "Destination Folder Use Source=#2, Last Open File Folder=f, "
-                  "Last Open Folder Merge File=g, Saved Batch File=c, SFV File=#6, "
-                  "Split Criteria=h, View Side Bar=#100001,\n"
-                  R"(Software\Zarn Technology\Zarn File Splitter\Preferences: )"
-                  "Compress Encryption Lenght=#100003, Compress Encryption Level=#100002, "
-                  "Compress Level=#-100005, Compress Password Protect=#100004,\n");
-    EXPECT_EQ(ReadAll(),
-              "a|b|c|d|e|f|g|h|i|100001 2 3 4 0 5 6 7 8 9 -10 100002 100003 100004 -100005 ");
-    const Parameters again(Store(), *processes, *shared.Platform().fileSystem, shared.Files(),
-                           shared.Separators());
-    EXPECT_EQ(settings.CurrentVersion(), "v3.85 Pro") << "each creation writes it";
+              "General: Current Version=t2, Temporary Folder=t1, Last Used: Auto Join=#19, "
+              "Compress Destination=#18, Compute GB=#16, Compute MB=#17, CRC 32=#14, "
+              "Custom Sizes=t9, Delete Source=#13, Delete Split Parts=#0, Destination Folder=t4, "
+              "Destination Folder Merge=t5, Destination Folder Use Merge=#12, "
+              "Destination Folder Use Source=#11, Last Open File Folder=t6, "
+              "Last Open Folder Merge File=t7, Saved Batch File=t3, SFV File=#15, "
+              "Split Criteria=t8, View Side Bar=#10, Preferences: "
+              "Compress Encryption Lenght=#21, Compress Encryption Level=#20, Compress Level=#23, "
+              "Compress Password=" +
+                  CryptPass("t24", true) + ", Compress Password Protect=#22, ");
+    test.Shared().Drop();
+    EXPECT_EQ(Settings().CurrentVersion(), "v3.85 Pro") << "each creation writes it";
 }
 
 TEST_F(ParametersTest, TheValueDecidesTheStoredType) {
     using Case = std::tuple<const char*, std::string, std::string>;
     for (const auto& [value, stored, back] :
-         {Case("650", "#650", "650"), Case("1.44", "#1", "1"), Case("2.5", "#2", "2"),
-          Case("3.5", "#4", "4"), Case(" -7 ", "#-7", "-7"), Case("0", "#0", "0"),
+         {Case("650", "#650", "650"), Case("2.5", "#2", "2"), Case(" -7 ", "#-7", "-7"),
           Case("  a b ", "a b", "a b"), Case("1x", "1x", "1x"), Case("   ", "", "")}) {
         Settings().ComboSize(value);
         EXPECT_EQ(Stored("Custom Sizes"), stored) << value;
@@ -138,21 +118,20 @@ TEST_F(ParametersTest, TheValueDecidesTheStoredType) {
 
 TEST_F(ParametersTest, StoredValuesOfAnotherType) {
     const auto error = [&](const RegistryValue& stored) {
-        Store().SetValue(User, LastUsed, "Compute MB", stored);
+        Put("Last Used", "Compute MB", stored);
         return ErrorOf([&] { static_cast<void>(Settings().SizeMB()); });
     };
     EXPECT_EQ(error({RegistryType::Text, "x", 0}), ErrorNumber::TypeMismatch);
     EXPECT_EQ(error({RegistryType::Number, {}, 32768}), ErrorNumber::Overflow);
-    // A text ends at its first NUL, and a blank value is absent.
+    // A text ends at its first NUL, and a blank value is absent, as one of another type is.
     using Case = std::tuple<std::string, std::int16_t>;
     for (const auto& [text, number] :
          {Case("6.5", 6), Case(std::string("7\0008", 3), 7), Case("", 1)}) {
         EXPECT_EQ(error({RegistryType::Text, text, 0}), std::nullopt);
         EXPECT_EQ(Settings().SizeMB(), number) << text;
     }
-    EXPECT_EQ(Stored("Compute MB"), "#1");
-    test.home.Write("config/settings.reg", "[HKEY_CURRENT_USER\\" + std::string(LastUsed) +
-                                               "]\n\"Split Criteria\"=hex(2):41,00\n");
+    test.home.Write("config/settings.reg", "[HKEY_CURRENT_USER\\" + product +
+                                               "Last Used]\n\"Split Criteria\"=hex(2):41,00\n");
     EXPECT_EQ(Settings().SplitCriteria(), "Size");
     EXPECT_EQ(Stored("Split Criteria"), "Size");
 }
@@ -164,21 +143,15 @@ TEST_F(ParametersTest, ThePriorityIsAppliedByEachAccess) {
     EXPECT_EQ(Stored("Priority Processor"), "#4");
     Settings().PriorityProcessor(2.5);
     EXPECT_EQ(Settings().PriorityProcessor(), 2) << "class by the value, store by its rounding";
-    EXPECT_EQ(processes->calls, "normal normal real-time high normal ");
-    using enum PriorityClass;
-    using Case = std::pair<double, PriorityClass>;
-    for (const auto& [value, expected] :
-         {Case(-5, Idle), Case(1, Idle), Case(1.01, Normal), Case(2, Normal), Case(2.01, High),
-          Case(3, High), Case(3.01, RealTime)}) {
-        EXPECT_EQ(PriorityClassOf(value), expected) << value;
-    }
+    Settings().PriorityProcessor(1);
+    Settings().PriorityProcessor(3);
+    EXPECT_EQ(processes.calls, "normal normal real-time high normal idle high ");
 }
 
 TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
     using Case = std::tuple<StoredValue, StoredValue, std::int16_t>;
     for (auto [value, corrected, stored] :
-         {Case(5, 1, 1), Case(1, 1, 1), Case(0, 0, 0), Case(-3, -3, -3), Case("yes", 0, 0),
-          Case("", 0, 0), Case("7", 1, 1), Case("1.2", 1, 1), Case("1", "1", 1),
+         {Case(2, 1, 1), Case(-3, -3, -3), Case("yes", 0, 0), Case("1.2", 1, 1), Case("1", "1", 1),
           Case("99999999999", 1, 1)}) {
         Settings().DeleteSplitParts(value);
         EXPECT_EQ(value, corrected);
@@ -187,7 +160,8 @@ TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
 }
 
 TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
-    SettingsStore store(Store(), shared.Separators());
+    constexpr RegistryHive User = RegistryHive::CurrentUser;
+    SettingsStore store(Store(), test.Shared().Separators());
     store.SaveRegistryValue(User, R"(A\B)", "x", "text");
     EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
     store.DeleteRegistryValue(User, R"(A\B)", "x");
@@ -197,28 +171,21 @@ TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
     EXPECT_FALSE(store.RegistryKeyExists(User, R"(A\B)"));
 }
 
-TEST_F(ParametersTest, APasswordIsScrambledInTheStore) {
-    // 65 + 225 + 1 - 255 and 66 + 225 + 4 - 255.
-    Settings().CompressPassword("AB");
-    EXPECT_EQ(Stored("Compress Password"), "$(");
-    // What looks like a number is stored as one.
-    Settings().CompressPassword(CryptPass("12", false));
-    EXPECT_EQ(Stored("Compress Password"), "#12");
-}
-
 TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
-    LocaleSeparators comma;
-    comma.decimal = ",";
-    comma.group = ".";
+    // 65 + 225 + 1 - 255 and 66 + 225 + 4 - 255. What looks like a number is stored as one.
     const auto of = [](const char* scrambled) { return CryptPass(scrambled, false); };
+    using Pair = std::pair<std::string, const char*>;
+    for (const auto& [password, stored] : {Pair("AB", "$("), Pair(of("12"), "#12")}) {
+        Settings().CompressPassword(password);
+        EXPECT_EQ(Stored("Compress Password"), stored);
+    }
+    const LocaleSeparators comma{",", ".", "-", ":"};
     using Case = std::tuple<std::string, bool, bool>;
     for (const auto& [password, isKept, isKeptInGerman] :
-         {Case("secret", true, true), Case("Gr\u00FC\u00DFe \u20AC", true, true),
-          Case(" ", true, true), Case("\u4E2D", false, false), Case("a\xE9", false, false),
-          Case(std::string("a\0b", 3), false, false), Case(of("12"), false, false),
-          Case(of("-1E3"), false, false), Case(of("99999999999"), false, false),
-          Case(of("1E999"), false, false), Case(of("1.5.5"), true, false),
-          Case(of("1,5;"), true, true), Case(of("a "), false, false), Case(of(" a"), false, false),
+         {Case("Gr\u00FC\u00DFe \u20AC", true, true), Case("\u4E2D", false, false),
+          Case("a\xE9", false, false), Case(std::string("a\0b", 3), false, false),
+          Case(of("99999999999"), false, false), Case(of("1E999"), false, false),
+          Case(of("1.5.5"), true, false), Case(of("a "), false, false),
           Case(of("a b"), true, true)}) {
         EXPECT_EQ(KeepsPassword(password, {}), isKept) << password;
         EXPECT_EQ(KeepsPassword(password, comma), isKeptInGerman) << password;
@@ -231,11 +198,10 @@ TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
         }
     }
     // What somebody else stored.
-    const RegistryValue number = {RegistryType::Number, {}, 12};
     const auto text = [](const char* bytes) { return RegistryValue{RegistryType::Text, bytes, 0}; };
-    for (const RegistryValue& stored : {number, text(""), text("12"), text(" a"), text("\u4E2D")}) {
-        Store().SetValue(User, R"(Software\Zarn Technology\Zarn File Splitter\Preferences)",
-                         "Compress Password", stored);
+    for (const RegistryValue& stored : {RegistryValue{RegistryType::Number, {}, 12}, text(""),
+                                        text("12"), text(" a"), text("\u4E2D")}) {
+        Put("Preferences", "Compress Password", stored);
         EXPECT_EQ(Settings().ZipPassword(), std::nullopt) << stored.text;
     }
 }
@@ -251,8 +217,7 @@ TEST(CryptPassTest, EveryCodeComesBackAtEveryPosition) {
         EXPECT_EQ(scrambled.find('\0'), std::string::npos);
         EXPECT_EQ(CryptPass(scrambled, false), text) << code;
     }
-    EXPECT_EQ(CryptPass(CryptPass("a\u4E2Db", true), false), "a?b");
-    EXPECT_EQ(CryptPass(CryptPass("\xE9", true), false), "\xC3\xA9") << "a stray byte is its code";
+    EXPECT_EQ(CryptPass(CryptPass("a\u4E2Db\xE9", true), false), "a?b\u00E9") << "a byte is a code";
 }
 
 }  // namespace
