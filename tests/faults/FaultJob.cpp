@@ -53,10 +53,12 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
     const std::vector<std::string> split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\PARTS)", "/PN=3",
                                             job.Has(Job::DeletesParts) ? "/DP" : ""};
     EXPECT_EQ(RunWatched({"", Road::Split, split}, folder, {}).message, "");
-    folder.Write("PARTS/DATA.BIN", "an older result");
+    if (!job.Has(Job::OverNothing)) {
+        folder.Write("PARTS/DATA.BIN", "an older result");
+        folder.Write("DEST/DATA.BIN", "an older result elsewhere");
+    }
     folder.Write("PARTS/DATA.BIN_Part0.sfv", "checksums");
     folder.Write("PARTS/DATA.BIN_Part1.bak", "somebody's copy");
-    folder.Write("DEST/DATA.BIN", "an older result elsewhere");
     folder.Write("DEST/NOTE.TXT", "a note");
     if (!job.Has(Job::Cancelled) && job.arguments.size() > 1) {
         const std::string script = InFolder(folder, job.arguments[0]);
@@ -86,7 +88,7 @@ const std::vector<Job>& Jobs() {
         {"SplitThroughABuffer", Road::Split, bySize, "buffered", {Job::OverEarlier}},
         {"SplitOfSharedBlocks", Road::Split, split, "shares", {Job::DeletesSource}},
         {"SplitThatDeletes", Road::Split, with({"/DS"}), "", {Job::DeletesAlways}},
-        {"Compressed", Road::Split, with({"/C", "/CL=5"}), "", {Job::Compressed}},
+        {"Compressed", Road::Split, with({"/C", "/CL=5"}), "replaces", {Job::Compressed}},
         {"EncryptedThatDeletes",
          Road::Split,
          with({"/C", "/CL=5"}),
@@ -97,6 +99,7 @@ const std::vector<Job>& Jobs() {
         {"Join", Road::Join, join},
         {"JoinThatDeletes", Road::Join, join, "buffered", {Job::DeletesParts}},
         {"JoinThatMoves", Road::Join, move, "shares", {Job::Moves}},
+        {"JoinThatMovesByLink", Road::Join, move, "replaces", {Job::Moves, Job::OverNothing}},
         {"JoinThatMovesAcross", Road::Join, move, "split", {Job::DeletesParts, Job::Moves}},
         {"Settings", Road::Settings, with({"/DP", "/TEST"})},
     };

@@ -24,6 +24,7 @@ struct Job {
         DeletesSource,  ///< by the setting
         DeletesAlways,  ///< by `/DS`, however the run ended
         OverEarlier,    ///< parts and script of an earlier job are there
+        OverNothing,    ///< no older result of a join is there
         DeletesParts,   ///< a join's script does
         Moves,          ///< a join's result, to `DEST`
         MovesHome,      ///< a join's result, to where it is already

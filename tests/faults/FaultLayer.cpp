@@ -15,7 +15,8 @@
 //   ZARN_FAULT_VIEW    another path of the folder
 //   ZARN_FAULT_STAYS   set: every later one fails too; of ENOSPC those that need space
 //   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
-//                      (it shares blocks), `split` (each folder is a volume of its own)
+//                      (it shares blocks), `split` (each folder is a volume of its own),
+//                      `replaces` (it cannot rename without replacing), `replaces, no links`
 //   ZARN_FAULT_LOG     the log: the call and the path of every operation; behind it `to` with the
 //                      path that a file gets by it, and `failed` if it did; at the end `left` with
 //                      the path of every file that was open
@@ -262,9 +263,17 @@ std::string FolderOf(const std::string& path) {
     return path.substr(0, path.rfind('/'));
 }
 
-bool CrossesVolumes(const char* from, const char* to) {
-    errno = EXDEV;
-    return TheLayer().volume == "split" && FolderOf(Watched(from)) != FolderOf(Watched(to));
+// Gives a file a name, where the volume can do that.
+template <typename Operation>
+int Name(std::string_view call, const char* from, const char* to, bool canDoIt, int otherwise,
+         const Operation& operation) {
+    return Strike(call, Watched(from), 0, [&](std::size_t /*bytes*/) {
+        TheLayer().Log("to", Watched(to));
+        const bool crosses =
+            TheLayer().volume == "split" && FolderOf(Watched(from)) != FolderOf(Watched(to));
+        errno = crosses ? EXDEV : otherwise;
+        return crosses || !canDoIt ? -1 : operation();
+    });
 }
 
 // What sharing blocks comes to for whoever reads the files.
@@ -457,11 +466,9 @@ int remove(const char* path) noexcept {
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
               unsigned flags) noexcept {
-    return Strike("rename", Watched(from), 0, [&](std::size_t /*bytes*/) {
-        TheLayer().Log("to", Watched(to));
-        return CrossesVolumes(from, to)
-                   ? -1
-                   : Next("renameat2", renameat2)(fromFolder, from, toFolder, to, flags);
+    const bool canDoIt = flags == 0 || !TheLayer().volume.starts_with("replaces");
+    return Name("rename", from, to, canDoIt, EINVAL, [&] {
+        return Next("renameat2", renameat2)(fromFolder, from, toFolder, to, flags);
     });
 }
 
@@ -470,10 +477,8 @@ int rename(const char* from, const char* to) noexcept {
 }
 
 int link(const char* from, const char* to) noexcept {
-    return Strike("link", Watched(from), 0, [&](std::size_t /*bytes*/) {
-        TheLayer().Log("to", Watched(to));
-        return Next("link", link)(from, to);
-    });
+    return Name("link", from, to, !TheLayer().volume.ends_with("no links"), EPERM,
+                [&] { return Next("link", link)(from, to); });
 }
 
 DIR* opendir(const char* path) {

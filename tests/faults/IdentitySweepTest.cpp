@@ -58,14 +58,16 @@ std::vector<Job> IdentityJobs() {
     const Names sfv = {R"(@\IN\DATA.BIN)", R"(@\OUT\)", "split"};
     const Names join = {script + ".bat", R"(@\DEST\DATA.BIN)", "join"};
     const auto add = [&](const char* name, Road road, const Names& arguments,
-                         const std::set<Job::Trait>& traits) {
-        jobs.push_back({name, road, arguments, "", traits});
+                         const std::set<Job::Trait>& traits, const char* volume = "") {
+        jobs.push_back({name, road, arguments, volume, traits});
     };
     add("CompressedThatDeletes", Road::Split, split, {Job::Compressed, Job::DeletesAlways});
     add("CompressedWithoutBackslash", Road::Split, split,
-        {Job::Compressed, Job::DeletesSource, Job::OverEarlier, Job::NoBackslash});
+        {Job::Compressed, Job::DeletesSource, Job::OverEarlier, Job::NoBackslash}, "replaces");
     add("JoinThatMovesHome", Road::Join, {script + "_TMP.bat", R"(@\PARTS\DATA.BIN)"},
         {Job::DeletesParts, Job::MovesHome});
+    add("JoinThatMovesWithoutLinks", Road::Join, {script + "_TMP.bat", R"(@\DEST\DATA.BIN)"},
+        {Job::Moves, Job::OverNothing}, "replaces, no links");
     add("CancelledSplit", Road::Sfv, sfv, {Job::Cancelled});
     add("CancelledSplitThatDeletes", Road::Sfv, sfv, {Job::Cancelled, Job::DeletesSource});
     add("CancelledJoin", Road::Join, join, {Job::Cancelled, Job::Moves});
@@ -136,7 +138,7 @@ class Place {
 
     void MakeLinks() const {
         if (job.IsJoin()) {
-            if (job.Has(Job::Moves)) {
+            if (job.Has(Job::Moves) && !job.Has(Job::OverNothing)) {
                 Link("PARTS/DATA.BIN", "DEST/DATA.BIN");
             }
             Link("PARTS/DATA.BIN_Part1", "PARTS/Zarn.TMP");

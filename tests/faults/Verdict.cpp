@@ -226,10 +226,18 @@ bool IsLastCopy(const Job& job, const std::string& path) {
 std::string JudgeOrder(const Evidence& evidence) {
     const Job& job = evidence.job;
     std::map<std::string, bool> unsafe;  // what was written; true if not even its bytes are safe
-    std::map<std::string, std::string> copies;  // under other names, by those
+    std::map<std::string, std::string> copies;              // under other names, by those
+    std::set<std::pair<std::string, std::string>> refused;  // names, because they are taken
+    std::size_t number = 0;
     for (const auto& [call, path, to, failed] : evidence.run.operations) {
+        ++number;
         if (failed) {
+            refused.emplace(path, to);
             continue;
+        }
+        if (!to.empty() && number > evidence.fault.number && evidence.fault.to == to &&
+            refused.contains({path, to})) {
+            return "replaced: " + to;
         }
         if (Words{"write", "copy", "share"}.contains(call)) {
             unsafe[path] = true;
@@ -241,7 +249,9 @@ std::string JudgeOrder(const Evidence& evidence) {
             });
         } else if (!to.empty()) {
             auto file = unsafe.extract(path);
-            const bool isPrecious = job.IsJoin() || path.starts_with("config/");
+            // What somebody puts there in mid-run is no older file.
+            const bool isPrecious =
+                (job.IsJoin() && to != evidence.fault.to) || path.starts_with("config/");
             if (!file.empty() && file.mapped() && isPrecious && evidence.before.contains(to)) {
                 return "replaced before a flush: " + to;
             }
@@ -255,7 +265,10 @@ std::string JudgeOrder(const Evidence& evidence) {
             }
         } else if (call == "delete") {
             unsafe.erase(path);
-            const bool isCopy = IsLastCopy(job, path) || copies.erase(path) > 0;
+            const bool hasOther = std::any_of(copies.begin(), copies.end(), [&](const auto& copy) {
+                return copy.second == path;
+            });
+            const bool isCopy = (IsLastCopy(job, path) && !hasOther) || copies.erase(path) > 0;
             if (isCopy && !unsafe.empty()) {
                 return path + " deleted before a flush of " + unsafe.begin()->first;
             }
@@ -484,12 +497,16 @@ std::string JudgeNames(const Evidence& evidence) {
     if (!evidence.job.IsJoin() || evidence.job.Has(Job::Cancelled)) {
         return {};
     }
-    if (BytesOf(evidence.before, fault.from) == Content() &&
+    // A link takes no name away, so the name can go to another file before it is deleted.
+    const bool isRace = evidence.job.volume == "replaces" && evidence.run.struck &&
+                        evidence.run.struck->call == "delete";
+    if (!isRace && BytesOf(evidence.before, fault.from) == Content() &&
         count(BytesOf(evidence.before, fault.to)) == 0) {
         return "LOSS of " + fault.to;
     }
     // A link at the destination may lead to the joined file.
-    const bool isLinked = BytesOf(evidence.before, Beside) == BytesOf(evidence.before, Elsewhere);
+    const bool isLinked = evidence.before.contains(Beside) &&
+                          BytesOf(evidence.before, Beside) == BytesOf(evidence.before, Elsewhere);
     const auto names = count(Content());
     const bool once = names == 1 || (isLinked && names == 2) || !fault.to.empty();
     return once || !SaysDone(evidence.job, evidence.run) ? "" : "the joined file is not there once";
