@@ -81,15 +81,14 @@ TEST_F(JoinAnalysisTest, ReportsWhatIsThereByName) {
 }
 
 TEST_F(JoinAnalysisTest, NumbersPartsInTheWidthOfTheirCount) {
-    using Row = std::tuple<int, int, const char*>;
-    for (const auto& [count, number, name] : {Row(9, 9, "ab_Part9"), Row(10, 9, "ab_Part09"),
-                                              Row(999, 9, "ab_Part009"), Row(1000, 9, "ab_Part")}) {
-        std::string original = " \"a\"b ";
-        EXPECT_EQ(JoinPartPath("C:\\d\\s.bat", original, count, number),
-                  std::string("C:\\d\\") + name);
-        EXPECT_EQ(original, "ab");
+    for (const auto& [count, name] : {std::pair("9", "ab_Part9"),
+                                      {"10", "ab_Part09"},
+                                      {"999", "ab_Part009"},
+                                      {"1000", "ab_Part"}}) {
+        const std::string script = Replace(Named(" \"a\"b :c"), ": 3", std::string(": ") + count);
+        EXPECT_EQ(ReportOf(script).Part(9).name, name);
+        EXPECT_EQ(ReportOf(script).originalName, "ab");
     }
-    EXPECT_EQ(OriginalFileValue("Rem |  Original File : \"a:b\""), " \"a");
     folder.Write("My film.avi_Part", "ab");
     const JoinReport report = ReportOf(start + Count("400000") + nameLine);
     EXPECT_EQ(report.Part(400000).name + report.Part(400000).status, "My film.avi_Part");

@@ -24,22 +24,16 @@ const std::string script = "@Echo off\r\n" + rule +
                            rule + keepingScript;
 const Names question = {"Destination folder doesn't exist, create this new folder ?   "};
 
-// Finds the files of a share in a folder, and acts when one is opened.
-class SharedFile : public ForwardingLargeFile {
+// A file that may be another one than its path says.
+class FoundFile : public ForwardingLargeFile {
   public:
-    SharedFile(std::unique_ptr<LargeFileAccess> real, std::string folder,
-               const std::function<void()>& whenOpened)
-        : ForwardingLargeFile(std::move(real)),
-          folder_(std::move(folder)),
-          whenOpened_(whenOpened) {}
-    void Open(std::string_view path) override {
-        ForwardingLargeFile::Open(Replace(path, Share, folder_));
-        whenOpened_();
-    }
+    using Find = std::function<std::string(std::string_view)>;
+    FoundFile(std::unique_ptr<LargeFileAccess> real, const Find& find)
+        : ForwardingLargeFile(std::move(real)), find_(find) {}
+    void Open(std::string_view path) override { ForwardingLargeFile::Open(find_(path)); }
 
   private:
-    std::string folder_;
-    const std::function<void()>& whenOpened_;
+    const Find& find_;
 };
 
 // The join page in its empty state. Paths are written and read with HERE for the test's folder.
@@ -47,7 +41,7 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
   protected:
     JoinPageTest() {
         test.Watch().wrap = [this](auto real) {
-            return std::make_unique<SharedFile>(std::move(real), Here(), whenOpened);
+            return std::make_unique<FoundFile>(std::move(real), find);
         };
     }
     void ShowDrive(std::string_view path) override { calls += "show " + Short(path) + " "; }
@@ -72,7 +66,6 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
         Dialogs().answers = {path};
         Click("CmdSourceFileJoin");
     }
-    void Drop(const Names& paths) { DropOn("txtFileToJoin", paths); }
     void WriteDestination(std::string_view folder) {
         Write("txtDestinationFolderJoin", Long(folder));
     }
@@ -104,8 +97,8 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
             EXPECT_FALSE(IsEnabled(name)) << name;
         }
     }
-    // Double-clicks a row, or presses a key on it, and returns what the window that opens says.
-    std::string LogOf(int row, std::optional<Qt::Key> key = {}) {
+    // What the window says that opens at a double click on a row, or at a key.
+    std::string LogOf(int row, Qt::Key key = {}) {
         std::string log;
         const Soon look([&] {
             if (auto* form = qobject_cast<FrmLogError*>(QApplication::activeModalWidget())) {
@@ -117,13 +110,12 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
         });
         const QPoint place = List().visualRect(Rows().index(row, 0)).center();
         QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, place);
-        key ? QTest::keyClick(&List(), *key)
-            : QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
+        key != Qt::Key() ? QTest::keyClick(&List(), key)
+                         : QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
         QCoreApplication::processEvents();
         EXPECT_TRUE(List().isEnabled());
         return log;
     }
-
     // The destination, its box, the two buttons, and the stored folder.
     std::string State() {
         const bool isTicked = IsChecked("ChkJoinDestination");
@@ -155,7 +147,7 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
     }
 
     std::string calls;
-    std::function<void()> whenOpened = [] {};
+    FoundFile::Find find = [this](auto path) { return Replace(path, Share, Here()); };
 };
 
 TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
@@ -172,27 +164,20 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
          {Case("two.bat", analysis, analysis, analysis), Case("film.txt", format, format, kind),
           Case("missing.bat", nothing, format, format), Case("folder.bat", nothing, {}, {})}) {
         const std::string path = Folder().Drive(name);
-        for (const std::string way : {"browsed", "typed", "dropped"}) {
-            SCOPED_TRACE(name + " " + way);
+        const auto refuses = [&](const Names& messages, const std::string& stored,
+                                 const std::function<void()>& way) {
+            SCOPED_TRACE(name + " " + stored);
             Settings().LastOpenFolderMergeFile("X");
             Open();
-            Names messages = typed;
-            std::string stored = "X";
-            if (way == "browsed") {
-                Browse(path);
-                messages = browsed;
-                stored = browsed == nothing ? "X" : R"(C:\)";
-            } else if (way == "dropped") {
-                Drop({Folder().System(name)});
-                messages = dropped;
-                stored = dropped.empty() || dropped == kind ? "X" : path;
-            } else {
-                Write("txtFileToJoin", path);
-            }
+            way();
             EXPECT_EQ(Said(), messages);
             EXPECT_EQ(Settings().LastOpenFolderMergeFile(), stored);
             ExpectEmptyPage();
-        }
+        };
+        refuses(browsed, browsed == nothing ? "X" : R"(C:\)", [&] { Browse(path); });
+        refuses(typed, "X", [&] { Write("txtFileToJoin", path); });
+        refuses(dropped, dropped.empty() || dropped == kind ? "X" : path,
+                [&, file = Folder().System(name)] { DropOn("txtFileToJoin", {file}); });
     }
 }
 
@@ -237,11 +222,11 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     Folder().Write("Movie.avi_Part2", "");
     Folder().Write("Movie.avi_Part0.sfv", "");
     EXPECT_EQ(LabelText("txtJoinIntegrity"), "Parts OK");
-    Drop({Folder().System("Movie.avi_Part0.bat")});
+    DropOn("txtFileToJoin", {Folder().System("Movie.avi_Part0.bat")});
     EXPECT_EQ(Report(),
               " 3| 5 Bytes|Errors!|Present|192\nMovie.avi_Part1*|****|File Lost or corrupted!|\n"
               "Movie.avi_Part2|0 Bytes||\nMovie.avi_Part3|5 Bytes||");
-    for (const auto key : {std::optional<Qt::Key>(), {Qt::Key_Return}, {Qt::Key_Enter}}) {
+    for (const auto key : {Qt::Key(), Qt::Key_Return}) {
         EXPECT_EQ(LogOf(0, key), " Error Log|File Lost or corrupted!");
     }
     EXPECT_EQ(LogOf(1), "");
@@ -268,18 +253,18 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
 TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
     const std::string path = MakeSet();
     const std::string file = Folder().System("Movie.avi_Part0.bat");
-    Drop({file, Folder().System("b"), Folder().System("c")});
+    DropOn("txtFileToJoin", {file, Folder().System("b"), Folder().System("c")});
     EXPECT_EQ(Boxes().shown.at(0).icon, BoxIcon::Information);
     EXPECT_EQ(Said(), Names{"You have selected more than one file, only the first one will be "
                             "considered :\r\r" +
                             path});
     EXPECT_TRUE(IsEnabled("CmdJoin"));
-    Drop({Folder().System(R"(a\b.bat)")});  // has no path of the program's form
+    DropOn("txtFileToJoin", {Folder().System(R"(a\b.bat)")});  // has no path of the program's form
     EXPECT_EQ(Said().size(), 1U);
     EXPECT_EQ(Text("txtFileToJoin"), path);
     // What fails in a drop is passed over, and leaves no report.
-    whenOpened = [&] { fs::remove(file); };
-    Drop({file});
+    find = [&](auto) { return fs::rename(file, file + "x"), path + "x"; };
+    DropOn("txtFileToJoin", {file});
     GuardedApplication::RethrowRaised();
     ExpectEmptyPage();
     EXPECT_TRUE(Said().empty());
