@@ -297,31 +297,25 @@ TEST_F(JoinPageTest, JudgesEveryDestination) {
 
 TEST_F(JoinPageTest, FollowsTheBoxAndWhatIsPicked) {
     Folder().MakeFolder("saved");
-    OpenSet(R"(HERE\saved)");
-    for (const char* state :
-         {R"(HERE\ ticked join, HERE\saved)", R"(HERE\saved join pick, HERE\saved)",
-          R"(HERE\ ticked join, HERE\saved)"}) {
-        EXPECT_EQ(State(), state);
-        Click("ChkJoinDestination");
-    }
-    Click("ChkJoinDestination");
-    // A tick by code stores itself and does no more.
-    WriteDestination(R"(HERE\saved)");
-    EXPECT_EQ(State(), R"(HERE\saved join, HERE\saved)");
-    // The next file finds the choice of the last one, and the folder. So does a reset, though it
-    // writes that folder.
-    OpenSet(R"(HERE\saved)");
-    EXPECT_EQ(State(), R"(HERE\saved join pick, HERE\saved)");
-    Settings().DestinationFolderUseMerge(1);
-    OpenSet(R"(HERE\saved)");
-    Click("CmdResetJoin");
-    EXPECT_EQ(State(), R"(HERE\saved ticked, HERE\saved)");
-    // Or a folder that is picked.
-    Settings().DestinationFolderUseMerge(0);
-    OpenSet();
     Dialogs().answers = {std::nullopt, Long(R"(HERE\saved)")};
-    for (const char* state : {" pick, ", R"(HERE\saved\ join pick, )"}) {
-        Click("CmdDestinationFolderJoin");
+    const auto click = [this](const char* name) { return [this, name] { Click(name); }; };
+    const auto openWith = [this](std::int16_t useMerge, const char* stored) {
+        return [=, this] { Settings().DestinationFolderUseMerge(useMerge), OpenSet(stored); };
+    };
+    using Step = std::pair<std::function<void()>, const char*>;
+    for (const auto& [act, state] :
+         {Step(openWith(1, R"(HERE\saved)"), R"(HERE\ ticked join, HERE\saved)"),
+          Step(click("ChkJoinDestination"), R"(HERE\saved join pick, HERE\saved)"),
+          Step(click("ChkJoinDestination"), R"(HERE\ ticked join, HERE\saved)"),
+          // A tick by code stores itself and does no more.
+          Step([this] { WriteDestination(R"(HERE\saved)"); }, R"(HERE\saved join, HERE\saved)"),
+          // The next file finds the choice and the folder, and so does a reset, which writes that.
+          Step([this] { OpenSet(R"(HERE\saved)"); }, R"(HERE\saved join pick, HERE\saved)"),
+          Step(openWith(1, R"(HERE\saved)"), R"(HERE\ ticked join, HERE\saved)"),
+          Step(click("CmdResetJoin"), R"(HERE\saved ticked, HERE\saved)"),
+          Step(openWith(0, ""), " pick, "), Step(click("CmdDestinationFolderJoin"), " pick, "),
+          Step(click("CmdDestinationFolderJoin"), R"(HERE\saved\ join pick, )")}) {
+        act();
         EXPECT_EQ(State(), state);
     }
     EXPECT_EQ(Dialogs().asked, Names(2, "Select Destination Folder|"));
