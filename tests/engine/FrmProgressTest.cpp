@@ -117,6 +117,7 @@ TEST_F(FrmProgressTest, CutsAnArchiveAndStartsAgainOnlyAtZero) {
     }
     EXPECT_TRUE(test.boxes->shown.empty());
 }
+
 TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     Shared().Parameters().DeleteSource(1);
     MakeForm();
@@ -159,41 +160,27 @@ TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
     EXPECT_TRUE(form->JobEnded && out.Has("movie.avi_Part0.bat"));
 }
 
-TEST_F(FrmProgressTest, ACancelBetweenTwoMediaClosesBehindThePrompt) {
-    const TestFolder taken;
+TEST_F(FrmProgressTest, ACancelBehindThePromptForAMediumCloses) {
     folder.Write("movie.avi", TestBytes(8000));  // 3000 a part: a margin of 2000 stays free
     const FolderMedium medium(test.Volumes(), out.System(), 5000);
     MakeForm();
     form->job.sfv = true;
-    Names prompts;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
         const auto* prompt = qobject_cast<FrmRemovables*>(QApplication::activeModalWidget());
         if (prompt != nullptr && prompt->parentWidget() == form.get()) {
             const auto* message = prompt->findChild<QLabel*>("lblMessage");
-            prompts.push_back(FromQt(prompt->windowTitle() + message->text()));
-            fs::rename(out.System(), taken.System(std::to_string(prompts.size())));
-            fs::create_directory(out.System());
+            states = {FromQt(prompt->windowTitle() + message->text())};
             QTest::mouseClick(prompt->findChild<chameleonButton*>("CmdOK"), Qt::LeftButton);
+            queue.whenRun = [&] { ClickButton(); };
         }
     });
     watch.start(0);
-    // The third time that events run after the part's last percent is the one before the prompt.
-    int left = 0;
-    When("at 37 %", [&] { left = 4; });
-    queue.whenRun = [&] {
-        Look();
-        if (--left == 0) {
-            ClickButton();
-        }
-    };
     EXPECT_EQ(Run(), std::nullopt);
-    const std::string insert =
-        "Please insert a new media on unit [" + out.Drive().substr(0, 2) + "]";
-    EXPECT_EQ(prompts, (Names{"  DISK 1 of 3 ...   " + insert, "  DISK 2 of 3 ...   " + insert}));
-    EXPECT_EQ(FromQt(form->windowTitle()), " Writing file pieces ...");  // no SFV stage
-    EXPECT_FALSE(form->CancelPending);
-    EXPECT_TRUE(out.Names().empty());
+    const std::string unit = "[" + out.Drive().substr(0, 2) + "]";
+    EXPECT_EQ(states[0], "  DISK 1 of 3 ...   Please insert a new media on unit " + unit);
+    EXPECT_EQ(FromQt(form->windowTitle()), " Starting Split Process ...");  // no SFV stage
+    EXPECT_TRUE(!form->CancelPending && out.Names().empty());
 }
 
 class FrmRemovablesTest : public ::testing::Test {
@@ -219,6 +206,7 @@ class FrmRemovablesTest : public ::testing::Test {
     TestPlatform test;
     TestVolumes& volumes = test.Volumes();
     const TestQueue& queue = test.Queue();
+    const std::vector<BoxMessage>& boxes = test.boxes->shown;
     double freeBytes = 1000000;
     SharedProgress progress;
     FrmRemovables prompt{test.Shared(), progress, nullptr};
@@ -235,7 +223,7 @@ TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
         EXPECT_TRUE(prompt.isVisible());
         QTest::keyClick(&prompt, Qt::Key_C, Qt::AltModifier);
     });
-    EXPECT_TRUE(progress.CancelPending && test.boxes->shown.empty());
+    EXPECT_TRUE(progress.CancelPending && boxes.empty());
 }
 
 TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
@@ -243,29 +231,25 @@ TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
     test.boxes->answers = {No, Yes, No, Ok, Yes, Yes, Ok, Yes, Yes};
     test.boxes->whenShown = [&](const BoxMessage&) {
         EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
-        // The medium is changed while the last questions are asked.
-        freeBytes += test.boxes->shown.size() > 7 ? 1 : 0;
+        freeBytes += boxes.size() > 7 ? 1 : 0;  // the medium is changed in the last questions
     };
     Prompt(1000001, [&] {
-        for (const std::size_t boxes : {1U, 4U, 7U}) {  // not to be erased; not changed; still full
+        for (const std::size_t count : {1U, 4U, 7U}) {  // not to be erased; not changed; still full
             Press("CmdOK");
-            EXPECT_EQ(test.boxes->shown.size(), boxes);
+            EXPECT_EQ(boxes.size(), count);
             EXPECT_TRUE(prompt.isVisible() && BothEnabled());
         }
-        EXPECT_EQ(queue.waited, std::chrono::seconds(2));
         Press("CmdOK");
     });
-    Names texts;
-    for (const BoxMessage& box : test.boxes->shown) {
-        texts.push_back(box.text.substr(0, box.text.find('\r')));
-    }
-    const std::string full = "Current media is not Empty,       ";
-    const std::string change =
-        "This program does not erase media itself, and nothing is erased now.";
-    const std::string error = "Media Error, or canceled by user      ";
-    EXPECT_EQ(texts, (Names{full, full, change, error, full, change, error, full, change}));
-    EXPECT_TRUE(Contains(test.boxes->shown[2].text, "unit [E:]"));
-    EXPECT_EQ(test.boxes->shown[3].icon, BoxIcon::Exclamation);
+    EXPECT_EQ(queue.waited, std::chrono::seconds(3));
+    ASSERT_EQ(boxes.size(), 9U);
+    EXPECT_EQ(boxes[0].text, "Current media is not Empty,       \rall files will be erased.");
+    EXPECT_EQ(boxes[2].text,
+              "This program does not erase media itself, and nothing is erased now.\r\r"
+              "Please take the media out of unit [E:], insert an empty one,\rwait until the system "
+              "shows it, and answer Yes.\r\rIs an empty media in unit [E:] ?");
+    EXPECT_EQ(boxes[3].text, "Media Error, or canceled by user      \rplease insert a new media");
+    EXPECT_EQ(boxes[3].icon, BoxIcon::Exclamation);
     EXPECT_FALSE(progress.CancelPending);
 }
 
