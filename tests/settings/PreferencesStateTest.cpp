@@ -1,21 +1,20 @@
+#include "settings/FolderRules.h"
 #include "settings/PreferencesState.h"
 #include "settings/PreferencesTexts.h"
-#include "support/Prelude.h"
+#include "support/TestPlatform.h"
 
 namespace zarn::testing {
 namespace {
 
-const Preferences inStore = {R"(C:\tmp\)", 8, true, "secret"};
-
 TEST(PreferencesState, TheFirstFindingCounts) {
+    const Preferences inStore = {R"(C:\tmp\)", 8, true, "secret"};
     // What is found: "c" changed, "m" malformed, "p" passwords looked at.
     using Case = std::tuple<const char*, Preferences, const char*>;
     for (const auto& [what, page, found] :
          {Case("as stored", inStore, "p"),
           Case("short goes before another level", {" C ", 3, true, "secret"}, "m"),
           Case("a level goes before a malformed folder", {"C:", 3, true, "secret"}, "c"),
-          Case("no backslash behind the colon", {"C:", 8, true, "secret"}, "m"),
-          Case("malformed goes before a password", {"tmp", 8, true, "new"}, "m"),
+          Case("malformed goes before a password", {"C:", 8, true, "new"}, "m"),
           Case("a network path has a shape", {R"(\\server)", 8, true, "secret"}, "c"),
           Case("another folder", {R"(C:\tmp)", 8, true, "secret"}, "c"),
           Case("another box", {R"(C:\tmp\)", 8, false, "secret"}, "c"),
@@ -29,39 +28,60 @@ TEST(PreferencesState, TheFirstFindingCounts) {
 }
 
 TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
-    constexpr const char* None = "";
-    constexpr const char* Differ = " Password and confirmation do not match ";
-    constexpr const char* Unconfirmed = " Confirmation password field is empty ";
-    constexpr const char* Empty = " Password and confirmation are empty ";
-    constexpr const char* Blank = "Password field is empty    ";
-    constexpr const char* NoMatch = "Passwords do not match   ";
-    constexpr const char* Lost =
+    const std::string differ = " Password and confirmation do not match ";
+    const std::string unconfirmed = " Confirmation password field is empty ";
+    const std::string empty = " Password and confirmation are empty ";
+    const std::string blank = "Password field is empty    ";
+    const std::string lost =
         "This password cannot be stored exactly as it was typed.\r"
         "Please choose another one. Letters that are not Western European cannot be stored.";
-    // The fields "stay" as they are, become "active" or "idle".
+    // The fields: whether they take the password, or stay as they are and show that it is wrong.
+    constexpr std::optional<bool> Wrong;
     using Case =
-        std::tuple<bool, const char*, const char*, const char*, bool, const char*, const char*>;
-    for (const auto& [security, password, confirmation, caption, isWrong, fields, refusal] :
-         {Case(true, "a", "a", None, false, "active", None),
-          Case(true, "a", "b", Differ, true, "stay", NoMatch),
-          Case(true, "a", " ", Unconfirmed, true, "stay", NoMatch),
-          Case(true, "", "", Empty, false, "active", Blank),
-          Case(true, " ", "", Empty, false, "active", Blank),
-          Case(true, "", "b", None, false, "active", Blank),
-          Case(true, "\u4E2D", "\u4E2D", None, false, "active", Lost),
-          Case(false, "\u4E2D", "\u4E2D", None, false, "idle", None),
-          Case(false, "a", "b", Differ, true, "stay", None),
-          Case(false, "a", "", Unconfirmed, true, "stay", None),
-          Case(false, "a", "a", None, false, "idle", None)}) {
-        SCOPED_TRACE(std::string(password) + "|" + confirmation);
-        const Preferences page = {R"(C:\tmp)", 8, security, password};
-        const auto judged = JudgePreferences(page, confirmation, page).passwords;
+        std::tuple<Preferences, const char*, std::string, std::optional<bool>, std::string>;
+    for (const auto& [page, confirmation, caption, areActive, refusal] :
+         {Case({"", 8, true, "a"}, "a", "", true, ""),
+          Case({"", 8, true, "a"}, "b", differ, Wrong, "Passwords do not match   "),
+          Case({"", 8, true, "a"}, " ", unconfirmed, Wrong, "Passwords do not match   "),
+          Case({"", 8, true, " "}, "", empty, true, blank),
+          Case({"", 8, true, ""}, "b", "", true, blank),
+          Case({"", 8, true, "\u4E2D"}, "\u4E2D", "", true, lost),
+          Case({"", 8, false, "\u4E2D"}, "\u4E2D", "", false, ""),
+          Case({"", 8, false, "a"}, "b", differ, Wrong, ""),
+          Case({"", 8, false, ""}, "", "", false, "")}) {
+        SCOPED_TRACE(page.password + "|" + confirmation);
+        Preferences full = page;
+        full.folder = R"(C:\tmp)";
+        const auto judged = JudgePreferences(full, confirmation, full).passwords;
         ASSERT_TRUE(judged);
         EXPECT_EQ(judged->caption, caption);
-        EXPECT_EQ(judged->confirmationIsWrong, isWrong);
-        const char* change = judged->fieldsAreActive.value_or(false) ? "active" : "idle";
-        EXPECT_STREQ(judged->fieldsAreActive ? change : "stay", fields);
+        EXPECT_EQ(judged->confirmationIsWrong, areActive == Wrong);
+        EXPECT_EQ(judged->fieldsAreActive, areActive);
         EXPECT_EQ(ApplyRefusal(page, confirmation, {}), refusal);
+    }
+}
+
+TEST(PreferencesState, TheFolderAtApply) {
+    TestPlatform test;
+    const TestFolder folder;
+    using enum FolderState;
+    for (const auto& [text, state] : {std::pair(folder.Drive(), Exists),
+                                      {" ", None},
+                                      {folder.Drive("ne*w"), None},
+                                      {"ab", ToBeMade},
+                                      {folder.Drive("new"), ToBeMade}}) {
+        EXPECT_EQ(FolderAtApply(test.Shared().Files(), text), state) << text;
+    }
+}
+
+TEST(PreferencesTexts, SayWhatALevelIsGoodFor) {
+    for (const auto& [level, caption, words] :
+         {std::tuple(0, "Level 0 (No Compression)", "not reduced"),
+          std::tuple(1, "Level 1 (Low Compression)", "reazonable"),
+          std::tuple(4, "Level 4 (Medium Recomended)", "Balance"),
+          std::tuple(6, "Level 6 (High)", "Better"), std::tuple(9, "Level 9 (Strong)", "Max")}) {
+        EXPECT_EQ(LevelCaption(level), caption);
+        EXPECT_TRUE(Contains(LevelExplanation(level), words)) << level;
     }
 }
 
