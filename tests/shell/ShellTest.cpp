@@ -1,0 +1,312 @@
+#include <cstdlib>
+
+#include "shell/CommandLineParser.h"
+#include "support/RunProgram.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+namespace {
+
+constexpr const char* Checked = "Information\nScript Checked Successfully !\n";
+constexpr const char* NoDisplay = "could not connect to display";
+constexpr const char* Advice = ".\nStart it with /? to see what it does without one.\n";
+
+// Starts the built program with settings of the test's own and no display, and one file to split.
+class Shell : public ::testing::Test {
+  protected:
+    Shell() {
+        setenv("XDG_CONFIG_HOME", home.System("config").c_str(), 1);
+        setenv("XDG_CACHE_HOME", home.System("cache").c_str(), 1);
+        folder.Write("data.bin", content);
+    }
+
+    // Whatever happens, the status is 0.
+    static ProgramResult Start(const Names& arguments, const std::string& directory = {}) {
+        ProgramResult result = RunProgram("ZarnFileSplitter", arguments, {}, directory);
+        EXPECT_EQ(result.status, 0);
+        return result;
+    }
+    // `/F=` with the path of a file in the folder.
+    [[nodiscard]] std::string Source(const std::string& name = "data.bin") const {
+        return "/F=" + folder.Drive(name);
+    }
+
+    TestFolder home;
+    TestFolder folder;
+    std::string content = TestBytes(100);
+};
+
+TEST(CommandLineParser, NormalisesAndSplits) {
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [line, normalised] :
+         {Case("/f=c:\\a /test", "/F=C:\\A /TEST=0EST=0"),
+          Case("/t /d=x/temp", "/TEST=0 /D=X/TEST=0EMP"), Case("/c /cl=5 /c", "/C=0/CL=5 /C"),
+          Case("/ds=0/dp/crc/sfv", "/DS=0=0/DP=0/CRC=0/SFV=0"),
+          Case("/f=été \xFF", "/F=ÉTÉ \xFF")}) {
+        EXPECT_EQ(NormaliseCommandLine(line), normalised);
+    }
+    std::string text;
+    for (const CommandLineSwitch& given : SplitCommandLine(" / F = a b =c// /X/ d=/=y/ps=2MB ")) {
+        text += "[" + given.key + "|" + given.value + "]";
+    }
+    EXPECT_EQ(text, "[F|a b][D|][|y][PS|2MB]");
+}
+
+TEST(CommandLineParser, RefusesFaultySwitches) {
+    const std::string unit = "Parameter /PS=(Part Size) MB/GB Required ...";
+    const std::string pieces = "Parameter /PN=(Pieces Number) must be between 2 and 999.";
+    const std::string level = "Parameter /CL=(Compression Level Out of range) ...";
+    const std::string both = "Parameters /PS=(PartSize) or /PN=(PartNumber) are missing ...";
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [line, refusal] :
+         {Case("/PS=10MB", "Parameter /F=(SourceFile) is missing ..."), Case("/F=A/PN:500", both),
+          Case("/F=A/PS=10", unit), Case("/F=A/PS=", unit), Case("/F=A/PN=1.9", pieces),
+          Case("/PN=999.1/F=A", pieces), Case("/PN=X", pieces), Case("/PN=1/CL=9.5", pieces),
+          Case("/CL=9.5/PN=1", level), Case("/PS=1MB/CL=99", level),
+          Case("/F=A/PN=2/C=0/DS=0", "Parameter /CL=(Compression Level Required) ..."),
+          Case("/F=A/PN=2/CL=9/C=0", ""), Case("/F=A/PN=999/CL=-1/X=1", ""),
+          Case("/F=A/PS=1GB", "")}) {
+        EXPECT_EQ(CheckSwitches(SplitCommandLine(line)).value_or(""), refusal) << line;
+    }
+}
+
+TEST(CommandLineParser, TakesValues) {
+    using Case = std::tuple<const char*, double, std::string, std::int32_t>;
+    for (const auto& [line, partSize, criterion, count] :
+         {Case("/PS=1.440MB", 1457275, "Size", 0), Case("/PS=1.45MB", 1520435.2, "Size", 0),
+          Case("/PS=0.0000005MB", 0.52, "Size", 0), Case("/PS=1.44GB", 1546188226.56, "Size", 0),
+          Case("/PS=10XMB", 10485760, "Size", 0), Case("/PN=2.5", 0, "Parts", 2),
+          Case("/PN=3/PS=1MB", 1048576, "Size", 3),
+          Case("/PS=1MB/PN=3/PN=4", 1048576, "Parts", 4)}) {
+        const CommandLineJob job = TakeValues(SplitCommandLine(line));
+        EXPECT_DOUBLE_EQ(job.partSize, partSize) << line;
+        EXPECT_EQ(job.criterion, criterion) << line;
+        EXPECT_EQ(job.count, count) << line;
+    }
+    EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
+}
+
+TEST_F(Shell, RefusesFaultyPaths) {
+    const auto absent = [](const std::string& path) {
+        return "Source File : " + UpperCase(path) + "\nNot exist, verify file name and Path ";
+    };
+    const auto invalid = [](const std::string& path) {
+        return "Destination Folder : " + path + "\nContains invalid characters ... ";
+    };
+    using Case = std::pair<Names, std::string>;
+    for (const auto& [arguments, text] :
+         {Case({"c:/a/b.dat"}, "Parameter /F=(SourceFile) is missing ..."),
+          Case({Source("da=ta.bin"), "/PN=2"}, absent(folder.Drive("da"))),
+          Case({"/F=" + folder.Drive() + "/data.bin", "/PN=2"}, absent(folder.Drive())),
+          Case({Source(), "/D=c:\\a*b", "/PN=2", "/TEST"}, invalid("C:\\A*B")),
+          Case({"/D=c:\\a|b", "/F=absent", "/PN=2"}, invalid("C:\\A|B")),
+          Case({"/F=absent", "/D=c:\\a|b", "/PN=2"}, absent("absent")),
+          Case({"//F=c:\\absent/PN=2"}, absent("c:\\absent"))}) {
+        EXPECT_EQ(Start(arguments).error, "Error\n" + text + "\n") << arguments.back();
+    }
+    EXPECT_EQ(folder.Names(), Names{"data.bin"});
+}
+
+// The line is read in upper case, so the name alone no longer says which of two files was meant. A
+// hard link stands for a file system that ignores letter case.
+TEST_F(Shell, NeverSplitsOrDeletesByAGuess) {
+    folder.MakeFolder("a");
+    folder.MakeFolder("A");
+    for (const char* name : {"DATA.BIN", "a/deep.bin", "A/DEEP.BIN"}) {
+        folder.Write(name, "bytes");
+    }
+    for (const char* name : {"data.bin", "Data.bin", "a\\deep.bin"}) {
+        EXPECT_TRUE(
+            Start({Source(name), "/PN=2", "/DS"}).error.starts_with("Error\nSource File : "))
+            << name;
+    }
+    EXPECT_TRUE(folder.Has("DATA.BIN") && folder.Has("data.bin"));
+    EXPECT_TRUE(folder.Has("a/deep.bin") && folder.Has("A/DEEP.BIN"));
+    EXPECT_EQ(Start({Source("DATA.BIN"), "/PN=2", "/DS"}).error, "");
+    EXPECT_TRUE(folder.Has("data.bin") && !folder.Has("DATA.BIN"));
+    EXPECT_EQ(Start({Source(), "/PN=2", "/TEST"}).error, Checked);
+    fs::create_hard_link(folder.System("data.bin"), folder.System("DATA.BIN"));
+    EXPECT_EQ(Start({Source(), "/PN=2", "/TEST"}).error, Checked);
+}
+
+TEST_F(Shell, RefusesARemovableDestination) {
+    const std::string refusal = "Error\nDestination Folder must be a Fixed Unit ... \n";
+    folder.MakeFolder("stick");
+    home.MakeFolder("config/ZarnFileSplitter");
+    home.Write("config/ZarnFileSplitter/drives", "B: removable " + folder.System("stick") + "\n");
+    EXPECT_EQ(Start({Source(), "/PN=2", "/D=b:\\a\\b"}).error, refusal);
+    EXPECT_TRUE(folder.Has("stick/A/B"));
+    folder.Write("stick/data.bin", content);
+    EXPECT_EQ(Start({"/F=b:\\data.bin", "/PN=2"}).error, refusal);
+    EXPECT_EQ(Start({"/F=data.bin", "/PN=2"}, folder.System("stick")).error, refusal);
+}
+
+TEST_F(Shell, Splits) {
+    using Sizes = std::vector<std::size_t>;
+    using Case = std::tuple<const char*, std::size_t, Names, const char*, Sizes>;
+    for (const auto& [name, size, switches, stem, sizes] :
+         {Case("seven.bin", 100, {"/PN=7"}, "SEVEN.BIN_Part", {15, 15, 15, 15, 15, 15, 10}),
+          Case("my f.bin", 3000000, {"/PS=1.44mb"}, "MY F.BIN_Part", {1457275, 1457275, 85450}),
+          Case("été", 9, {"/PN=2", "/PS=1GB"}, "ÉTÉ_Part", {4, 4, 1}),
+          Case("late", 9, {"/PN=2", "/CL=5", "/C"}, "LATE_Part", {5, 4})}) {
+        SCOPED_TRACE(name);
+        const TestFolder out;
+        const std::string bytes = TestBytes(size);
+        folder.Write(name, bytes);
+        Names arguments = {Source(name), "/D=" + out.Drive()};
+        arguments.insert(arguments.end(), switches.begin(), switches.end());
+        const ProgramResult result = Start(arguments);
+        EXPECT_EQ(result.error + result.output, "");
+        std::string joined;
+        Sizes found;
+        for (const std::string& made : out.Names()) {
+            EXPECT_TRUE(made.starts_with(stem)) << made;
+            if (!made.ends_with("0.bat")) {
+                found.push_back(out.Read(made).size());
+                joined += out.Read(made);
+            }
+        }
+        EXPECT_EQ(found, sizes);
+        EXPECT_EQ(out.Names().size(), sizes.size() + 1);
+        EXPECT_TRUE(joined == bytes && folder.Has(name));
+    }
+}
+
+TEST_F(Shell, DeletesTheSource) {
+    // A destination that has to be made changes the current folder.
+    const Names arguments = {"/D=" + folder.Drive("new"), "/F=data.bin", "/PN=2", "/DS"};
+    EXPECT_EQ(Start(arguments, folder.System()).error, "");
+    EXPECT_FALSE(folder.Has("data.bin"));
+    EXPECT_EQ(folder.Read("NEW/DATA.BIN_Part1") + folder.Read("NEW/DATA.BIN_Part2"), content);
+    folder.Write("failing", "x");
+    EXPECT_EQ(Start({Source("failing"), "/PS=0MB", "/DS"}).error,
+              "Error\nWrite error in file      \nProbably the disk is full.\n\n"
+              "Split process aborted.\n");
+    EXPECT_FALSE(folder.Has("failing"));
+}
+
+TEST_F(Shell, EndsBySignalsWithEverythingPutBack) {
+    const TestFolder memory("/dev/shm");
+    memory.Write("film.bin", "");
+    fs::resize_file(memory.System("film.bin"), std::uintmax_t{1} << 34U);
+    for (const char* signal : {"INT", "TERM", "HUP"}) {
+        const ProgramResult result = RunProgram(
+            "/usr/bin/timeout", {"--preserve-status", "-s", signal, "0.1",
+                                 std::string(ZARN_BINARY_FOLDER) + "/ZarnFileSplitter",
+                                 "/F=" + memory.Drive("film.bin"), "/PS=20MB", "/DS", "/DP"});
+        EXPECT_GT(result.status, 128) << signal;
+        EXPECT_EQ(memory.Names(), Names{"film.bin"});
+    }
+    SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
+    EXPECT_EQ(shared.Parameters().DeleteSplitParts(), 0);
+}
+
+TEST_F(Shell, AsksTheScriptToDeleteThePartsForOneRun) {
+    SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
+    for (const auto& [before, action, scriptDeletes, after] :
+         {std::tuple(0, "/DP", true, 0), std::tuple(1, "", false, 1),
+          std::tuple(1, "/TEST", false, 0)}) {
+        StoredValue value = before;
+        shared.Parameters().DeleteSplitParts(value);
+        Start({Source(), "/PN=2", action});
+        const std::string script = folder.Read("DATA.BIN_Part0.bat");
+        EXPECT_EQ(Contains(script, "Del \"DATA.BIN_Part*\""), scriptDeletes) << action;
+        EXPECT_EQ(shared.Parameters().DeleteSplitParts(), after) << action;
+    }
+}
+
+TEST_F(Shell, CutsTheArchiveOfACompressedRun) {
+    const std::string temporary = home.System("cache/ZarnFileSplitter/temporary");
+    const std::string bytes = TestBytes(300000) + std::string(2000000, 'z');
+    folder.Write("data.bin", bytes);
+    SharedObjects shared(MakeLinuxPlatform(UserFoldersFromEnvironment()));
+    shared.Parameters().CompressDestination(1);
+    EXPECT_EQ(Start({Source(), "/PS=1MB", "/C", "/CL=9", "/D=" + folder.Drive("out")}).error, "");
+    EXPECT_TRUE(fs::is_empty(temporary));
+    EXPECT_EQ(RunProgram("ZarnScript", {folder.System("OUT/DATA.zip_Part0.bat")}).status, 0);
+    EXPECT_LT(folder.Read("OUT/DATA.zip").size(), 400000U);
+    EXPECT_TRUE(RunProgram("/usr/bin/unzip", {"-p", folder.System("OUT/DATA.zip")}).output ==
+                bytes);
+    // A split that fails leaves the archive; its parts' size comes from the source's.
+    EXPECT_NE(Start({Source(), "/PS=0MB", "/C", "/CL=1"}).error, "");
+    EXPECT_TRUE(fs::exists(temporary + "/DATA.zip"));
+}
+
+TEST_F(Shell, ShowsHelp) {
+    const std::string help = Start({"?"}).output;
+    EXPECT_TRUE(help.starts_with("Command Line Help\n"));
+    EXPECT_EQ(std::count(help.begin(), help.end(), '\n'), 39);
+    EXPECT_TRUE(Contains(help, "\n/CL=\n") && Contains(help, "Syntax :   /PN:500\n"));
+    for (const char* line : {"/h", "/F=a/home=1", "C:\\really?"}) {
+        const ProgramResult result = Start({line});
+        EXPECT_EQ(result.output, help) << line;
+        EXPECT_EQ(result.error, "") << line;
+    }
+}
+
+TEST_F(Shell, RefusesASecondInstance) {
+    const Platform first = MakeLinuxPlatform(UserFoldersFromEnvironment());
+    ASSERT_FALSE(first.processes->PreviousInstance());
+    for (const Names& arguments : {Names{}, {"help"}, {"/H"}, {Source(), "/PN=2"}}) {
+        const ProgramResult result = Start(arguments);
+        EXPECT_EQ(result.error,
+                  "Error\nPrevious instance of Zarn File Splitter is running.   \n\n"
+                  "New instance will be closed.\n");
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_TRUE(Start({"/?"}).output.starts_with("Command Line Help"));
+    EXPECT_EQ(folder.Names(), Names{"data.bin"});
+}
+
+TEST_F(Shell, TakesALineWithoutSwitchesForAFile) {
+    folder.Write("my file.bin", "x");
+    folder.Write("a \"quoted\" name.bin", "x");
+    using Case = std::pair<Names, std::string>;
+    for (const auto& [arguments, file] :
+         {Case({" ", " "}, ""), Case({"\"c:\\a", "b\\c.dat\""}, " for c:\\a b\\c.dat"),
+          Case({folder.System("my file.bin")}, " for " + folder.Drive("my file.bin")),
+          Case({folder.System("a \"quoted\" name.bin")},
+               " for " + folder.Drive("a \"quoted\" name.bin"))}) {
+        EXPECT_EQ(Start(arguments).error,
+                  "Zarn File Splitter cannot open a window" + file + ": " + NoDisplay + Advice);
+    }
+}
+
+TEST_F(Shell, HandsOverNothingButOneExistingFile) {
+    folder.Write("back\\slash", "x");
+    const std::string missing = "Error\nParameter /F=(SourceFile) is missing ...\n";
+    using Case = std::pair<Names, std::string>;
+    for (const auto& [arguments, said] :
+         {Case({folder.System()}, missing), Case({folder.System("absent")}, missing),
+          Case({folder.System("data.bin"), "x"}, missing),
+          Case({folder.System("back\\slash")},
+               "Error\nA name with a backslash in it cannot be used here:\n" +
+                   folder.System("back\\slash") + "\n"),
+          Case({Source() + " /PN=2 /TEST"}, Checked),
+          Case({Source(), "/PN=2", "/CL=-9999999999"},
+               "Critical Error\nApplication Critical Error                        \n"
+               "6: Overflow\n")}) {
+        EXPECT_EQ(Start(arguments).error, said);
+    }
+}
+
+TEST_F(Shell, SaysInOneMessageWhyThereIsNoWindow) {
+    const std::string refusal = "Zarn File Splitter cannot open a window: ";
+    const auto error = [](const std::string& program, const char* display) {
+        return RunProgram(program, {}, {{"DISPLAY", display}}).error;
+    };
+    EXPECT_EQ(error("ZarnFileSplitter", ":9876"), refusal + NoDisplay + " :9876" + Advice);
+    // A copy of the program without its window library.
+    for (const std::string name : {"ZarnFileSplitter", "libZarnCore.so"}) {
+        fs::copy_file(ZARN_BINARY_FOLDER "/" + name, home.System(name));
+    }
+    const std::string copy = home.System("ZarnFileSplitter");
+    EXPECT_EQ(error(copy, ""),
+              refusal + "libZarnWindow.so or a library behind it is missing" + Advice);
+    EXPECT_TRUE(RunProgram(copy, {"/?"}).output.starts_with("Command Line Help\n"));
+    EXPECT_EQ(RunProgram(copy, {Source(), "/PN=2"}).error, "");
+    EXPECT_TRUE(folder.Has("DATA.BIN_Part2"));
+}
+
+}  // namespace
+}  // namespace zarn::testing
