@@ -1,13 +1,9 @@
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <string_view>
-#include <vector>
 
 /// Runs one input. Returns 0; a broken rule ends the process.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -34,17 +30,6 @@ inline void Require(bool holds, const char* rule) {
     const auto byte = static_cast<unsigned char>(text.front());
     text.remove_prefix(1);
     return byte;
-}
-
-/// The lines of an input, which stand for texts that come one by one.
-[[nodiscard]] inline std::vector<std::string> LinesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        lines.emplace_back(line);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-    }
-    return lines;
 }
 
 }  // namespace zarn::fuzz
