@@ -1,20 +1,31 @@
 #include "faults/FaultJob.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
-#include <cstdlib>
 #include <regex>
 #include <sstream>
 
 #include "platform/linux/LinuxPlatform.h"
-#include "runtime/Text.h"
 #include "settings/SharedObjects.h"
 #include "support/RunProgram.h"
 
 namespace zarn::testing {
 
 namespace {
+
+constexpr const char* Script = R"(@\PARTS\DATA.BIN_Part0.bat)";
+constexpr const char* Move = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\DEST\DATA.BIN)";
+constexpr const char* MoveHome = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\PARTS\DATA.BIN)";
+constexpr const char* Sfv = R"(@\IN\DATA.BIN @\OUT\)";
+constexpr const char* CancelSplit = R"(@\IN\DATA.BIN @\OUT\ split)";
+constexpr const char* CancelJoin = R"(@\PARTS\DATA.BIN_Part0.bat @\DEST\DATA.BIN join)";
+
+std::string SplitWith(const std::string& switches) {
+    return R"(/F=@\IN\DATA.BIN /D=@\OUT )" + switches;
+}
+
+Names ArgumentsIn(const TestFolder& folder, const Job& job) {
+    return Split(Replace(job.arguments, "@", folder.Drive()), " ");
+}
 
 void StoreSettings(const Job& job, const TestFolder& folder) {
     SharedObjects shared(
@@ -27,11 +38,6 @@ void StoreSettings(const Job& job, const TestFolder& folder) {
     parameters.CompressDestination(1);
     parameters.CompressPasswordProtect(job.Has(Job::Encrypted) ? 1 : 0);
     parameters.CompressPassword(Password);
-}
-
-// '@' in an argument stands for the folder.
-std::string InFolder(const TestFolder& folder, const std::string& argument) {
-    return Replace(argument, "@", folder.Drive());
 }
 
 void PrepareSplit(const Job& job, const TestFolder& folder) {
@@ -50,9 +56,9 @@ void PrepareSplit(const Job& job, const TestFolder& folder) {
 
 void PrepareJoin(const Job& job, const TestFolder& folder) {
     folder.MakeFolder("DEST");
-    const std::vector<std::string> split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\PARTS)", "/PN=3",
-                                            job.Has(Job::DeletesParts) ? "/DP" : ""};
-    EXPECT_EQ(RunWatched({"", Road::Split, split}, folder, {}).message, "");
+    const std::string split = R"(/F=@\IN\DATA.BIN /D=@\PARTS /PN=3)";
+    const Job cut = {"", Road::Split, split + (job.Has(Job::DeletesParts) ? " /DP" : ""), "", {}};
+    EXPECT_EQ(RunWatched(cut, folder, {}).message, "");
     if (!job.Has(Job::OverNothing)) {
         folder.Write("PARTS/DATA.BIN", "an older result");
         folder.Write("DEST/DATA.BIN", "an older result elsewhere");
@@ -60,65 +66,67 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
     folder.Write("PARTS/DATA.BIN_Part0.sfv", "checksums");
     folder.Write("PARTS/DATA.BIN_Part1.bak", "somebody's copy");
     folder.Write("DEST/NOTE.TXT", "a note");
-    if (!job.Has(Job::Cancelled) && job.arguments.size() > 1) {
-        const std::string script = InFolder(folder, job.arguments[0]);
-        const std::string target = "\"" + InFolder(folder, job.arguments[1]) + "\"";
-        folder.Write("PARTS/DATA.BIN_Part0_TMP.bat",
-                     folder.Read("PARTS/DATA.BIN_Part0.bat") + "Del " + target + "\r\nMove \"" +
-                         script.substr(0, script.find("_Part0")) + "\" " + target + "\r\n");
+    const Names words = ArgumentsIn(folder, job);
+    if (!job.Has(Job::Cancelled) && words.size() > 1) {
+        const std::string built = words[0].substr(0, words[0].find("_Part0"));
+        folder.Write("PARTS/DATA.BIN_Part0_TMP.bat", folder.Read("PARTS/DATA.BIN_Part0.bat") +
+                                                         "Del \"" + words[1] + "\"\r\nMove \"" +
+                                                         built + "\" \"" + words[1] + "\"\r\n");
     }
     RestoreSnapshot(folder.System("IN"), {});
 }
 
 }  // namespace
 
-const std::vector<Job>& Jobs() {
-    using Words = std::vector<std::string>;
-    static const Words split = {R"(/F=@\IN\DATA.BIN)", R"(/D=@\OUT)", "/PN=3"};
-    static const Words bySize = {split[0], split[1], "/PS=0.0078125MB"};
-    const auto with = [](Words words) {
-        words.insert(words.begin(), split.begin(), split.end());
-        return words;
-    };
-    static const Words sfv = {R"(@\IN\DATA.BIN)", R"(@\OUT\)"};
-    static const Words join = {R"(@\PARTS\DATA.BIN_Part0.bat)"};
-    static const Words move = {R"(@\PARTS\DATA.BIN_Part0_TMP.bat)", R"(@\DEST\DATA.BIN)"};
-    static const std::vector<Job> jobs = {
-        {"Split", Road::Split, with({"/DP"})},
-        {"SplitThroughABuffer", Road::Split, bySize, "buffered", {Job::OverEarlier}},
-        {"SplitOfSharedBlocks", Road::Split, split, "shares", {Job::DeletesSource}},
-        {"SplitThatDeletes", Road::Split, with({"/DS"}), "", {Job::DeletesAlways}},
-        {"Compressed", Road::Split, with({"/C", "/CL=5"}), "replaces", {Job::Compressed}},
+std::vector<Job> FaultJobs() {
+    using enum Job::Trait;
+    const std::string packed = SplitWith("/PN=3 /C /CL=5");
+    const std::string bySize = SplitWith("/PS=0.0078125MB");
+    return {
+        {"Split", Road::Split, SplitWith("/PN=3 /DP"), "", {}},
+        {"SplitThroughABuffer", Road::Split, bySize, "buffered", {OverEarlier}},
+        {"SplitOfSharedBlocks", Road::Split, SplitWith("/PN=3"), "shares", {DeletesSource}},
+        {"SplitThatDeletes", Road::Split, SplitWith("/PN=3 /DS"), "", {DeletesAlways}},
+        {"Compressed", Road::Split, packed, "replaces", {Compressed}},
         {"EncryptedThatDeletes",
          Road::Split,
-         with({"/C", "/CL=5"}),
+         packed,
          "",
-         {Job::Compressed, Job::Encrypted, Job::DeletesSource, Job::OverEarlier}},
-        {"Sfv", Road::Sfv, sfv},
-        {"SfvThatDeletes", Road::Sfv, sfv, "buffered", {Job::DeletesSource, Job::OverEarlier}},
-        {"Join", Road::Join, join},
-        {"JoinThatDeletes", Road::Join, join, "buffered", {Job::DeletesParts}},
-        {"JoinThatMoves", Road::Join, move, "shares", {Job::Moves}},
-        {"JoinThatMovesByLink", Road::Join, move, "replaces", {Job::Moves, Job::OverNothing}},
-        {"JoinThatMovesAcross", Road::Join, move, "split", {Job::DeletesParts, Job::Moves}},
-        {"Settings", Road::Settings, with({"/DP", "/TEST"})},
+         {Compressed, Encrypted, DeletesSource, OverEarlier}},
+        {"Sfv", Road::Sfv, Sfv, "", {}},
+        {"SfvThatDeletes", Road::Sfv, Sfv, "buffered", {DeletesSource, OverEarlier}},
+        {"Join", Road::Join, Script, "", {}},
+        {"JoinThatDeletes", Road::Join, Script, "buffered", {DeletesParts}},
+        {"JoinThatMoves", Road::Join, Move, "shares", {Moves}},
+        {"JoinThatMovesByLink", Road::Join, Move, "replaces", {Moves, OverNothing}},
+        {"JoinThatMovesAcross", Road::Join, Move, "split", {DeletesParts, Moves}},
+        {"Settings", Road::Settings, SplitWith("/PN=3 /DP /TEST"), "", {}},
     };
-    return jobs;
 }
 
-bool WantsAll() {
-    const char* value = std::getenv("ZARN_FAULTS");
-    return value != nullptr && std::string(value) == "all";
+std::vector<Job> AllJobs() {
+    using enum Job::Trait;
+    const std::string packed = SplitWith("/PN=3 /C /CL=5 /DS");
+    const std::set<Job::Trait> beside = {Compressed, DeletesSource, OverEarlier, NoBackslash};
+    std::vector<Job> jobs = FaultJobs();
+    const std::vector<Job> more = {
+        {"CompressedThatDeletes", Road::Split, packed, "", {Compressed, DeletesAlways}},
+        {"CompressedWithoutBackslash", Road::Split, packed, "replaces", beside},
+        {"JoinThatMovesHome", Road::Join, MoveHome, "", {DeletesParts, MovesHome}},
+        {"JoinThatMovesWithoutLinks", Road::Join, Move, "replaces, no links", {Moves, OverNothing}},
+        {"CancelledSplit", Road::Sfv, CancelSplit, "", {Cancelled}},
+        {"CancelledSplitThatDeletes", Road::Sfv, CancelSplit, "", {Cancelled, DeletesSource}},
+        {"CancelledJoin", Road::Join, CancelJoin, "", {Cancelled, Moves}},
+        {"CancelledJoinThatDeletes", Road::Join, CancelJoin, "", {Cancelled, Moves, DeletesParts}},
+    };
+    jobs.insert(jobs.end(), more.begin(), more.end());
+    return jobs;
 }
 
 const std::string& Content() {
     static const std::string content =
         TestBytes(9000) + std::string(2011, '-') + TestBytes(9000).substr(3);
     return content;
-}
-
-void PrintTo(const Job& job, std::ostream* stream) {
-    *stream << job.name;
 }
 
 void Prepare(const Job& job, const TestFolder& folder) {
@@ -130,18 +138,13 @@ void Prepare(const Job& job, const TestFolder& folder) {
 }
 
 WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fault) {
-    static const std::map<Road, std::string> programs = {{Road::Split, "ZarnFileSplitter"},
-                                                         {Road::Sfv, "ZarnSfvJob"},
-                                                         {Road::Join, "ZarnScript"},
-                                                         {Road::Settings, "ZarnFileSplitter"}};
     const TestFolder notes;
     notes.Write("log", "");
-    std::vector<std::string> arguments;
-    for (const std::string& argument : job.arguments) {
-        arguments.push_back(InFolder(folder, argument));
-    }
     const ProgramResult program =
-        RunProgram(job.Has(Job::Cancelled) ? "ZarnSfvJob" : programs.at(job.road), arguments,
+        RunProgram(job.road == Road::Sfv || job.Has(Job::Cancelled) ? "ZarnSfvJob"
+                   : job.IsJoin()                                   ? "ZarnScript"
+                                                                    : "ZarnFileSplitter",
+                   ArgumentsIn(folder, job),
                    {{"XDG_CONFIG_HOME", folder.System("config")},
                     {"XDG_CACHE_HOME", folder.System("cache")},
                     {"TMPDIR", folder.System("tmp")},
@@ -165,16 +168,16 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
     WatchedRun run = {program.status, std::regex_replace(program.error, notices, ""),
                       program.status == 128 + SIGALRM, program.status == 128 + SIGKILL};
     std::istringstream log(Replace(notes.Read("log"), folder.System() + "/", ""));
-    FileOperation operation;
-    while (log >> operation.call && log.get() != EOF && std::getline(log, operation.path)) {
-        if (operation.call == "left") {
-            run.open.push_back(operation.path);
-        } else if (operation.call == "to") {
-            run.operations.back().to = operation.path;
-        } else if (operation.call == "failed") {
+    FileOperation next;
+    while (log >> next.call && log.get() != EOF && std::getline(log, next.path)) {
+        if (next.call == "left") {
+            run.open.push_back(next.path);
+        } else if (next.call == "to") {
+            run.operations.back().to = next.path;
+        } else if (next.call == "failed") {
             run.operations.back().failed = true;
         } else {
-            run.operations.push_back(operation);
+            run.operations.push_back(next);
         }
     }
     if (fault.number > 0 && fault.number <= run.operations.size()) {

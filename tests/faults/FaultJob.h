@@ -2,14 +2,10 @@
 
 #include <unistd.h>
 
-#include <optional>
-#include <ostream>
 #include <set>
-#include <string>
-#include <vector>
 
+#include "support/Prelude.h"
 #include "support/Snapshot.h"
-#include "support/TestFolder.h"
 
 namespace zarn::testing {
 
@@ -34,9 +30,9 @@ struct Job {
 
     std::string name;
     Road road = Road::Split;
-    std::vector<std::string> arguments;  ///< '@' stands for the folder
-    std::string volume = {};             ///< what the volume is like
-    std::set<Trait> traits = {};
+    std::string arguments;     ///< '@' stands for the folder
+    std::string volume;        ///< what the volume is like
+    std::set<Trait> traits;    ///< what else there is to know
     std::string view = {};     ///< another path of the folder, which the arguments may have
     std::string current = {};  ///< the folder in it in which the program starts
 
@@ -48,17 +44,14 @@ struct Job {
     }
 };
 
-[[nodiscard]] const std::vector<Job>& Jobs();
-
-/// True if the user has asked for all runs instead of a sample.
-[[nodiscard]] bool WantsAll();
+/// The jobs in which every operation fails, and all.
+[[nodiscard]] std::vector<Job> FaultJobs();
+[[nodiscard]] std::vector<Job> AllJobs();
 
 /// Where a job's folder is made: nothing has to reach a disk.
 [[nodiscard]] inline TestFolder FolderInMemory() {
     return access("/dev/shm", W_OK) == 0 ? TestFolder("/dev/shm") : TestFolder();
 }
-
-void PrintTo(const Job& job, std::ostream* stream);
 
 /// The bytes of `IN/DATA.BIN`, before and behind.
 [[nodiscard]] const std::string& Content();
@@ -92,7 +85,7 @@ struct WatchedRun {
     bool killed = false;  ///< by the fault
     std::vector<FileOperation> operations = {};
     std::optional<FileOperation> struck = {};  ///< the one that the fault met
-    std::vector<std::string> open = {};        ///< files that were open at the end
+    Names open = {};                           ///< files that were open at the end
 };
 
 /// Runs a job over the file layer. Its program's settings, cache and temporary folder are `config`,

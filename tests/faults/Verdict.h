@@ -12,11 +12,6 @@ struct Evidence {
     const Snapshot& before;
     const Snapshot& after;
     const Snapshot& clean;
-
-    /// True if the operation that was struck is one on a path that begins like this.
-    [[nodiscard]] bool Struck(std::string_view path) const {
-        return run.struck && run.struck->path.starts_with(path);
-    }
 };
 
 /// A run has told the user that it is done, or has told nothing.
