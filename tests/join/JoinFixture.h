@@ -1,7 +1,9 @@
 #pragma once
 
-#include "join/ScriptInterpreter.h"
-#include "platform/linux/LinuxSignals.h"
+#include <sys/stat.h>
+
+#include <fstream>
+
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -28,5 +30,54 @@ inline void WriteSet(const TestFolder& folder, const std::string& script,
 }
 inline const Names setNames = {"Movie.avi_Part0.bat", "Movie.avi_Part1", "Movie.avi_Part2",
                                "Movie.avi_Part3"};
+
+/// A folder with a set, and another one.
+class JoinFixture : public ::testing::Test {
+  protected:
+    void SetUp() override { WriteSet(folder, ""); }
+
+    /// Makes the set anew, and nothing else.
+    void Clear() {
+        for (const TestFolder* place : {&folder, &other}) {
+            for (const std::string& name : place->Names()) {
+                fs::remove_all(place->System(name));
+            }
+        }
+        lock->Close();
+        SetUp();
+    }
+    /// Does what a verb and a file's name say; "there/" is the other folder.
+    void Happen(const std::string& act) {
+        const std::string verb = act.substr(0, act.find(' '));
+        const std::string name = act.substr(std::min(verb.size() + 1, act.size()));
+        const std::string path =
+            (name.starts_with("there/") ? other : folder).System(Replace(name, "there/", ""));
+        if (verb == "lock") {
+            ASSERT_TRUE(lock->CreateLocked(folder.Drive(name)));
+        } else if (verb == "remove" || verb == "exchange") {
+            fs::remove(path);
+        }
+        if (verb == "write" || verb == "exchange" || verb == "protect") {
+            std::ofstream(path) << "other";
+            chmod(path.c_str(), verb == "protect" ? 0400 : 0600);
+        }
+    }
+    /// What lies in a folder; the whole file has a star.
+    static std::string Listing(const TestFolder& place) {
+        std::string text;
+        for (const std::string& name : place.Names()) {
+            const bool isFile = UpperCase(name) == "MOVIE.AVI";
+            text += Replace(name, "Movie.avi_", "") +
+                    (isFile && place.Read(name) == "one two three" ? "* " : " ");
+        }
+        return Replace(text, "Part0.bat Part1 Part2 Part3", "set");
+    }
+
+    TestFolder folder;
+    TestFolder other;
+    TestPlatform test;
+    WatchedFileSystem& fileSystem = test.Watch();
+    std::unique_ptr<LargeFileAccess> lock = fileSystem.MakeLargeFile();
+};
 
 }  // namespace zarn::testing

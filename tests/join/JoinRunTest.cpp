@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include <cmath>
 
 #include "join/JoinFixture.h"
@@ -10,11 +8,11 @@
 namespace zarn::testing {
 namespace {
 
-class JoinRunTest : public ::testing::Test {
+class JoinRunTest : public JoinFixture {
   protected:
-    // A set with a script of its own, and the job of joining it.
-    JoinJob MakeSet(const std::string& script, const std::string& joinedFile) {
-        WriteSet(folder, script);
+    // The job of joining the set by a script.
+    JoinJob Job(const std::string& script, const std::string& joinedFile) {
+        folder.Write("Movie.avi_Part0.bat", script);
         return {folder.Drive("Movie.avi_Part0.bat"), joinedFile};
     }
     void RunScript(JoinRun& run) {
@@ -25,9 +23,6 @@ class JoinRunTest : public ::testing::Test {
         }
     }
 
-    TestFolder folder;
-    TestFolder other;
-    TestPlatform test;
     SharedObjects& shared = test.Shared();
 };
 
@@ -37,7 +32,7 @@ TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
     for (const auto& [script, target, copy] :
          {Row("x", folder.Drive("Movie.avi"), "x"),
           Row("x\r\n\xF6", accent, "x\r\n\xC3\xB6\r\nDel \"" + accent)}) {
-        JoinRun run(shared, MakeSet(script, target));
+        JoinRun run(shared, Job(script, target));
         run.PrepareScript();
         EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(copy));
         EXPECT_TRUE(folder.Read("Movie.avi_Part0.bat") == script);
@@ -46,30 +41,41 @@ TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
     }
 }
 
-// Where the parts are gone, it is the only copy.
+// Where the parts are gone, it is the only copy; and a cancel takes no file that cannot be its own.
 TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
-    using Row = std::tuple<std::string, std::string, bool, bool>;
-    for (const auto& [target, script, cancelled, stays] :
-         {Row(folder.Drive("Movie.avi"), keepingScript, false, true),
-          Row(folder.Drive("MOVIE.avi"), keepingScript, false, true),
-          Row(other.Drive("Movie.avi"), wholeScript, false, true),
-          Row(other.Drive("Movie.avi"), wholeScript, true, true),
-          Row(other.Drive("Movie.avi"), keepingScript, true, false),
-          Row(other.Drive("none\\Movie.avi"), keepingScript, true, false)}) {
-        SCOPED_TRACE(target + (cancelled ? " cancelled" : ""));
-        folder.Write("Movie.avi", "of an earlier join");
-        other.Write("Movie.avi", "of an earlier join");
-        JoinRun run(shared, MakeSet(script, target));
+    const std::string here = folder.Drive("Movie.avi");
+    const std::string there = other.Drive("Movie.avi");
+    const std::string refused = "Rem |  Parts Count ..: 1000\r\n" + keepingScript;
+    // What is there before, what is done, and what is left beside the parts and in the other
+    // folder.
+    struct Row {
+        const char* before;
+        std::string script, target;
+        bool isCancelled;
+        const char *left, *leftThere;
+    };
+    for (const auto& [before, script, target, isCancelled, left, leftThere] : std::vector<Row>{
+             {"write Movie.avi", keepingScript, here, false, "Movie.avi* set Zarn.TMP ", ""},
+             {"write Movie.avi", keepingScript, folder.Drive("MOVIE.avi"), false,
+              "MOVIE.avi* set Zarn.TMP ", ""},
+             {"write there/Movie.avi", wholeScript, there, false, "Zarn.TMP ", "Movie.avi* "},
+             {"write there/Movie.avi", wholeScript, there, true, "Zarn.TMP ", "Movie.avi* "},
+             {"write there/Movie.avi", keepingScript, there, true, "set ", ""},
+             {"write Movie.avi", keepingScript, other.Drive("none\\Movie.avi"), true, "set ", ""},
+             {"write MOVIE.AVI", keepingScript, here, true, "MOVIE.AVI set ", ""},
+             {"write Movie.avi", refused, here, true, "Movie.avi set Zarn.TMP ", ""},
+             {"protect Movie.avi", keepingScript, here, true, "Movie.avi set ", ""},
+             {"lock Zarn.TMP", keepingScript, here, true, "set Zarn.TMP ", ""},
+         }) {
+        SCOPED_TRACE(std::string(before) + left + leftThere);
+        Clear();
+        Happen(before);
+        JoinRun run(shared, Job(script, target));
         RunScript(run);
-        folder.Write("Zarn.TMP", "");
-        cancelled ? run.RemoveResults() : run.RemoveScript();
-        FileSystem& files = *shared.Platform().fileSystem;
-        const bool isThere = files.FindFile(target).has_value();
-        EXPECT_EQ(isThere, stays);
-        EXPECT_TRUE(!isThere || files.ReadFile(target, 100) == "one two three");
-        files.DeleteFile(target);
-        EXPECT_EQ(fs::remove(folder.System("Zarn.TMP")), isThere || !cancelled);
-        EXPECT_EQ(folder.Names(), script == keepingScript ? setNames : Names{});
+        Happen("write Zarn.TMP");  // as a script leaves it that was killed
+        isCancelled ? run.RemoveResults() : run.RemoveScript();
+        EXPECT_EQ(Listing(folder), left);
+        EXPECT_EQ(Listing(other), leftThere);
     }
 }
 
@@ -94,27 +100,6 @@ TEST_F(JoinRunTest, TouchesNothingWhereThePathMisleads) {
     }
 }
 
-TEST_F(JoinRunTest, CancelTakesNoFileThatTheJoinCannotHaveMade) {
-    const std::unique_ptr<LargeFileAccess> lock = shared.Platform().fileSystem->MakeLargeFile();
-    // A script, the rights of an older file, and whether another join runs.
-    using Row = std::tuple<std::string, mode_t, bool>;
-    for (const auto& [script, rights, isLocked] :
-         {Row("Rem |  Parts Count ..: 1000\r\n" + keepingScript, 0600, false),
-          Row(keepingScript, 0600, true), Row(keepingScript, 0400, false)}) {
-        folder.Write("Movie.avi", "the only copy");
-        folder.Write("MOVIE.AVI", "a namesake");
-        JoinRun run(shared, MakeSet(script, folder.Drive("Movie.avi")));
-        chmod(folder.System("Movie.avi").c_str(), rights);
-        ASSERT_TRUE(!isLocked || lock->CreateLocked(folder.Drive("Zarn.TMP")));
-        RunScript(run);
-        EXPECT_TRUE(run.Failure().starts_with("The file was not made :\r" +
-                                              folder.Drive("Movie.avi") + "\r\r"));
-        run.RemoveResults();
-        EXPECT_EQ(fs::remove(folder.System("Zarn.TMP")), isLocked);
-        EXPECT_EQ(folder.Read("Movie.avi") + folder.Read("MOVIE.AVI"), "the only copya namesake");
-    }
-}
-
 TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {
     folder.MakeFolder("a.bat");
     JoinRun run(shared, {folder.Drive("a.bat\\x_Part0.bat"), folder.Drive("x")});
@@ -124,7 +109,7 @@ TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {
     shared.Platform().processes =
         std::make_unique<LinuxProcesses>(std::make_shared<PathResolver>(test.home.System()),
                                          FoldersIn(test.home), "/no/interpreter");
-    JoinRun unstarted(shared, MakeSet(keepingScript, other.Drive("Movie.avi")));
+    JoinRun unstarted(shared, Job(keepingScript, other.Drive("Movie.avi")));
     unstarted.PrepareScript();
     EXPECT_EQ(ErrorOf([&] { unstarted.Start(); }), ErrorNumber::FileNotFound);
     EXPECT_FALSE(folder.Has("Movie.avi_Part0_TMP.bat"));

@@ -1,9 +1,8 @@
-#include <sys/stat.h>
-
-#include <fstream>
 #include <set>
 
 #include "join/JoinFixture.h"
+#include "join/ScriptInterpreter.h"
+#include "platform/linux/LinuxSignals.h"
 #include "support/RunProgram.h"
 
 namespace zarn::testing {
@@ -11,11 +10,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// A folder with a set, another one, and what runs scripts in the first.
-class JoinScripts : public ::testing::Test {
+class JoinScripts : public JoinFixture {
   protected:
-    void SetUp() override { WriteSet(folder, ""); }
-
     ScriptOutcome Run(const std::string& script, const std::string& destination = {},
                       const std::string& name = "Movie.avi_Part0.bat") {
         fileSystem.log.clear();
@@ -24,12 +20,8 @@ class JoinScripts : public ::testing::Test {
     }
     // Makes the set anew, and lets something happen once at a step; "" is before the run.
     void Begin(WatchedFileSystem& files, const std::string& when, const std::string& happens) {
-        for (const TestFolder* place : {&folder, &other}) {
-            for (const std::string& name : place->Names()) {
-                fs::remove_all(place->System(name));
-            }
-        }
-        SetUp();
+        Clear();
+        files.refused = happens.starts_with("refuse ") ? happens.substr(7) : "";
         files.whenStep = [=, this, once = false](const std::string& step) mutable {
             if (step == when && !std::exchange(once, true)) {
                 Happen(happens);
@@ -37,41 +29,8 @@ class JoinScripts : public ::testing::Test {
         };
         files.whenStep("");
     }
-    // A verb and a file; "there/" is the other folder.
-    void Happen(const std::string& act) {
-        const std::string verb = act.substr(0, act.find(' '));
-        const std::string name = act.substr(std::min(verb.size() + 1, act.size()));
-        const std::string path =
-            (name.starts_with("there/") ? other : folder).System(Replace(name, "there/", ""));
-        if (verb == "lock") {
-            ASSERT_TRUE(lock->CreateLocked(folder.Drive(name)));
-        } else if (verb == "refuse") {
-            fileSystem.refused = name;
-        } else if (verb == "remove" || verb == "exchange") {
-            fs::remove(path);
-        }
-        if (verb == "write" || verb == "exchange" || verb == "protect") {
-            std::ofstream(path) << "other";
-            chmod(path.c_str(), verb == "protect" ? 0400 : 0600);
-        }
-    }
-    // What lies in a folder; the whole file has a star.
-    static std::string Listing(const TestFolder& place) {
-        std::string text;
-        for (const std::string& name : place.Names()) {
-            const bool isFile = UpperCase(name) == "MOVIE.AVI";
-            text += Replace(name, "Movie.avi_", "") +
-                    (isFile && place.Read(name) == "one two three" ? "* " : " ");
-        }
-        return Replace(text, "Part0.bat Part1 Part2 Part3", "set");
-    }
 
-    TestFolder folder;
-    TestFolder other;
-    TestFolder home;
     LinuxSignals endingSignals;
-    WatchedFileSystem fileSystem{MakeLinuxPlatform(FoldersIn(home)).fileSystem};
-    std::unique_ptr<LargeFileAccess> lock = fileSystem.MakeLargeFile();
 };
 
 TEST_F(JoinScripts, RunsTheScriptThatTheSplitterWrites) {
@@ -262,7 +221,6 @@ TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
               "Movie.avi* Part0.bat "},
          }) {
         SCOPED_TRACE(when + ": "s + happens);
-        fileSystem.refused.clear();
         Begin(fileSystem, when, happens);
         const auto [status, message] = Run(wholeScript);
         const std::string whole = "\nThe joined file is complete: " + folder.Drive("Movie.avi");
@@ -271,7 +229,6 @@ TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
                           : message.starts_with("cannot") ? ScriptStatus::Failed
                                                           : ScriptStatus::Refused);
         EXPECT_EQ(Listing(folder), left);
-        lock->Close();
     }
     // What is no file cannot be copied, nor waited for.
     for (const bool isPipe : {false, true}) {
@@ -344,7 +301,7 @@ class TwoMounts : public WatchedFileSystem {
 };
 
 TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
-    TwoMounts mounts(MakeLinuxPlatform(FoldersIn(home)).fileSystem);
+    TwoMounts mounts(MakeLinuxPlatform(FoldersIn(test.home)).fileSystem);
     // Where to, what happens at which step, what is said, and what is there and here then.
     struct Row {
         std::string target;
