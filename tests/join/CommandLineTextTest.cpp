@@ -42,7 +42,7 @@ TEST(CommandLineText, FramesAndPaintsTheCommand) {
     settings.source = "\xC3\xA9t\xC3\xA9";
     EXPECT_TRUE(Contains(CommandLineBatchFile(settings), "/F=\xE9t\xE9 "));
     for (const auto& [name, written] :
-         {std::pair("run", "run.bat"), {"x.BAT.old", "x.BAT.old"}, {"y.txt", "y.txt.bat"}}) {
+         {std::pair("run", "run.bat"), {"x.BAT.old", "x.BAT.old"}, {"bat.txt", "bat.txt.bat"}}) {
         EXPECT_EQ(CommandLineBatchName(name), written);
     }
 

@@ -81,14 +81,20 @@ TEST_F(FrmProgressJoinTest, ShowsAJoinFromStartToCountdown) {
     for (const std::string left : {"5", "4", "3", "2", "1"}) {
         expected.push_back("File joined successfully ...#0|Done !!!#0|-|&Done (" + left + ")|");
     }
-    whenCounting = [this] { Tick("Timer2"); };
+    whenCounting = [this] {
+        EXPECT_TRUE(Contains(ButtonText(), "&Done"));
+        Tick("Timer2");
+    };
     Shared().Parameters().PriorityProcessor(2);
     InEveryFont([&] {
         MakeForm(folder);
         EXPECT_EQ(FromQt(form->windowTitle()), " Please wait ...");
         ClickButton();
         EXPECT_FALSE(form->Cancelling);  // nothing runs yet
-        Join({11, [this] { Tick("Timer1"); }});
+        Join({11, [this] {
+                  EXPECT_TRUE(Timer("Timer1").isActive());
+                  Tick("Timer1");
+              }});
         EXPECT_EQ(states, expected);
         EXPECT_EQ(std::exchange(processes.pauses, {}), std::vector<std::int64_t>(12, 2));
         EXPECT_EQ(std::exchange(queue.waited, {}).count() % 20, 0);
@@ -149,7 +155,10 @@ TEST_F(FrmProgressJoinTest, ACancelCountsUpToTheChecksumStage) {
           std::tuple("Join Task Done", "Done !!!#128|", false)}) {
         MakeForm(folder);
         When(state, [this] { ClickButton(); });
-        whenCounting = [this] { Tick("Timer2"); };
+        whenCounting = [this] {
+            EXPECT_FALSE(Timer("Timer4").isActive());
+            Tick("Timer2");
+        };
         Join();
         EXPECT_EQ(TextOf("txtCurrentFile"), lastStatus);
         EXPECT_EQ(folder.Has("Movie.avi"), !isCancelled) << state;

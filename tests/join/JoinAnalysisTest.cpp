@@ -54,7 +54,7 @@ TEST_F(JoinAnalysisTest, RefusesInTheWordsOfTheReason) {
     }
     EXPECT_EQ(ReportOf(sfv, "x_Part0.sfv").originalName, invalid);
     EXPECT_EQ(ReportOf(";----\r\nother\r\n;\r\n", "x_Part0.sfv").originalName, corrupted);
-    EXPECT_EQ(ReportOf(good, "x.sfv").originalName, corrupted);
+    EXPECT_EQ(ReportOf(good, "bat.sfv").originalName, corrupted);
 }
 
 TEST_F(JoinAnalysisTest, ReportsWhatIsThereByName) {

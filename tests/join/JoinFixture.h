@@ -18,7 +18,8 @@ inline const std::string naming =
     "IF EXIST \"Movie.avi\" Del \"Movie.avi\"\r\n"
     "Ren Zarn.TMP \"Movie.avi\"\r\n";
 inline const std::string keepingScript = copies + naming;
-inline const std::string wholeScript = keepingScript + "Del \"Movie.avi_Part*\"\r\n";
+inline const std::string deletion = "Del \"Movie.avi_Part*\"\r\n";
+inline const std::string wholeScript = keepingScript + deletion;
 
 /// A set of three parts of "Movie.avi" with its script, and the names of its files.
 inline void WriteSet(const TestFolder& folder, const std::string& script,
@@ -54,12 +55,14 @@ class JoinFixture : public ::testing::Test {
             (name.starts_with("there/") ? other : folder).System(Replace(name, "there/", ""));
         if (verb == "lock") {
             ASSERT_TRUE(lock->CreateLocked(folder.Drive(name)));
-        } else if (verb == "remove" || verb == "exchange") {
+        } else if (verb != "write" && verb != "protect" && !name.empty()) {
             fs::remove(path);
         }
         if (verb == "write" || verb == "exchange" || verb == "protect") {
             std::ofstream(path) << "other";
             chmod(path.c_str(), verb == "protect" ? 0400 : 0600);
+        } else if (verb == "folder" || verb == "pipe") {
+            EXPECT_EQ(verb == "pipe" ? mkfifo(path.c_str(), 0600) : mkdir(path.c_str(), 0700), 0);
         }
     }
     /// What lies in a folder; the whole file has a star.

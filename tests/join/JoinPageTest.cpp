@@ -113,7 +113,7 @@ class JoinPageTest : public PageFixture<JoinPage>, public DrivePanel {
         key != Qt::Key() ? QTest::keyClick(&List(), key)
                          : QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place);
         QCoreApplication::processEvents();
-        EXPECT_TRUE(List().isEnabled());
+        EXPECT_TRUE(List().isEnabled() && Page().focusWidget() == &List());
         return log;
     }
     // The destination, its box, the two buttons, and the stored folder.
@@ -157,11 +157,11 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
     const Names kind = {"Only Zarn Join files are allowed.                "};
     Folder().MakeFolder("folder.bat");
     Folder().Write("two.bat", script.substr(0, script.find("Rem |")));
-    Folder().Write("film.txt", script);
+    Folder().Write("bat.txt", script);
     // What is said of a file that is browsed for, typed and dropped.
     using Case = std::tuple<std::string, Names, Names, Names>;
     for (const auto& [name, browsed, typed, dropped] :
-         {Case("two.bat", analysis, analysis, analysis), Case("film.txt", format, format, kind),
+         {Case("two.bat", analysis, analysis, analysis), Case("bat.txt", format, format, kind),
           Case("missing.bat", nothing, format, format), Case("folder.bat", nothing, {}, {})}) {
         const std::string path = Folder().Drive(name);
         const auto refuses = [&](const Names& messages, const std::string& stored,
@@ -182,7 +182,7 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
 }
 
 TEST_F(JoinPageTest, RefusesAShareOnlyAfterTheFormat) {
-    MakeSet();
+    OpenSet();
     Boxes().whenShown = [this](const BoxMessage& box) {
         EXPECT_EQ(box.icon, BoxIcon::Exclamation);
         EXPECT_EQ(Colour("txtFileToJoin"), Red);
@@ -234,16 +234,19 @@ TEST_F(JoinPageTest, ReportsOnTheSet) {
     EXPECT_FALSE(IsEnabled("CmdJoin"));
     Click("CmdResetJoin");
     ExpectEmptyPage();
+    Browse(path);
+    Write("txtFileToJoin", " ");
+    ExpectEmptyPage();
     EXPECT_TRUE(Said().empty());
 }
 
 TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
-    const std::string set = MakeSet();
-    fs::remove(Folder().System("Movie.avi_Part2"));
-    bool couldJoin = true;
-    const Soon look([&] { couldJoin = IsEnabled("CmdJoin"); });
-    Write("txtFileToJoin", set);
-    EXPECT_FALSE(couldJoin);
+    OpenSet();
+    const std::string set = Text("txtFileToJoin");
+    std::string meanwhile;
+    const Soon look([&] { meanwhile = Report() + (IsEnabled("CmdJoin") ? "join" : ""); });
+    Write("txtFileToJoin", Replace(set, "Movie", "movie"));
+    EXPECT_EQ(meanwhile, " 3|0||- Not Present -|32768");
     EXPECT_EQ(Rows().rowCount(), 3);
     const Soon reset([this] { Click("CmdResetJoin"); });
     Browse(set);
@@ -253,7 +256,7 @@ TEST_F(JoinPageTest, TakesWhatHappensInTheMiddleOfAnAnalysis) {
 TEST_F(JoinPageTest, TakesTheFirstOfTheDroppedFiles) {
     const std::string path = MakeSet();
     const std::string file = Folder().System("Movie.avi_Part0.bat");
-    DropOn("txtFileToJoin", {file, Folder().System("b"), Folder().System("c")});
+    DropOn("txtFileToJoin", {file, Folder().System("b")});
     EXPECT_EQ(Boxes().shown.at(0).icon, BoxIcon::Information);
     EXPECT_EQ(Said(), Names{"You have selected more than one file, only the first one will be "
                             "considered :\r\r" +
@@ -275,12 +278,10 @@ TEST_F(JoinPageTest, JudgesEveryDestination) {
     Folder().MakeFolder("other");
     using Case = std::pair<const char*, const char*>;
     for (const auto& [text, state] :
-         {Case("", " red join, "), Case("ab", "ab red join, "),
-          Case(R"(HERE\a*)", R"(HERE\a* red, )"), Case(R"(HERE\other)", R"(HERE\other join, )"),
+         {Case("", " red ticked join, "), Case("ab", "ab red join, "),
           Case(R"(HERE\new\deep)", R"(HERE\new\deep join, )"),
+          Case(R"(HERE\a*)", R"(HERE\a* red, )"), Case(R"(HERE\other)", R"(HERE\other join, )"),
           Case(R"(B:\x)", R"(B:\x red join, )"), Case(R"(HERE\)", R"(HERE\ ticked join, )")}) {
-        WriteDestination(R"(HERE\)");
-        WriteDestination(R"(HERE\other)");
         WriteDestination(text);
         EXPECT_EQ(State(), state);
         const Names bad = {"Invalid Characters in destination folder,\rPlease check."};
@@ -403,17 +404,20 @@ TEST_F(JoinPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
         Browse(path);
         ExpectTextsToFit(Page(), PageSize);
         QHeaderView& header = *List().header();
+        std::string titles;
         for (int column = 0; column < 3; ++column) {
+            titles += FromQt(Rows().headerData(column, Qt::Horizontal).toString()) + "|";
             EXPECT_GE(List().columnWidth(column),
                       List().sizeHintForIndex(Rows().index(0, column)).width());
             EXPECT_GE(List().columnWidth(column), header.sectionSizeHint(column));
         }
-        EXPECT_LE(header.length(), List().viewport()->width());
+        EXPECT_EQ(titles, "File Part Name|Size|Status|");
+        EXPECT_EQ(header.length(), List().viewport()->width());
     });
     ExpectNamesAndKeys(Page(), "FVHSJPUAT");
     Settings().DestinationFolderUseMerge(0);
     OpenSet(R"(C:\)");
-    Widget("txtFileToJoin").setFocus();
+    Page().setFocus();
     ExpectTabOrder(
         Page(), {"CmdSourceFileJoin", "ListView1", "ChkJoinDestination", "txtDestinationFolderJoin",
                  "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"});

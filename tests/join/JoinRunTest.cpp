@@ -27,17 +27,23 @@ class JoinRunTest : public JoinFixture {
 };
 
 TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
-    const std::string accent = other.Drive("Fl\xC3\xB6te");
-    using Row = std::tuple<std::string, std::string, std::string>;
-    for (const auto& [script, target, copy] :
-         {Row("x", folder.Drive("Movie.avi"), "x"),
-          Row("x\r\n\xF6", accent, "x\r\n\xC3\xB6\r\nDel \"" + accent)}) {
-        JoinRun run(shared, Job(script, target));
+    const std::string here = folder.Drive("Movie.avi");
+    const std::string there = other.Drive("Movie.avi");
+    const std::string move =
+        "\r\nDel \"" + there + "\"\r\nMove \"" + here + "\" \"" + there + "\"\r\n";
+    using Row = std::tuple<const char*, const char*, std::string, std::string>;
+    for (const auto& [name, copyName, target, text] :
+         {Row("Movie.avi_Part0.bat", "Movie.avi_Part0_TMP.bat", here, "\xF6"),
+          Row("Movie.avi_Part0.bat", "Movie.avi_Part0_TMP.bat", there, "\xC3\xB6" + move),
+          // A script that was renamed still puts the file beside the parts.
+          Row("join.BAT", "join.BAT_TMP.bat", there, "\xC3\xB6" + move)}) {
+        folder.Write(name, "\xF6");
+        JoinRun run(shared, {folder.Drive(name), target});
         run.PrepareScript();
-        EXPECT_TRUE(folder.Read("Movie.avi_Part0_TMP.bat").starts_with(copy));
-        EXPECT_TRUE(folder.Read("Movie.avi_Part0.bat") == script);
+        EXPECT_EQ(folder.Read(copyName), text);
+        EXPECT_EQ(folder.Read(name), "\xF6");
         run.RemoveScript();
-        EXPECT_EQ(folder.Names(), setNames);
+        EXPECT_FALSE(folder.Has(copyName));
     }
 }
 
@@ -60,7 +66,7 @@ TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
               "MOVIE.avi* set Zarn.TMP ", ""},
              {"write there/Movie.avi", wholeScript, there, false, "Zarn.TMP ", "Movie.avi* "},
              {"write there/Movie.avi", wholeScript, there, true, "Zarn.TMP ", "Movie.avi* "},
-             {"write there/Movie.avi", keepingScript, there, true, "set ", ""},
+             {"write there/Movie.avi", keepingScript, " " + there + " ", true, "set ", ""},
              {"write Movie.avi", keepingScript, other.Drive("none\\Movie.avi"), true, "set ", ""},
              {"write MOVIE.AVI", keepingScript, here, true, "MOVIE.AVI set ", ""},
              {"write Movie.avi", refused, here, true, "Movie.avi set Zarn.TMP ", ""},
@@ -106,13 +112,34 @@ TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::FileNotFound);
     folder.Write("a.bat/x_Part0.bat", "");
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::PathNotFound);
-    shared.Platform().processes =
-        std::make_unique<LinuxProcesses>(std::make_shared<PathResolver>(test.home.System()),
-                                         FoldersIn(test.home), "/no/interpreter");
+    const auto use = [this](const char* interpreter) {
+        shared.Platform().processes = std::make_unique<LinuxProcesses>(
+            std::make_shared<PathResolver>(test.home.System()), FoldersIn(test.home), interpreter);
+    };
+    use("/no/interpreter");
     JoinRun unstarted(shared, Job(keepingScript, other.Drive("Movie.avi")));
     unstarted.PrepareScript();
     EXPECT_EQ(ErrorOf([&] { unstarted.Start(); }), ErrorNumber::FileNotFound);
     EXPECT_FALSE(folder.Has("Movie.avi_Part0_TMP.bat"));
+
+    const std::string target = folder.Drive("Movie.avi");
+    use("/bin/false");
+    JoinRun silent(shared, Job(keepingScript, target));
+    RunScript(silent);
+    EXPECT_EQ(silent.Failure(),
+              "The file was not made :\r" + target + "\r\rthe script ended with status 1");
+}
+
+TEST_F(JoinRunTest, TellsWhereAFileIsThatIsComplete) {
+    folder.MakeFolder("Movie.avi_Part0.sfv");
+    const std::string target = folder.Drive("Movie.avi");
+    JoinRun run(shared, Job(wholeScript, target));
+    RunScript(run);
+    EXPECT_EQ(run.Failure(),
+              "The file was joined, but not all was done :\r" + target +
+                  "\r\rcannot delete \"Movie.avi_Part0.sfv\": Path/File access error\r"
+                  "The joined file is complete: " +
+                  target);
 }
 
 TEST(PriorityPause, ThereIsOneForEachOfTenPriorities) {

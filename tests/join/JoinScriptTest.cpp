@@ -27,6 +27,7 @@ class JoinScripts : public JoinFixture {
                 Happen(happens);
             }
         };
+        files.whenFinding = [&files] { files.whenStep("find"); };
         files.whenStep("");
     }
 
@@ -50,26 +51,29 @@ TEST_F(JoinScripts, RunsTheScriptThatTheSplitterWrites) {
 
 TEST_F(JoinScripts, KnowsTheFormsOfItsLines) {
     folder.Write("100%PATH% \"a\" b_Part", "unnumbered");
-    folder.Write("empty_Part007", "");
-    // The file that is built, and a script with ? for its name.
-    using Case = std::pair<std::string, std::string>;
-    for (const auto& [built, script] :
-         {Case("Movie.avi",
-               "Rem " + std::string(8187, 'x') + "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP ?"),
-          Case("Movie.avi",
+    folder.Write("e_Part007", "");
+    // The file that is built, its bytes, and a script with ? for its name.
+    using Case = std::tuple<std::string, const char*, std::string>;
+    for (const auto& [built, bytes, script] :
+         {Case("Movie.avi", "one ",
+               "Rem " + std::string(8186, 'x') + "\u00E9" +
+                   "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP ?"),
+          Case("Movie.avi", "one ",
                "\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
                "\tCopy /Y  /b\t\"?_Part1\"  \"Zarn.TMP\" \t\r\n"
-               "Ren Zarn.TMP \"?\"\n\x1A"),
-          Case("100%PATH% \"a\" b",
-               "Copy \"?_Part\" Zarn.TMP\nIF EXIST \"?\" Del \"?\"\n"
+               "Ren Zarn.TMP \"?\"\x1A"),
+          Case("100%PATH% \"a\" b", "unnumbered",
+               "Copy \"?_Part\" Zarn.TMP\nIF EXIST \"?\"\tDel \"?\"\n"
                "Ren Zarn.TMP \"?\"\nDel \"?_Part*\"\n"),
-          Case("empty", "Rem |  Parts Count ..: 1\nCopy ?_Part007 Zarn.TMP\nRen Zarn.TMP ?\n"),
-          Case("Movie.avi",
-               "Rem |  Parts Count ..: 2\nCopy ?_Part1 Zarn.TMP\n"
+          Case("e", "", "Rem |  Parts Count ..: 1\nCopy ?_Part007 Zarn.TMP\nRen Zarn.TMP \"?\"\n"),
+          Case("Movie.avi", "one two ",
+               "Rem |  Parts Count ..: 3\nCopy ?_Part1 Zarn.TMP\n"
+               "if exist movie.avi_PART2 copy /b /y Zarn.TMP + ?_Part2 Zarn.TMP\n"
                "if exist ?_Part4 copy /b Zarn.TMP + ?_Part4 Zarn.TMP\n"
                "if exist Zarn.TMP ren Zarn.TMP ?\n")}) {
         EXPECT_EQ(Run(Replace(script, "?", built)).message, "") << script;
-        EXPECT_TRUE(fs::remove(folder.System(built))) << script;
+        EXPECT_EQ(folder.Read(built), bytes) << script;
+        fs::remove(folder.System(built));
     }
     EXPECT_FALSE(folder.Has("100%PATH% \"a\" b_Part"));
 }
@@ -112,8 +116,12 @@ TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
                   "Del *", "Del Movie.avi*", "Del Movie.avi_Part1", "Del Zarn.TMP", "Del Movie.avi",
                   "Format C:", "Remove x", R"(if exist ..\x Del "Movie.avi_Part*")",
                   "if not exist Movie.avi Del Movie.avi_Part*", "if exist Movie.avi echo x",
-                  R"(Move "Movie.avi" "C:\elsewhere")", name, copy, "Rem \0x"s,
-                  "Rem " + std::string(8188, 'x')}),
+                  R"(Move "Movie.avi" "C:\elsewhere")", name, copy}),
+             Case("line 3: the line holds a NUL", copy + name + "@", {"Rem \0x"s}),
+             Case("line 3: the line is too long", copy + name + "@",
+                  {"Rem " + std::string(8188, 'x')}),
+             Case("line 4: the file to be moved is in another folder", copy + name + "@",
+                  {MoveLines(R"(C:\no\such\Movie.avi)", target)}),
              Case("line 2", copy + "@\n" + name,
                   {"Copy Movie.avi_Part2 Zarn.TMP", "Copy Zarn.TMP + Movie.avi_Part2 Zarn.TMP",
                    "Copy /b Zarn.TMP + Movie.avi_Part2 + Movie.avi_Part3 Zarn.TMP",
@@ -125,13 +133,13 @@ TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
                   {R"(sub\Movie.avi_Part1 Zarn.TMP)", folder.Drive("Movie.avi_Part1") + " Zarn.TMP",
                    R"(..\Movie.avi_Part1 Zarn.TMP)", "Movie.avi_Part1 Movie.avi",
                    "Movie.avi_Part1 Zarn.TMP > x"}),
-             Case("line 2", "Copy \"@_Part1\" Zarn.TMP\nRen Zarn.TMP \"@\"\n",
-                  {"..", ".", " ", "sub\\M", "C:M", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
+             Case("line 2: no name for the file to be built",
+                  "Copy \"@_Part1\" Zarn.TMP\nRen Zarn.TMP \"@\"\n",
+                  {"..", ".", " ", "sub\\M", "C:", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
                    "movie.avi_Part0.BAT", "tab\there"}),
              Case("line 1", "@" + copy + name, {MoveLines(source, target)}),
              Case("line 4", copy + name + "@",
-                  {MoveLines(target, target), MoveLines(folder.Drive("Movie.avi_Part1"), target),
-                   MoveLines(R"(C:\no\such\Movie.avi)", target)}),
+                  {MoveLines(target, target), MoveLines(folder.Drive("Movie.avi_Part1"), target)}),
              Case("line 3", copy + name + "@",
                   {MoveLines(source, target + "x"), MoveLines(source, other.Drive("movie.avi")),
                    "Move \"" + target + "\" \"" + source + "\"\r\n"}),
@@ -184,12 +192,21 @@ TEST_F(JoinScripts, FlushesBeforeItDeletesOrReplacesAndOnlyThen) {
     EXPECT_EQ(fileSystem.log, (Names{"flush", "replace Movie.avi", "flush volume",
                                      "delete Movie.avi_Part1", "delete Movie.avi_Part2",
                                      "delete Movie.avi_Part3", "delete Movie.avi_Part0.bat"}));
-    SetUp();
-    fs::remove(folder.System("Movie.avi"));
+    Clear();
     EXPECT_EQ(Run(wholeScript, {}, "join.bat").message, "");
     fileSystem.log.resize(3);
     EXPECT_EQ(fileSystem.log, (Names{"flush", "move Zarn.TMP", "flush volume"}));
-    EXPECT_TRUE(folder.Has("join.bat"));
+    EXPECT_EQ(Listing(folder), "Movie.avi* join.bat ");
+    Clear();
+    const std::string target = other.Drive("Movie.avi");
+    const std::string moving = keepingScript + MoveLines(folder.Drive("Movie.avi"), target);
+    Happen("write there/Movie.avi");
+    EXPECT_EQ(Run(moving, target, "Movie.avi_Part00.bat").message, "");
+    EXPECT_EQ(fileSystem.log,
+              (Names{"flush", "move Zarn.TMP", "flush volume", "replace " + target}));
+    EXPECT_EQ(Run(moving + deletion, target, "Movie.avi_Part00.bat").message, "");
+    EXPECT_EQ(std::ranges::count(fileSystem.log, "flush volume"), 1);
+    EXPECT_EQ(Listing(folder), "");
 }
 
 // A command can fail, a name can come to mean another file, and a file has other names.
@@ -200,6 +217,12 @@ TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
     for (const auto& [when, happens, said, left] : std::vector<Row>{
              {"", "remove Movie.avi_Part2", "cannot copy Part2: File not found",
               "Part0.bat Part1 Part3 "},
+             {"", "folder Movie.avi_Part2", "cannot copy Part2: File not found", "set "},
+             {"", "pipe Movie.avi_Part2", "cannot copy Part2: File not found", "set "},
+             {"", "folder Zarn.TMP", "cannot make Zarn.TMP: Path/File access error",
+              "set Zarn.TMP "},
+             {"find", "protect Movie.avi", "cannot replace Movie.avi: the older file is read-only",
+              "Movie.avi set "},
              {"", "lock Zarn.TMP", "another join is running in this folder", "set Zarn.TMP "},
              {"", "protect Movie.avi", "cannot replace Movie.avi: the older file is read-only",
               "Movie.avi set "},
@@ -230,12 +253,20 @@ TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
                                                           : ScriptStatus::Refused);
         EXPECT_EQ(Listing(folder), left);
     }
-    // What is no file cannot be copied, nor waited for.
-    for (const bool isPipe : {false, true}) {
-        Begin(fileSystem, "", "remove Movie.avi_Part2");
-        const std::string two = folder.System("Movie.avi_Part2");
-        EXPECT_EQ(isPipe ? mkfifo(two.c_str(), 0600) : mkdir(two.c_str(), 0700), 0);
-        EXPECT_EQ(Run(wholeScript).status, ScriptStatus::Failed);
+}
+
+TEST_F(JoinScripts, NeedsTheFileForAllThatComesAfterItsName) {
+    const std::string target = other.Drive("Movie.avi");
+    const std::string move = MoveLines(folder.Drive("Movie.avi"), target);
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [lines, destination, done] :
+         {Case("", "", "build \"Movie.avi"), Case(deletion, "", "delete \"Movie.avi_Part*"),
+          Case(move, target, "replace \"" + target),
+          Case(move.substr(move.find("Move")), target, "move \"Movie.avi")}) {
+        const std::string unnamed =
+            Replace(keepingScript, "\nRen", "\nif exist Movie.avi_Part9 Ren");
+        EXPECT_EQ(Run(unnamed + lines, destination).message,
+                  "cannot " + done + "\": File not found");
         EXPECT_EQ(Listing(folder), "set ");
     }
 }
@@ -305,18 +336,29 @@ TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
     // Where to, what happens at which step, what is said, and what is there and here then.
     struct Row {
         std::string target;
-        const char *when, *happens, *said, *there, *here;
+        const char *when, *happens;
+        std::string said;
+        const char *there, *here;
     };
     const std::string target = other.Drive("Movie.avi");
     const std::string alias = other.Drive("alias\\Movie.avi");
+    const std::string readOnly = "cannot replace THERE\\Movie.avi: the older file is read-only";
+    const std::string whole = "\nThe joined file is complete: ";
     for (const auto& [to, when, happens, said, there, here] : std::vector<Row>{
              {target, "", "write there/Movie.avi", "", "Movie.avi* alias ", ""},
              {target, "", "write there/MOVIE.AVI", "", "MOVIE.AVI Movie.avi* alias ", ""},
-             {target, "move Movie.avi", "write there/Movie.avi", "File already exists",
-              "Movie.avi alias ", "Movie.avi* "},
-             {target, "", "protect there/Movie.avi", "the older file is read-only",
-              "Movie.avi alias ", "set "},
-             {other.Drive("no\\Movie.avi"), "", "", "Path not found", "alias ", "Movie.avi* "},
+             {target, "move Movie.avi", "write there/Movie.avi",
+              "cannot move Movie.avi: File already exists" + whole + "HERE\\Movie.avi",
+              "Movie.avi alias ", "Movie.avi* set "},
+             {target, "", "refuse delete Movie.avi_Part1",
+              "cannot delete Movie.avi_Part1: Path/File access error" + whole + "THERE\\Movie.avi",
+              "Movie.avi* alias ", "set "},
+             {target, "", "protect there/Movie.avi", readOnly, "Movie.avi alias ", "set "},
+             {target, "find", "protect there/Movie.avi", readOnly + whole + "HERE\\Movie.avi",
+              "Movie.avi alias ", "Movie.avi* set "},
+             {other.Drive("no\\Movie.avi"), "", "",
+              "cannot move Movie.avi: Path not found" + whole + "HERE\\Movie.avi", "alias ",
+              "Movie.avi* set "},
              {alias, "", "", "", "alias ", "Movie.avi* "},
              {alias, "", "write Movie.avi", "", "alias ", "Movie.avi* "},
              {folder.Drive("MOVIE.avi"), "", "", "", "alias ", "MOVIE.avi* "},
@@ -328,13 +370,15 @@ TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
             fs::create_directory_symlink(folder.System(), other.System("alias"));
             const std::string script = folder.Drive("Movie.avi_Part0.bat");
             folder.Write("Movie.avi_Part0.bat",
-                         wholeScript + MoveLines(folder.Drive("Movie.avi"), to));
+                         keepingScript + MoveLines(folder.Drive("Movie.avi"), to) + deletion);
             const std::string message =
                 ScriptInterpreter(*files, endingSignals).Run(script, to).message;
-            EXPECT_TRUE(Contains(message, said) && message.empty() == (*said == 0)) << message;
+            EXPECT_EQ(
+                Replace(Replace(Replace(message, folder.Drive(), "HERE"), other.Drive(), "THERE"),
+                        "\"", ""),
+                said);
             EXPECT_EQ(Listing(other), there);
             EXPECT_EQ(Listing(folder), here);
-            EXPECT_EQ(Contains(message, folder.Drive("Movie.avi")), *said != 0 && *here == 'M');
         }
     }
 }
