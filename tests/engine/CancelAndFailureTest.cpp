@@ -89,10 +89,10 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
     using Case = std::pair<const char*, std::function<void()>>;
     for (const auto& [name, change] :
          {Case("replaced", [&] { fs::rename(other, path); }),
+          Case("part gone", [&] { fs::remove(out.System("movie.avi_Part1")); }),
           Case("grown", [&] { fs::resize_file(path, 50001); }),
           Case("touched", [&] { fs::last_write_time(path, fs::file_time_type{}); }),
           Case("namesake", [&] { fs::rename(other, folder.System("MOVIE.AVI")); }),
-          Case("part gone", [&] { fs::remove(out.System("movie.avi_Part1")); }),
           Case("gone", [&] { fs::remove(path); })}) {
         SCOPED_TRACE(name);
         folder.Write("movie.avi", TestBytes(50000));
@@ -116,6 +116,17 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
         fs::remove(folder.System("MOVIE.AVI"));
     }
     EXPECT_TRUE(test.boxes->shown.empty());
+}
+
+TEST_F(FailureTest, APartThatTurnsOutEmptyIsLeftOut) {
+    events.then = [&](const std::string& event) {
+        if (event.starts_with("100%")) {
+            fs::resize_file(out.System("movie.avi_Part2"), 0);
+        }
+    };
+    EXPECT_TRUE(Split(30000));
+    EXPECT_EQ(Engine().tabFilesMatrix(2), "");
+    EXPECT_EQ(out.Names(), (Names{"movie.avi_Part0.bat", "movie.avi_Part1"}));
 }
 
 // Nine parts of a size with a fraction need a tenth, which takes the name of the first.
@@ -208,6 +219,11 @@ TEST_F(FailureTest, ACancelRemovesThePartsWheneverItComes) {
         EXPECT_EQ(queue.waited, waited);
         EXPECT_EQ(out.Names().size(), countdown > 0 ? 2U : 0U);
     }
+    // With the source gone the archive is the only copy.
+    Settings().DeleteSource(1);
+    out.Write("movie.zip", TestBytes(50000));
+    EXPECT_FALSE(Split(10000, "Size", 0, true));
+    EXPECT_EQ(out.Names(), Names{"movie.zip"});
     EXPECT_TRUE(test.boxes->shown.empty());
 }
 
@@ -268,7 +284,9 @@ TEST_F(MediaTest, APromptCancels) {
     EXPECT_EQ(events.log.back(), "finish");
     EXPECT_TRUE(out.Names().empty());
     EXPECT_EQ(progress.statusText + progress.buttonCaption, "[ Canceled ]&Canceling ");
-    EXPECT_TRUE(progress.JobEnded && progress.CancelPending && progress.Countdown == 6);
+    EXPECT_TRUE(progress.JobEnded && progress.CancelPending && progress.countdownRuns);
+    EXPECT_FALSE(progress.buttonEnabled || progress.progressBarVisible);
+    EXPECT_EQ(progress.Countdown + progress.statusColour, 6 + 128);
     EXPECT_EQ(queue.waited, 0s);
     EXPECT_EQ(medium.lowest, 0);
 }

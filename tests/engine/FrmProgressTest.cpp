@@ -24,7 +24,13 @@ class FrmProgressTest : public JobDialogFixture<FrmProgress> {
         form->job.destination = out.Drive();
         form->job.partSize = 1024;
         form->job.criterion = "Size";
-        form->StopRequested = true;  // left from another job
+        // What a job before this one may have left.
+        form->StopRequested = form->CancelPending = form->JobEnded = true;
+        Button().Caption("&Done");
+        Button().setEnabled(false);
+        Button().move(0, 0);
+        Bar().Color(Red);
+        Bar().Scrolling(1);
         preparations = 0;
     }
     // Names with colours, bar with value, end and width, button with its left edge.
@@ -71,11 +77,10 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     InEveryFont([&] {
         MakeForm();
         form->job.sfv = true;
-        Bar().Color(Red);
         EXPECT_EQ(Run(), std::nullopt);
         EXPECT_EQ(states, expected);
         EXPECT_EQ(preparations, 2);  // the show's own activation starts it only once
-        EXPECT_EQ(Bar().Color(), Green);
+        EXPECT_EQ(std::pair(Bar().Color(), Bar().Scrolling() + 0), std::pair(Green, 0));
     });
     EXPECT_EQ(out.Names(), (Names{"movie.avi_Part0.bat", "movie.avi_Part0.sfv", "movie.avi_Part1",
                                   "movie.avi_Part2"}));
@@ -86,7 +91,8 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     EXPECT_TRUE(Contains(file, "\nmovie.avi_Part1  " + form->CalcCRC32(path) + "\r\n"));
     Tick("Timer2");
     EXPECT_EQ(form->Countdown, 5);
-    EXPECT_FALSE(form->StopRequested);
+    EXPECT_FALSE(form->StopRequested || Find<QLabel>("Image1").pixmap().isNull());
+    EXPECT_EQ(form->minimumSize(), form->maximumSize());
 }
 
 // The outer job goes on without its window then, and keeps the owner waiting.
@@ -122,7 +128,10 @@ TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     Shared().Parameters().DeleteSource(1);
     MakeForm();
     form->job.sfv = true;
-    When("at 50 %", [this] { ClickButton(); });
+    When("at 50 %", [this] {
+        ClickButton();
+        EXPECT_EQ(form->Countdown, 6);
+    });
     whenCounting = [this] {
         ClickButton();  // is off, and does nothing
         if (Pointer().empty()) {
@@ -170,6 +179,7 @@ TEST_F(FrmProgressTest, ACancelBehindThePromptForAMediumCloses) {
         const auto* prompt = qobject_cast<FrmRemovables*>(QApplication::activeModalWidget());
         if (prompt != nullptr && prompt->parentWidget() == form.get()) {
             const auto* message = prompt->findChild<QLabel*>("lblMessage");
+            EXPECT_EQ(prompt->partSize, 3000);
             states = {FromQt(prompt->windowTitle() + message->text())};
             QTest::mouseClick(prompt->findChild<chameleonButton*>("CmdOK"), Qt::LeftButton);
             queue.whenRun = [&] { ClickButton(); };
@@ -214,6 +224,7 @@ class FrmRemovablesTest : public ::testing::Test {
 
 TEST_F(FrmRemovablesTest, TakesAMediumWithEnoughRoomAsItIs) {
     progress.StopRequested = true;
+    EXPECT_FALSE(prompt.findChild<QLabel*>("Image1")->pixmap().isNull());
     Prompt(1000000, [&] { Press("CmdOK"); });
     EXPECT_FALSE(progress.StopRequested || progress.CancelPending);
     // Cancel goes on without a look at the medium; a closed prompt comes back with both buttons.
@@ -231,7 +242,7 @@ TEST_F(FrmRemovablesTest, AsksBeforeItTakesAFullMedium) {
     test.boxes->answers = {No, Yes, No, Ok, Yes, Yes, Ok, Yes, Yes};
     test.boxes->whenShown = [&](const BoxMessage&) {
         EXPECT_FALSE(Button("CmdOK").isEnabled() || Button("CmdCancel").isEnabled());
-        freeBytes += boxes.size() > 7 ? 1 : 0;  // the medium is changed in the last questions
+        freeBytes += boxes.size() == 9 ? 1 : 0;  // the medium is changed in the last questions
     };
     Prompt(1000001, [&] {
         for (const std::size_t count : {1U, 4U, 7U}) {  // not to be erased; not changed; still full

@@ -73,6 +73,8 @@ TEST_P(SplitModelTest, PartsAndEventsAreThoseOfSingleBlocks) {
             return std::make_unique<SharingFile>(std::move(real), shared);
         };
     }
+    std::int32_t runs = 0;
+    queue.whenRun = [&] { ++runs; };
     using Job = std::tuple<std::size_t, double, int>;
     for (const auto& [size, partSize, count] :
          {Job(1, 1, 0), Job(1, 1457664, 0), Job(9, 0, 6), Job(10, 0, 4), Job(50, 4.8, 0),
@@ -94,6 +96,8 @@ TEST_P(SplitModelTest, PartsAndEventsAreThoseOfSingleBlocks) {
             joined += bytes;
         }
         EXPECT_EQ(Engine().tabFilesMatrixPath(last), "");
+        EXPECT_EQ(std::exchange(runs, 0),
+                  3 * (last - 1));  // events run before a part and behind it
         EXPECT_EQ(events.log, Model(static_cast<double>(size), partSize, count));
         EXPECT_TRUE(joined == TestBytes(size));
     }

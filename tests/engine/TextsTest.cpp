@@ -1,3 +1,4 @@
+#include "engine/BlockLadder.h"
 #include "engine/EngineFixture.h"
 #include "engine/PartNames.h"
 #include "engine/ProgressTexts.h"
@@ -44,6 +45,18 @@ TEST(ProgressTexts, TimesHaveTwoCharactersAFieldAndNoSecondZero) {
     }
 }
 
+// A run ends behind the full block that changes the percent.
+TEST(BlockLadder, RunsAreAsLongAsNobodySeesThem) {
+    EXPECT_EQ(BytesToNextSight(1e9, 0, 2.5e9, 0), 25000960);
+    EXPECT_EQ(BytesToNextSight(1e9, 25000960, 2.5e9, 1), 24999936);
+    EXPECT_EQ(BytesToNextSight(1000, 0, 2.5e9, 0), 1000);
+    EXPECT_EQ(BytesToNextSight(900.5, 0, 1000, 0), 512);
+    for (const double next : {5.0, 25.0, 100.0, 512.0, 1024.0}) {
+        EXPECT_FALSE(NextBlock(next - 1).betweenRungs || NextBlock(next).betweenRungs) << next;
+        EXPECT_TRUE(NextBlock(next - 0.5).betweenRungs) << next;
+    }
+}
+
 TEST_F(EngineTest, ListsCountFromOneAndEndEmpty) {
     EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 1);
     EXPECT_EQ(Engine().tabFilesMatrix(1), "");
@@ -52,13 +65,14 @@ TEST_F(EngineTest, ListsCountFromOneAndEndEmpty) {
 }
 
 TEST_F(EngineTest, FreeSpaceOfNetworkPathsIsNotAsked) {
-    constexpr const char* Share = R"(\\server\share\x)";
-    EXPECT_TRUE(Engine().FunctionCheckSpaceOnUnit(2000000000, Share));
-    EXPECT_EQ(Engine().FunctionFreeSpaceOnUnit(5, Share), 9999);
-    EXPECT_EQ(Engine().FunctionCheckSpaceRemovable(Share), 0);
-    EXPECT_TRUE(Engine().FunctionCheckSpaceOnUnit(1, destination));
-    EXPECT_EQ(Engine().FunctionFreeSpaceOnUnit(5, destination), 5);
-    EXPECT_FALSE(Engine().FunctionCheckSpaceOnUnit(1, "B:\\x"));
+    const FolderMedium medium(test.Volumes(), out.System(), 1000);
+    for (const auto& [path, here] :
+         {std::pair(std::string(R"(\\server\share\x)"), false), std::pair(destination, true)}) {
+        EXPECT_TRUE(Engine().FunctionCheckSpaceOnUnit(1000, path));
+        EXPECT_EQ(Engine().FunctionCheckSpaceOnUnit(1001, path), !here);
+        EXPECT_EQ(Engine().FunctionFreeSpaceOnUnit(5, path), here ? 5 : 9999);
+        EXPECT_EQ(Engine().FunctionCheckSpaceRemovable(path), here ? 1000 : 0);
+    }
 }
 
 }  // namespace

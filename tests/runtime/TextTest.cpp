@@ -16,7 +16,8 @@ TEST(Text, DecodesOnlyValidUtf8) {
     }
     for (const std::string_view text :
          {"\x80", "\xBF", "\xC1\xBF", "\xC3", "\xC3x", "\xE0\x9F\xBF", "\xE2\x82", "\xE2\x82x",
-          "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
+          "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
+          "\xF8\x88\x80\x80\x80", "\xFF"}) {
         EXPECT_FALSE(IsUtf8("ok" + std::string(text)) || DecodeCharacter(text).bytes > 1) << text;
     }
 }
@@ -46,6 +47,20 @@ TEST(Text, CutsAndReplaces) {
     EXPECT_EQ(Split("aaa", "aa"), Names({"", "a"}));
     EXPECT_EQ(Replace("aaaa.", "aa", "a"), "aa.");
     EXPECT_EQ(ProductText(), "Zarn File Splitter v" ZARN_VERSION " Pro");
+}
+
+TEST(Text, SaysWhatFailed) {
+    std::string texts;
+    for (int number = 0; number < 100; ++number) {
+        const std::string text = ErrorText(static_cast<ErrorNumber>(number));
+        texts += text.empty() ? "" : text + ".";
+    }
+    EXPECT_EQ(texts,
+              "Overflow.Subscript out of range.Division by zero.Type mismatch.User interrupt "
+              "occurred.Error in loading DLL.Bad file name or number."
+              "File not found.Device I/O error.File already exists.Disk full.Too many files."
+              "Device unavailable.Permission denied.Disk not ready.Path/File access error.Path not "
+              "found.");
 }
 
 TEST(CodePage, EveryCodeComesBack) {
