@@ -3,6 +3,7 @@
 #include "controls/HSlider.h"
 #include "controls/PanelText.h"
 #include "settings/PreferencesPage.h"
+#include "settings/PreferencesTexts.h"
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/PageFixture.h"
@@ -15,6 +16,7 @@ const Answers yes = {BoxAnswer::Yes};
 const Answers no = {BoxAnswer::No};
 
 constexpr ColourValue Warning = 192;
+constexpr std::array Figures = {"txtFileSystem", "txtDriveCapacity", "txtFreeSpace"};
 constexpr const char* Ask = "Temporary folder doesn't exist, create this new folder ?   ";
 constexpr const char* Differ = " Password and confirmation do not match ";
 
@@ -59,11 +61,16 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
         return Short(Text("txtTemporaryFolder")) + " " + ColourName("txtTemporaryFolder") +
                (IsChecked("ChkWindowsTempFolder") ? " ticked" : "") +
                (IsEnabled("CmdTemporaryFolder") ? " pick" : "") + (CanApply() ? " apply" : "") +
-               (LabelText("txtFreeSpace") == "kept" ? " kept" : "");
+               (std::ranges::any_of(Figures,
+                                    [this](const char* name) { return LabelText(name) == "kept"; })
+                    ? " kept"
+                    : "");
     }
     // The level, the passwords if they are asked for, and their fields.
     std::string Compression() {
         EXPECT_EQ(IsEnabled("txtPassword"), IsChecked("ChkSecurity"));
+        EXPECT_EQ(LabelText("CompressionLabelExtend"),
+                  LevelExplanation(static_cast<int>(Slider().Value())));
         return LabelText("CompressionLabel") + (IsEnabled("txtPassword") ? " secured " : " ") +
                Text("txtPassword") + "|" + Text("txtPassword2");
     }
@@ -107,23 +114,29 @@ TEST_F(PreferencesPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
 TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
     Open("GENERAL");
     EXPECT_TRUE(ShowsGeneral());
+    EXPECT_EQ(FromQt(Tabs().tabText(0) + Tabs().tabText(1)), "GeneralCompression and Security");
     Tabs().setCurrentIndex(1);
     EXPECT_FALSE(ShowsGeneral());
+    Slider().setFocus();
     for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home}) {
         QTest::keyClick(&Slider(), key);
         EXPECT_EQ(CanApply(), key != Qt::Key_Right);
+    }
+    for (const int level : {1, 8, 0}) {
+        Slider().Value(level);
+        EXPECT_EQ(CanApply(), level != 8);
     }
     Button("ChkSecurity").setChecked(true);
     Write("txtPassword", "new");
     EXPECT_EQ(Compression(), "Level 0 (No Compression) secured new|");
     Tabs().setCurrentIndex(0);
+    EXPECT_EQ(Page().focusWidget(), &Tabs());
     EXPECT_EQ(Compression(), "Level 8 (High) |");
     EXPECT_EQ(Slider().Value(), 8);
     // Another tab while the page is dirty, whose refresh lets events run.
     Write("txtTemporaryFolder", Folder().Drive());
     const Soon turn([this] { Tabs().setCurrentIndex(0); });
     Page().ShowSettingsTab("COMPRESSION");
-    QCoreApplication::processEvents();
     EXPECT_TRUE(ShowsGeneral());
     EXPECT_EQ(General(), "HERE black pick apply");
 }
@@ -140,18 +153,22 @@ TEST_F(PreferencesPageTest, SaysByColourWhatAFolderIs) {
           Case("tmp", "tmp red ticked kept", {})}) {
         Open("GENERAL");
         EXPECT_EQ(General(), "SYSTEM black ticked");
-        Find<PanelText>("txtFreeSpace").setText("kept");
+        for (const char* figure : Figures) {
+            Find<PanelText>(figure).setText("kept");
+        }
         Write("txtTemporaryFolder", Long(text));
         EXPECT_EQ(General(), shown);
         EXPECT_EQ(Said(), said);
         EXPECT_EQ(Short(Settings().TemporaryFolder()), "SYSTEM");
     }
     // Whoever leaves the field has its shape looked at alone.
-    for (const auto& [text, colour] : {std::pair("tmp", Red), {R"(HERE\new)", Black}}) {
+    for (const auto& [text, shown] :
+         {std::pair(R"(HERE\new)", R"(HERE\new black ticked apply kept)"),
+          std::pair("tmp", "tmp red ticked kept")}) {
         Field("txtTemporaryFolder").setFocus();
         Write("txtTemporaryFolder", Long(text));
         Widget("ChkWindowsTempFolder").setFocus();
-        EXPECT_EQ(Colour("txtTemporaryFolder"), colour);
+        EXPECT_EQ(General(), shown);
     }
 }
 
@@ -216,19 +233,23 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     Slider().Value(3);
     WritePasswords("Grüße 7", "Grüße 7");
     Write("txtTemporaryFolder", Folder().Drive());
+    Widget("CmdApply").setFocus();
     Click("CmdApply");
     EXPECT_EQ(Said(), Names());
     EXPECT_EQ(Page().focusWidget(), &Tabs());
     EXPECT_EQ(Calls(), ", unit HERE, return, summary");
     EXPECT_FALSE(Contains(StoreFile(), "Grüße"));
-    Open("COMPRESSION");
-    EXPECT_EQ(General(), "HERE black pick");
-    EXPECT_EQ(Compression(), "Level 3 (Low Compression) secured Grüße 7|Grüße 7");
+    for (const char* tab : {"", "COMPRESSION"}) {
+        EXPECT_EQ(General(), "HERE black pick");
+        EXPECT_EQ(Compression(), "Level 3 (Low Compression) secured Grüße 7|Grüße 7");
+        Open(tab);
+    }
     EXPECT_EQ(Field("txtPassword").echoMode(), QLineEdit::Password);
     EXPECT_EQ(Field("txtPassword2").echoMode(), QLineEdit::Password);
     // Without security no password stays, also if an undo comes in between; without compression
     // nothing is compressed.
     for (const std::int32_t level : {0, 1}) {
+        WritePasswords("other", "other");
         Button("ChkSecurity").setChecked(false);
         Slider().Value(level);
         const Soon undo([this, level] { level == 0 ? Page().CmdUndo_Click() : void(); });
@@ -263,6 +284,7 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
             Slider().Value(5);
             Write("txtTemporaryFolder", Long(text));
             Said();
+            Find<PanelText>("txtFreeSpace").setText("kept");
             Boxes().answers = answers;
             Calls();
             if (byEnter) {
@@ -275,6 +297,10 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
                           (Said() == Names{Ask} ? ", asked" : "") + Calls(),
                       byEnter ? atEnter : applied);
             EXPECT_EQ(Folder().Has("new/deep"), text == made);
+            if (text == made) {
+                EXPECT_EQ(ColourName("txtTemporaryFolder"), "black");
+                EXPECT_NE(LabelText("txtFreeSpace"), "kept");
+            }
         }
     }
     EXPECT_FALSE(Folder().Has("no"));
