@@ -5,7 +5,6 @@
 #include "settings/PreferencesPage.h"
 #include "settings/PreferencesTexts.h"
 #include "support/Soon.h"
-#include "support/forms/FormChecks.h"
 #include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
@@ -85,31 +84,6 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
     std::string tab_ = "GENERAL";
     std::string calls_;
 };
-
-TEST_F(PreferencesPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
-    InEveryFont([this] {
-        for (const char* tab : {"GENERAL", "COMPRESSION"}) {
-            Open(tab);
-            for (int level = 0; level <= 9; ++level) {
-                Slider().Value(level);
-                Find<QLabel>("lblPasswordMatch").setText(Differ);
-                Widget("lblPasswordMatch").show();
-                QTest::qWait(1);
-                ExpectTextsToFit(Page(), PageSize);
-            }
-        }
-    });
-    ExpectNamesAndKeys(Page());
-    Button("ChkSecurity").setChecked(true);
-    Tabs().setFocus();
-    ExpectTabOrder(
-        Page(), {"Slider1", "ChkSecurity", "txtPassword", "txtPassword2", "CmdApply", "CmdUndo"});
-    Tabs().setCurrentIndex(0);
-    Write("txtTemporaryFolder", Folder().Drive());
-    Tabs().setFocus();
-    ExpectTabOrder(Page(), {"txtTemporaryFolder", "CmdTemporaryFolder", "ChkWindowsTempFolder",
-                            "CmdApply", "CmdUndo"});
-}
 
 TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
     Open("GENERAL");

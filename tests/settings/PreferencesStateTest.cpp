@@ -1,6 +1,5 @@
 #include "settings/FolderRules.h"
 #include "settings/PreferencesState.h"
-#include "settings/PreferencesTexts.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -28,6 +27,7 @@ TEST(PreferencesState, TheFirstFindingCounts) {
 }
 
 TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
+    const std::string tmp = R"(C:\tmp)";
     const std::string differ = " Password and confirmation do not match ";
     const std::string unconfirmed = " Confirmation password field is empty ";
     const std::string empty = " Password and confirmation are empty ";
@@ -40,19 +40,17 @@ TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
     using Case =
         std::tuple<Preferences, const char*, std::string, std::optional<bool>, std::string>;
     for (const auto& [page, confirmation, caption, areActive, refusal] :
-         {Case({"", 8, true, "a"}, "a", "", true, ""),
-          Case({"", 8, true, "a"}, "b", differ, Wrong, "Passwords do not match   "),
-          Case({"", 8, true, "a"}, " ", unconfirmed, Wrong, "Passwords do not match   "),
-          Case({"", 8, true, " "}, "", empty, true, blank),
-          Case({"", 8, true, ""}, "b", "", true, blank),
-          Case({"", 8, true, "\u4E2D"}, "\u4E2D", "", true, lost),
-          Case({"", 8, false, "\u4E2D"}, "\u4E2D", "", false, ""),
-          Case({"", 8, false, "a"}, "b", differ, Wrong, ""),
-          Case({"", 8, false, ""}, "", "", false, "")}) {
+         {Case({tmp, 8, true, "a"}, "a", "", true, ""),
+          Case({tmp, 8, true, "a"}, "b", differ, Wrong, "Passwords do not match   "),
+          Case({tmp, 8, true, "a"}, " ", unconfirmed, Wrong, "Passwords do not match   "),
+          Case({tmp, 8, true, " "}, "", empty, true, blank),
+          Case({tmp, 8, true, ""}, "b", "", true, blank),
+          Case({tmp, 8, true, "\u4E2D"}, "\u4E2D", "", true, lost),
+          Case({tmp, 8, false, "\u4E2D"}, "\u4E2D", "", false, ""),
+          Case({tmp, 8, false, "a"}, "b", differ, Wrong, ""),
+          Case({tmp, 8, false, ""}, "", "", false, "")}) {
         SCOPED_TRACE(page.password + "|" + confirmation);
-        Preferences full = page;
-        full.folder = R"(C:\tmp)";
-        const auto judged = JudgePreferences(full, confirmation, full).passwords;
+        const auto judged = JudgePreferences(page, confirmation, page).passwords;
         ASSERT_TRUE(judged);
         EXPECT_EQ(judged->caption, caption);
         EXPECT_EQ(judged->confirmationIsWrong, areActive == Wrong);
@@ -71,17 +69,6 @@ TEST(PreferencesState, TheFolderAtApply) {
                                       {"ab", ToBeMade},
                                       {folder.Drive("new"), ToBeMade}}) {
         EXPECT_EQ(FolderAtApply(test.Shared().Files(), text), state) << text;
-    }
-}
-
-TEST(PreferencesTexts, SayWhatALevelIsGoodFor) {
-    for (const auto& [level, caption, words] :
-         {std::tuple(0, "Level 0 (No Compression)", "not reduced"),
-          std::tuple(1, "Level 1 (Low Compression)", "reazonable"),
-          std::tuple(4, "Level 4 (Medium Recomended)", "Balance"),
-          std::tuple(6, "Level 6 (High)", "Better"), std::tuple(9, "Level 9 (Strong)", "Max")}) {
-        EXPECT_EQ(LevelCaption(level), caption);
-        EXPECT_TRUE(Contains(LevelExplanation(level), words)) << level;
     }
 }
 
