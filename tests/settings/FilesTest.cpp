@@ -186,6 +186,18 @@ TEST_F(FilesTest, FilesOnDisk) {
     EXPECT_FALSE(folder.Has("one.txt"));
 }
 
+TEST_F(FilesTest, DeletesOnlyTheFileThatWasOpened) {
+    folder.Write("one", "bytes");
+    const FileIdentity opened = fileSystem.Identity(folder.Drive("one")).value();
+    EXPECT_EQ(files.FileDelete(none, opened), Deletion::Missing);
+    folder.Write("ONE", "another");
+    EXPECT_EQ(files.FileDelete(folder.Drive("ONE"), opened), Deletion::OtherFile);
+    EXPECT_EQ(files.FileDelete(folder.Drive("One"), opened), Deletion::Missing);
+    EXPECT_EQ(folder.Names(), (Names{"ONE", "one"}));
+    EXPECT_EQ(files.FileDelete(folder.Drive("one"), opened), Deletion::Done);
+    EXPECT_EQ(folder.Names(), Names{"ONE"});
+}
+
 TEST_F(FilesTest, ListsDeletesAndCounts) {
     folder.MakeFolder("c.txt/inner");
     for (const char* name : {"a.txt", "B.TXT", "a.dat"}) {
