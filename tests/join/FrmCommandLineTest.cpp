@@ -1,9 +1,7 @@
 #include <QClipboard>
-#include <QTextBlock>
 #include <QTextEdit>
 
 #include "join/FrmCommandLine.h"
-#include "support/forms/FormChecks.h"
 #include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
@@ -27,12 +25,6 @@ class FrmCommandLineTest : public PageFixture<FrmCommandLine> {
 };
 
 TEST_F(FrmCommandLineTest, ShowsTheViewInColourCopiesItAndOpensHelp) {
-    InEveryFont([this] {
-        Open();
-        EXPECT_EQ(Find<QTextEdit>("RTB").document()->findBlockByNumber(1).layout()->lineCount(), 1);
-        ExpectTextsToFit(Page(), Page().size());
-    });
-    ExpectNamesAndKeys(Page());
     auto& view = Find<QTextEdit>("RTB");
     EXPECT_EQ(view.font().families().front(), "Verdana");
     EXPECT_EQ(FromQt(view.toPlainText()), Replace(CommandLineView(settings), "\r", "\n"));

@@ -1,4 +1,3 @@
-#include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QTimer>
 #include <QTreeView>
@@ -9,7 +8,6 @@
 #include "join/JoinPage.h"
 #include "settings/FrmLogError.h"
 #include "support/Soon.h"
-#include "support/forms/FormChecks.h"
 #include "support/forms/PageFixture.h"
 
 namespace zarn::testing {
@@ -394,33 +392,6 @@ TEST_F(JoinPageTest, TellsAJoinThatFailsOrCannotStart) {
     EXPECT_EQ(Join(), "");
     EXPECT_EQ(Said(), Names{"Join file is missing or is holded by another process    "});
     EXPECT_EQ(Colour("txtFileToJoin"), Red);
-}
-
-TEST_F(JoinPageTest, EveryTextFitsHasANameAKeyAndAPlaceOfItsOwn) {
-    const std::string path = MakeSet();
-    fs::remove(Folder().System("Movie.avi_Part2"));
-    InEveryFont([&] {
-        Open();
-        Browse(path);
-        ExpectTextsToFit(Page(), PageSize);
-        QHeaderView& header = *List().header();
-        std::string titles;
-        for (int column = 0; column < 3; ++column) {
-            titles += FromQt(Rows().headerData(column, Qt::Horizontal).toString()) + "|";
-            EXPECT_GE(List().columnWidth(column),
-                      List().sizeHintForIndex(Rows().index(0, column)).width());
-            EXPECT_GE(List().columnWidth(column), header.sectionSizeHint(column));
-        }
-        EXPECT_EQ(titles, "File Part Name|Size|Status|");
-        EXPECT_EQ(header.length(), List().viewport()->width());
-    });
-    ExpectNamesAndKeys(Page(), "FVHSJPUAT");
-    Settings().DestinationFolderUseMerge(0);
-    OpenSet(R"(C:\)");
-    Page().setFocus();
-    ExpectTabOrder(
-        Page(), {"CmdSourceFileJoin", "ListView1", "ChkJoinDestination", "txtDestinationFolderJoin",
-                 "CmdDestinationFolderJoin", "CmdJoin", "CmdResetJoin"});
 }
 
 }  // namespace

@@ -1,26 +1,21 @@
-
 #include <QFile>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QTest>
 #include <QTextBrowser>
 
-#include "support/forms/FormChecks.h"
+#include "support/Prelude.h"
 #include "window/FrmAbout.h"
 #include "window/FrmContents.h"
-#include "window/frmTip.h"
 
 namespace zarn::testing {
-
 namespace {
 
 QString PageText(const QString& name) {
     QFile file(":/help/" + name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QString();
-}
-
-void Click(const QWidget& window, const char* name) {
-    QTest::mouseClick(window.findChild<QWidget*>(name), Qt::LeftButton);
 }
 
 TEST(Help, EveryTopicHasItsPage) {
@@ -38,13 +33,13 @@ TEST(Help, EveryTopicHasItsPage) {
     EXPECT_EQ(topics.count(), 5);
     page.setSource(QUrl("qrc:/help/split.html#size"));
     EXPECT_EQ(topics.currentRow(), 1);
-    Click(help, "CmdBack");
+    help.findChild<QAbstractButton*>("CmdBack")->click();
     EXPECT_EQ(topics.currentRow(), 4);
     help.ShowContents();
     EXPECT_EQ(topics.currentRow(), 0);
     topics.setCurrentRow(-1);
     EXPECT_EQ(page.documentTitle(), "Zarn File Splitter Help");
-    Click(help, "CmdClose");
+    help.findChild<QAbstractButton*>("CmdClose")->click();
     EXPECT_FALSE(help.isVisible());
 }
 
@@ -64,22 +59,6 @@ TEST(Help, EveryLinkResolves) {
         }
     }
     EXPECT_GT(links, 15);
-}
-
-TEST(Help, TipsGoRoundAndFitTheirWindow) {
-    InEveryFont([] {
-        frmTip tips(nullptr);
-        tips.show();
-        const auto& tip = *tips.findChild<QLabel*>("lblTip");
-        std::set<QString> seen;
-        while (seen.insert(tip.text()).second) {
-            EXPECT_EQ(CutOff(tips), std::vector<std::string>());
-            Click(tips, "CmdNextTip");
-        }
-        EXPECT_GE(seen.size(), 12U);
-        Click(tips, "CmdClose");
-        EXPECT_FALSE(tips.isVisible());
-    });
 }
 
 TEST(Help, AboutShowsItsPictureAndTheLicence) {

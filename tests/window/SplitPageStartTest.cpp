@@ -1,13 +1,18 @@
 #include <QTextEdit>
-#include <QTimer>
 
 #include "controls/GuardedApplication.h"
 #include "controls/XP_ProgressBar.h"
-#include "engine/FrmProgress.h"
 #include "support/forms/SplitPageFixture.h"
 
 namespace zarn::testing {
 namespace {
+
+constexpr const char* Ask =
+    "Destination folder doesn't exist,\rdo you want to create this new folder ?   ";
+constexpr const char* AskLevel =
+    "You Compression Level is not configured, \rdo you want to configure it now ?";
+constexpr const char* NoSource = "Split file is missing or is holded by another process    ";
+constexpr const char* NoFolder = "Destination folder is missing    ";
 
 class SplitPageStart : public SplitPageFixture {
   protected:
@@ -15,51 +20,26 @@ class SplitPageStart : public SplitPageFixture {
         Folder().Write("film.mkv", TestBytes(bytes));
         Page().OpenSource(Folder().Drive("film.mkv"));
     }
-    // Presses start, whatever the page thinks of it, and Done when the job has come to its end.
-    void Start() {
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, [this] {
-            auto* progress = qobject_cast<FrmProgress*>(QApplication::activeModalWidget());
-            auto* button =
-                progress == nullptr ? nullptr : progress->findChild<QAbstractButton*>("CmdCancel");
-            if (button != nullptr && button->text().startsWith("&Done (")) {
-                ++jobs;
-                button->click();
-            } else if (button != nullptr && cancels) {
-                Cancel(*progress, *button);
-            }
-        });
-        poll.start(0);
+    // Presses start, whatever the page thinks of it.
+    void Start(const std::function<void(FrmProgress&, QAbstractButton&)>& act = {}) {
         Widget("CmdStartSplitt").setEnabled(true);
-        Click("CmdStartSplitt");
+        jobs += RunJobs(Widget("CmdStartSplitt"), act);
         GuardedApplication::RethrowRaised();
     }
 
     int jobs = 0;
-    bool cancels = false;
-
-  private:
-    // In the middle of the job, whose window then counts to its end: it is closed instead.
-    static void Cancel(FrmProgress& progress, QAbstractButton& button) {
-        constexpr int Middle = 30;
-        if (progress.JobEnded && !button.isEnabled()) {
-            progress.close();
-        } else if (progress.findChild<XP_ProgressBar*>("XP_ProgressBar1")->Value() >= Middle) {
-            button.click();
-        }
-    }
 };
 
 TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
     Settings().CompressLevel(7);
-    const std::string source = OpenSource(5'000'000);
+    OpenSource(5'000'000);
     Write("txtDestinationFolder", Folder().Drive());
     const auto expect = [&](const std::string& switches) {
         QTimer::singleShot(0, [&] {
             QWidget* form = QApplication::activeModalWidget();
             const auto lines = form->findChild<QTextEdit*>("RTB")->toPlainText().split('\n');
-            EXPECT_EQ(FromQt(lines.value(5)),
-                      "ZarnFileSplitter /F=" + source + " /D=" + Folder().Drive() + " " + switches);
+            EXPECT_EQ(Short(FromQt(lines.value(5))),
+                      R"(ZarnFileSplitter /F=HERE\film.mkv /D=HERE )" + switches);
             QTest::mouseClick(form->findChild<QWidget*>("CmdHelp"), Qt::LeftButton);
             form->close();
         });
@@ -70,11 +50,10 @@ TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
     Click("ChkDeleteSource");
     Click("ChkSFV");
     expect("/PS=1.44MB /SFV /DS ");
-    Click("ChkDeleteSource");
-    Click("ChkSFV");
-    Click("ChkDeleteJoin");
-    Click("ChkCompress");
-    Click("OptParts");
+    for (const char* name :
+         {"ChkDeleteSource", "ChkSFV", "ChkDeleteJoin", "ChkCompress", "OptParts"}) {
+        Click(name);
+    }
     Type("txtPartsNumber", "12");
     expect("/PN=12 /C /CL=7 /DP ");
 }
@@ -82,28 +61,22 @@ TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
 // Neither answer ends the click: what follows looks at the folder that is there then.
 TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
     Settings().DestinationFolderUseSource(0);
-    const std::string saved = Here() + "saved\\";
-    const std::string made = Here() + "made";
     for (const auto& [savedExists, yes] : {std::pair(true, false), std::pair(true, true),
                                            std::pair(false, false), std::pair(false, true)}) {
-        Settings().DestinationFolder(saved);
+        Settings().DestinationFolder(Long(R"(HERE\saved\)"));
         Open();
         Take(500'000);
         PartSize().WriteText("0.25");
-        Write("txtDestinationFolder", made);
+        Write("txtDestinationFolder", Here() + "made");
         if (!savedExists) {
             fs::remove_all(Folder().System("saved"));
         }
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
         Start();
         const bool fails = !yes && !savedExists;
-        Names boxes = {
-            "Destination folder doesn't exist,\rdo you want to create this new folder ?   ",
-            "Destination folder is missing    "};
-        boxes.resize(fails ? 2 : 1);
-        EXPECT_EQ(Said(), boxes);
-        EXPECT_EQ(Text("txtDestinationFolder"), yes ? made : saved);
-        EXPECT_EQ(Settings().DestinationFolder(), yes ? made : saved);
+        EXPECT_EQ(Told(), std::string(Ask) + (fails ? NoFolder : ""));
+        EXPECT_EQ(Short(Text("txtDestinationFolder")), yes ? R"(HERE\made)" : R"(HERE\saved\)");
+        EXPECT_EQ(Settings().DestinationFolder(), Text("txtDestinationFolder"));
         EXPECT_EQ(Folder().Has("made/film.mkv_Part2"), yes);
         EXPECT_EQ(Folder().Has("saved/film.mkv_Part2"), !yes && savedExists);
         EXPECT_EQ(Colour("txtDestinationFolder"), fails ? Red : Black);
@@ -113,28 +86,39 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
     EXPECT_EQ(jobs, 3);
 }
 
-TEST_F(SplitPageStart, MakesAllTheLastChecks) {
-    Settings().CompressLevel(0);
-    Settings().CompressDestination(1);
-    Take(1'000'000);
-    fs::remove(Folder().System("film.mkv"));
-    Click("OptParts");
-    Write("txtPartsNumber", "2");
-    for (const bool yes : {true, false}) {
-        Write("txtDestinationFolder", R"(B:\x)");
-        Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
-        Said();
-        calls.clear();
-        Start();
-        EXPECT_EQ(Said(), (Names{"You Compression Level is not configured, \r"
-                                 "do you want to configure it now ?",
-                                 "Split file is missing or is holded by another process    ",
-                                 "Destination folder is missing    "}));
-        EXPECT_EQ(State(), "red red ready start");
-        EXPECT_EQ(calls, Names(yes ? 1 : 0, "compression"));
-        EXPECT_EQ(IsChecked("ChkCompress"), yes);
+TEST_F(SplitPageStart, MakesAllTheLastChecksAndEndsAtEachOfThem) {
+    using Case = std::tuple<const char*, std::string, const char*>;
+    for (const auto& [missing, told, state] :
+         {Case("level", AskLevel, "black black ready start"),
+          Case("source", NoSource, "red black ready start"),
+          Case("folder", NoFolder, "black red ready start"),
+          Case("level, source, folder", std::string(AskLevel) + NoSource + NoFolder,
+               "red red ready start")}) {
+        for (const bool yes : {true, false}) {
+            SCOPED_TRACE(missing);
+            Settings().CompressLevel(Contains(missing, "level") ? 0 : 1);
+            Settings().CompressDestination(1);
+            Open();
+            Take(1'000'000);
+            Click("OptParts");
+            Write("txtPartsNumber", "2");
+            if (Contains(missing, "folder")) {
+                Write("txtDestinationFolder", R"(B:\x)");
+            }
+            if (Contains(missing, "source")) {
+                fs::remove(Folder().System("film.mkv"));
+            }
+            Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
+            calls.clear();
+            Start();
+            EXPECT_EQ(Told(), told);
+            EXPECT_EQ(State(), state);
+            const bool asks = Contains(missing, "level");
+            EXPECT_EQ(calls, Names(asks && yes ? 1 : 0, "compression"));
+            EXPECT_EQ(IsChecked("ChkCompress"), yes || !asks);
+            EXPECT_FALSE(Folder().Has("film.mkv_Part1") || Folder().Has("film.zip_Part1"));
+        }
     }
-    EXPECT_EQ(Settings().CompressDestination(), 0);
     EXPECT_EQ(LabelText("txtFreeSpaceDest"), "");
     EXPECT_EQ(jobs, 0);
 }
@@ -148,9 +132,9 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     PartSize().SelectRow(DisketteRow);
     for (const auto& [mode, typed, bytes, text, stored] :
          {std::tuple("OptSize", "", 1454236U, "1.44 MB", "1 MB|1048576;2 MB|2097152"),
-          std::tuple("OptSize", "", 1509949U, "1.44 MB", "1 MB|1048576;2 MB|2097152"),
-          std::tuple("OptSize", "2mb", 2097152U, "2 MB", "2 MB|2097152;1 MB|1048576"),
-          std::tuple("OptParts", "0.25", 1000000U, "0.25", "2 MB|2097152;1 MB|1048576")}) {
+          {"OptSize", "", 1509949U, "1.44 MB", "1 MB|1048576;2 MB|2097152"},
+          {"OptSize", "2mb", 2097152U, "2 MB", "2 MB|2097152;1 MB|1048576"},
+          {"OptParts", "0.25", 1000000U, "0.25", "2 MB|2097152;1 MB|1048576"}}) {
         if (*typed != '\0') {
             PartSize().WriteText(typed);
         }
@@ -165,17 +149,23 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     EXPECT_FALSE(Folder().Has("film.mkv_Part0.sfv"));
     Click("ChkSFV");
     Start();
-    EXPECT_TRUE(Folder().Has("film.mkv_Part0.sfv"));
-    EXPECT_TRUE(Folder().Has("film.mkv_Part4"));
+    EXPECT_TRUE(Folder().Has("film.mkv_Part0.sfv") && Folder().Has("film.mkv_Part4"));
     EXPECT_EQ(jobs, 5);
-    EXPECT_EQ(Said(), Names());
+    EXPECT_EQ(Told(), "");
 }
 
+// In the middle of the job, whose window then counts to its end: it is closed instead.
 TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
-    cancels = true;
     Take(8'000'000);
     PartSize().WriteText("1");
-    Start();
+    Start([](FrmProgress& progress, QAbstractButton& button) {
+        constexpr int Middle = 30;
+        if (progress.JobEnded && !button.isEnabled()) {
+            progress.close();
+        } else if (progress.findChild<XP_ProgressBar*>("XP_ProgressBar1")->Value() >= Middle) {
+            button.click();
+        }
+    });
     EXPECT_EQ(jobs, 0);
     EXPECT_EQ(Folder().Names(), Names{"film.mkv"});
     EXPECT_EQ(Settings().ComboSize(), "1 MB|1048576");

@@ -58,12 +58,6 @@ inline std::vector<std::string> CutOff(const QWidget& parent) {
     return cut;
 }
 
-/// The page fits its place, and every text that it shows fits its control.
-inline void ExpectTextsToFit(const QWidget& page, QSize place) {
-    EXPECT_EQ(page.minimumSizeHint().expandedTo(place), place);
-    EXPECT_EQ(CutOff(page), std::vector<std::string>());
-}
-
 /// Every control has a name for whoever does not see it. No two have the same key, and none one of
 /// those that the window around the page has.
 inline void ExpectNamesAndKeys(const QWidget& page, std::string_view keysOfWindow = {}) {
@@ -84,8 +78,8 @@ inline void ExpectNamesAndKeys(const QWidget& page, std::string_view keysOfWindo
 }
 
 /// The Tab key goes from the control that has the keyboard to these, in this order.
-inline void ExpectTabOrder(const QWidget& page, std::initializer_list<const char*> names) {
-    for (const char* name : names) {
+inline void ExpectTabOrder(const QWidget& page, const Names& names) {
+    for (const std::string& name : names) {
         QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(FromQt(page.focusWidget()->objectName()), name);
     }

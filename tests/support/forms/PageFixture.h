@@ -89,6 +89,14 @@ class PageFixture : public ::testing::Test {
         Boxes().shown.clear();
         return texts;
     }
+    /// The same in one text, with HERE for the folder's path.
+    std::string Told() {
+        std::string told;
+        for (const std::string& text : Said()) {
+            told += Short(text);
+        }
+        return told;
+    }
     AnsweringDialogs& Dialogs() { return dialogs_; }
     TestFolder& Folder() { return files_; }
     std::string Here() { return files_.Drive() + "\\"; }

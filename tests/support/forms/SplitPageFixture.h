@@ -1,11 +1,36 @@
 #pragma once
 
+#include <QTimer>
+
 #include "controls/ComboField.h"
 #include "controls/UpDown.h"
+#include "engine/FrmProgress.h"
 #include "support/forms/PageFixture.h"
 #include "window/SplitPage.h"
 
 namespace zarn::testing {
+
+/// Presses a button, and acts on the windows of jobs below it until they have closed. Without an
+/// act their Done is pressed. Returns how many jobs came to their end.
+inline int RunJobs(QWidget& button,
+                   const std::function<void(FrmProgress&, QAbstractButton&)>& act = {}) {
+    int jobs = 0;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        if (auto* progress = qobject_cast<FrmProgress*>(QApplication::activeModalWidget())) {
+            auto& cancel = *progress->findChild<QAbstractButton*>("CmdCancel");
+            if (cancel.text().startsWith("&Done (")) {
+                ++jobs;
+                cancel.click();
+            } else if (act) {
+                act(*progress, cancel);
+            }
+        }
+    });
+    poll.start(0);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    return jobs;
+}
 
 /// The split page in its empty state, in a window that only notes what it is asked for.
 class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
@@ -26,28 +51,24 @@ class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
     void BringUp(SplitPage& page) override { page.ResetSplitForm(); }
 
     ComboField& PartSize() { return Find<ComboField>("CmbPartSize"); }
-    UpDown& Spinner() { return Find<UpDown>("VScPartsNumber"); }
 
     /// Replaces a field's text by keys. The field must be enabled and shown.
-    void Type(QWidget& field, const std::string& text) {
-        field.setFocus(Qt::TabFocusReason);
-        QTest::keySequence(&field, QKeySequence::SelectAll);
-        QTest::keyClick(&field, Qt::Key_Delete);
-        QTest::keyClicks(&field, ToQt(text));
+    void Type(const char* name, const std::string& text) {
+        Widget(name).setFocus(Qt::TabFocusReason);
+        QTest::keySequence(&Widget(name), QKeySequence::SelectAll);
+        QTest::keyClick(&Widget(name), Qt::Key_Delete);
+        QTest::keyClicks(&Widget(name), ToQt(text));
     }
-    void Type(const char* name, const std::string& text) { Type(Widget(name), text); }
 
     /// A file of a size, whose bytes are a hole; the second takes it as a start with a file does.
     std::string Hole(const std::string& name, double bytes) {
         Folder().Write(name, "");
-        const auto size = static_cast<std::uintmax_t>(bytes);
-        std::filesystem::resize_file(Folder().System(name), size);
+        fs::resize_file(Folder().System(name), static_cast<std::uintmax_t>(bytes));
         return Folder().Drive(name);
     }
     std::string OpenSource(double bytes, const std::string& name = "film.mkv") {
-        std::string path = Hole(name, bytes);
-        Page().OpenSource(path);
-        return path;
+        Page().OpenSource(Hole(name, bytes));
+        return Folder().Drive(name);
     }
 
     bool CanStart() {

@@ -1,0 +1,157 @@
+#include <QHeaderView>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTextBlock>
+#include <QTextEdit>
+#include <QTreeView>
+
+#include "controls/HSlider.h"
+#include "join/FrmCommandLine.h"
+#include "support/forms/FormChecks.h"
+#include "support/forms/SplitPageFixture.h"
+#include "window/FrmAbout.h"
+#include "window/FrmContents.h"
+#include "window/FrmMainFixture.h"
+#include "window/HoverTexts.h"
+#include "window/frmTip.h"
+
+namespace zarn::testing {
+namespace {
+
+// The window with a source on the split page, and a set of which a part is missing on the join
+// page.
+class FormsFit : public FrmMainFixture {
+  protected:
+    FormsFit() {
+        Folder().Write("film.mkv", TestBytes(60'000));
+        Page().OpenSource(Folder().Drive("film.mkv"));
+        Find<ComboField>("CmbPartSize").WriteText("0.04");
+        EXPECT_EQ(RunJobs(Widget("CmdStartSplitt")), 1);
+        fs::remove(Folder().System("film.mkv_Part2"));
+    }
+    void Fill() {
+        Page().OpenSource(Folder().Drive("film.mkv"));
+        Write("txtFileToJoin", Folder().Drive("film.mkv_Part0.bat"));
+    }
+    void ShowTab(int tab) {
+        Page().ShowPage("SETTINGS");
+        Find<QTabBar>("TabStrip1").setCurrentIndex(tab);
+    }
+    void ExpectToFit(const std::string& state) {
+        QTest::qWait(1);
+        EXPECT_EQ(CutOff(Page()), Names()) << state;
+        for (const char* name : {"Panel1", "Panel2", "Panel4"}) {
+            const QSize needed = Widget(name).minimumSizeHint();
+            EXPECT_EQ(needed.boundedTo(Widget(name).size()), needed) << name << ", " << state;
+        }
+    }
+};
+
+TEST_F(FormsFit, EveryTextOfTheWindowInEveryState) {
+    InEveryFont([this] {
+        for (const int sideBar : {1, 0}) {
+            Settings().ViewSideBar(sideBar);
+            Open();
+            Fill();
+            auto* bar = Page().findChild<QScrollArea*>("vbalExplorerBarCtl1");
+            EXPECT_FALSE(bar->verticalScrollBar()->isVisible());
+            for (const char* mode : {"OptSize", "OptParts"}) {
+                Button(mode).setChecked(true);
+                ExpectToFit(mode);
+            }
+            Page().ShowPage("JOIN");
+            ExpectToFit("join");
+            const auto& list = Find<QTreeView>("ListView1");
+            for (int column = 0; column < 3; ++column) {
+                const int needed = list.sizeHintForIndex(list.model()->index(0, column)).width();
+                EXPECT_GE(list.columnWidth(column),
+                          std::max(needed, list.header()->sectionSizeHint(column)));
+            }
+            EXPECT_LE(list.header()->length(), list.viewport()->width());
+            ShowTab(0);
+            ExpectToFit("the temporary folder");
+            ShowTab(1);
+            for (int level = 0; level <= 9; ++level) {
+                Find<HSlider>("Slider1").Value(level);
+                Find<QLabel>("lblPasswordMatch")
+                    .setText(" Password and confirmation do not match ");
+                Widget("lblPasswordMatch").show();
+                ExpectToFit("level " + std::to_string(level));
+            }
+            for (const char* control : {"ChkDestinationFolder", "txtFileToJoin",
+                                        "txtDestinationFolderJoin", "ChkJoinDestination"}) {
+                Page().SetStatusText(*HoverText(control));
+                ExpectToFit(control);
+            }
+        }
+    });
+}
+
+TEST_F(FormsFit, EveryControlHasANameAKeyAndAPlaceOfItsOwn) {
+    Settings().CompressPasswordProtect(1);
+    Settings().DestinationFolderUseMerge(0);
+    Settings().DestinationFolderUseSource(0);
+    Open();
+    Fill();
+    Button("ChkDestinationFolder").setChecked(false);
+    Button("ChkJoinDestination").setChecked(false);
+    Write("txtTemporaryFolder", Folder().Drive());
+    using Case = std::tuple<const char*, int, const char*, Names>;
+    for (const auto& [page, tab, first, order] :
+         {Case("SPLIT", 0, "txtSourceFile",
+               {"CmdSourceFile", "OptSize", "CmbPartSize", "OptMB", "ChkSFV", "ChkCompress",
+                "ChkDeleteSource", "ChkDeleteJoin", "txtDestinationFolder", "CmdDestinationFolder",
+                "ChkDestinationFolder"}),
+          Case("JOIN", 0, "txtFileToJoin",
+               {"CmdSourceFileJoin", "ListView1", "ChkJoinDestination", "txtDestinationFolderJoin",
+                "CmdDestinationFolderJoin", "CmdResetJoin"}),
+          Case("SETTINGS", 0, "TabStrip1",
+               {"txtTemporaryFolder", "CmdTemporaryFolder", "ChkWindowsTempFolder", "CmdApply",
+                "CmdUndo"}),
+          Case("SETTINGS", 1, "TabStrip1",
+               {"Slider1", "ChkSecurity", "txtPassword", "txtPassword2", "CmdApply", "CmdUndo"}),
+          Case("SPLIT", 0, "Bar_MAIN",
+               {"Item_SPLIT", "Item_JOIN", "Item_SETTINGS", "Bar_SYS", "PriorityProcessor",
+                "Bar_HELP", "Item_CONTENTS"})}) {
+        SCOPED_TRACE(first);
+        Page().ShowPage(page);
+        Find<QTabBar>("TabStrip1").setCurrentIndex(tab);
+        Widget(first).setFocus();
+        ExpectTabOrder(Page(), order);
+    }
+    ExpectNamesAndKeys(Widget("Panel1"), "VHSJPUAT");  // and the menu's F
+    ExpectNamesAndKeys(Widget("Panel2"), "FVHSJPUAT");
+    ExpectNamesAndKeys(Widget("Panel4"), "FVHSJPUAT");
+    ExpectNamesAndKeys(Widget("vbalExplorerBarCtl1"), "FVH");
+}
+
+TEST_F(FormsFit, EveryDialog) {
+    InEveryFont([this] {
+        CommandLineSettings settings;
+        settings.source = R"(C:\Remo.dat)";
+        FrmCommandLine viewer(
+            Shared(), Dialogs(), settings, [] {}, nullptr);
+        frmTip tips(nullptr);
+        FrmAbout about(nullptr);
+        FrmContents help(nullptr);
+        for (QDialog* form : std::initializer_list<QDialog*>{&viewer, &about, &help, &tips}) {
+            SCOPED_TRACE(form->metaObject()->className());
+            form->show();
+            EXPECT_EQ(CutOff(*form), Names());
+        }
+        ExpectNamesAndKeys(viewer);
+        const QTextDocument& lines = *viewer.findChild<QTextEdit*>("RTB")->document();
+        EXPECT_EQ(lines.findBlockByNumber(1).layout()->lineCount(), 1);
+        const auto& tip = *tips.findChild<QLabel*>("lblTip");
+        std::set<QString> seen;
+        while (seen.insert(tip.text()).second) {
+            EXPECT_EQ(CutOff(tips), Names());
+            tips.findChild<QAbstractButton*>("CmdNextTip")->click();
+        }
+        EXPECT_GE(seen.size(), 12U);
+    });
+}
+
+}  // namespace
+}  // namespace zarn::testing
