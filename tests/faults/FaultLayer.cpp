@@ -3,17 +3,14 @@
 // one folder are counted, with those on files opened there and every question for free space; the
 // n-th fails. A program that takes too long is ended by SIGALRM.
 //
-//   ZARN_FAULT_FOLDER  the folder
-//   ZARN_FAULT_NUMBER  n, from 1; 0 lets all pass
+//   ZARN_FAULT_FOLDER  the folder; _VIEW: another path of it
+//   ZARN_FAULT_NUMBER  n, from 1; 0 lets all pass. _STAYS, where it is set: every later one fails
+//                      too; of ENOSPC those that need space
 //   ZARN_FAULT_KIND    what becomes of it: ENOSPC, EIO, EACCES, ENOENT or EINTR; `half` of the
 //                      bytes that were asked for; `kill`, or `kill-within` (half of the bytes are
 //                      moved); or somebody does something before it, and it goes on: `rename` gives
-//                      a file another name (a file of that name gets the first one), `rewrite`
-//                      moves its bytes into the place of another's
-//   ZARN_FAULT_FROM    the file
-//   ZARN_FAULT_TO      the other file, or the name
-//   ZARN_FAULT_VIEW    another path of the folder
-//   ZARN_FAULT_STAYS   set: every later one fails too; of ENOSPC those that need space
+//                      the file _FROM the name _TO (a file of that name gets the first one),
+//                      `rewrite` moves its bytes into the place of another's
 //   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
 //                      (it shares blocks), `split` (each folder is a volume of its own),
 //                      `replaces` (it cannot rename without replacing), `replaces, no links`
@@ -34,21 +31,19 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <climits>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <utility>
 
 namespace {
 
@@ -141,7 +136,6 @@ struct Layer {
     long count = 0;
     int logFile = -1;
     std::map<int, std::string> files;
-    std::map<int, std::FILE*> streams;  // on watched files
 };
 
 // Never destroyed: the program's own last steps come after this library's.
@@ -162,13 +156,8 @@ std::string Watched(const char* path) {
     if (path == nullptr || folder.empty()) {
         return {};
     }
-    std::string whole = path;
-    if (*path != '/') {
-        std::array<char, PATH_MAX> current = {};
-        whole = getcwd(current.data(), current.size()) == nullptr
-                    ? std::string()
-                    : std::string(current.data()) + "/" + path;
-    }
+    std::error_code error;
+    std::string whole = std::filesystem::absolute(path, error).string();
     const std::string& view = TheLayer().view;
     if (!view.empty() && (whole + "/").starts_with(view + "/")) {
         whole.replace(0, view.size(), folder);
@@ -181,15 +170,6 @@ std::string Watched(int file) {
     return found == TheLayer().files.end() ? std::string() : found->second;
 }
 
-template <typename Result>
-Result Failure() {
-    if constexpr (std::is_pointer_v<Result>) {
-        return nullptr;
-    } else {
-        return -1;
-    }
-}
-
 // Does `operation` with up to `bytes` bytes, or fails in its stead; watched unless the path is
 // empty.
 template <typename Operation>
@@ -199,7 +179,10 @@ auto Strike(std::string_view call, const std::string& path, std::size_t bytes,
     if (path.empty()) {
         return operation(bytes);
     }
-    const Result failure = Failure<Result>();
+    Result failure = {};
+    if constexpr (std::is_signed_v<Result>) {
+        failure = -1;
+    }
     const int error = TheLayer().Count(call, path, bytes);
     const Result result = error != 0 ? failure : operation(bytes);
     if (TheLayer().kind == "kill-within" && TheLayer().count == TheLayer().number) {
@@ -216,7 +199,7 @@ template <typename Result, typename What, typename... Rest>
 Result On(std::string_view call, const char* name, Result (*taker)(What, Rest...), What what,
           Rest... rest) {
     return Strike(call, Watched(what), 0,
-                  [&](std::size_t /*bytes*/) { return Next(name, taker)(what, rest...); });
+                  [&](auto...) { return Next(name, taker)(what, rest...); });
 }
 
 template <typename Bytes, typename... Rest>
@@ -227,50 +210,17 @@ ssize_t OnBytes(std::string_view call, const char* name,
                   [&](std::size_t some) { return Next(name, taker)(file, bytes, some, rest...); });
 }
 
-// Streams of the C library call its own functions, not these; so a stream on a watched file is made
-// anew on top of these, moving bytes as the C library does.
-using Stream = std::pair<const int, std::FILE*>;
-
-ssize_t ReadStream(void* cookie, char* bytes, std::size_t count) {
-    return read(static_cast<Stream*>(cookie)->first, bytes, count);
-}
-
-ssize_t WriteStream(void* cookie, const char* bytes, std::size_t count) {
-    std::size_t done = 0;
-    while (done < count) {
-        const ssize_t written =
-            write(static_cast<Stream*>(cookie)->first, bytes + done, count - done);
-        if (written < 0) {
-            break;
-        }
-        done += static_cast<std::size_t>(written);
-    }
-    return static_cast<ssize_t>(done);
-}
-
-int SeekStream(void* cookie, off64_t* offset, int from) {
-    *offset = lseek(static_cast<Stream*>(cookie)->first, *offset, from);
-    return *offset < 0 ? -1 : 0;
-}
-
-int CloseStream(void* cookie) {
-    const int file = static_cast<Stream*>(cookie)->first;
-    TheLayer().streams.erase(file);
-    return close(file);
-}
-
-std::string FolderOf(const std::string& path) {
-    return path.substr(0, path.rfind('/'));
+std::filesystem::path FolderOf(const char* path) {
+    return std::filesystem::path(Watched(path)).parent_path();
 }
 
 // Gives a file a name, where the volume can do that.
 template <typename Operation>
 int Name(std::string_view call, const char* from, const char* to, bool canDoIt, int otherwise,
          const Operation& operation) {
-    return Strike(call, Watched(from), 0, [&](std::size_t /*bytes*/) {
+    return Strike(call, Watched(from), 0, [&](auto...) {
         TheLayer().Log("to", Watched(to));
-        const bool crosses =
-            TheLayer().volume == "split" && FolderOf(Watched(from)) != FolderOf(Watched(to));
+        const bool crosses = TheLayer().volume == "split" && FolderOf(from) != FolderOf(to);
         errno = crosses ? EXDEV : otherwise;
         return crosses || !canDoIt ? -1 : operation();
     });
@@ -298,9 +248,8 @@ int open(const char* path, int flags, ...) {
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
     va_end(rest);
     const std::string watched = Watched(path);
-    const int file =
-        Strike((flags & O_CREAT) != 0 ? "create" : "open", watched, 0,
-               [&](std::size_t /*bytes*/) { return Next("open", open)(path, flags, mode); });
+    const int file = Strike((flags & O_CREAT) != 0 ? "create" : "open", watched, 0,
+                            [&](auto...) { return Next("open", open)(path, flags, mode); });
     TheLayer().Opened(file, watched);
     return file;
 }
@@ -356,7 +305,7 @@ int ioctl(int file, unsigned long request, ...) {
     void* argument = va_arg(rest, void*);
     va_end(rest);
     const bool shares = request == FICLONERANGE || request == FICLONE;
-    return Strike("share", shares ? Watched(file) : "", 0, [&](std::size_t /*bytes*/) {
+    return Strike("share", shares ? Watched(file) : "", 0, [&](auto...) {
         return request == FICLONERANGE && TheLayer().volume == "shares"
                    ? CopyRange(file, *static_cast<const file_clone_range*>(argument))
                    : Next("ioctl", ioctl)(file, request, argument);
@@ -377,7 +326,7 @@ int syncfs(int file) noexcept {
 
 // Nothing has to reach a disk here.
 void sync() noexcept {
-    Strike("sync", TheLayer().folder, 0, [](std::size_t /*bytes*/) { return 0; });
+    Strike("sync", TheLayer().folder, 0, [](auto...) { return 0; });
 }
 
 int ftruncate(int file, off_t size) noexcept {
@@ -421,7 +370,7 @@ int statfs(const char* path, struct statfs* volume) noexcept {
 // Free space is asked for by drive, which is no path below the folder.
 int statvfs(const char* path, struct statvfs* volume) noexcept {
     return Strike("space", path, 0,
-                  [&](std::size_t /*bytes*/) { return Next("statvfs", statvfs)(path, volume); });
+                  [&](auto...) { return Next("statvfs", statvfs)(path, volume); });
 }
 
 char* realpath(const char* path, char* resolved) noexcept {
@@ -489,7 +438,7 @@ DIR* opendir(const char* path) {
 
 dirent* readdir(DIR* folder) {
     return Strike("list", Watched(dirfd(folder)), 0,
-                  [&](std::size_t /*bytes*/) { return Next("readdir", readdir)(folder); });
+                  [&](auto...) { return Next("readdir", readdir)(folder); });
 }
 
 int closedir(DIR* folder) {
@@ -497,19 +446,35 @@ int closedir(DIR* folder) {
     return Next("closedir", closedir)(folder);
 }
 
-std::FILE* fdopen(int file, const char* mode) noexcept {
-    if (Watched(file).empty()) {
-        return Next("fdopen", fdopen)(file, mode);
+// Streams of the C library call its own functions, not these. It repeats short writes.
+std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* stream) {
+    const std::string watched = Watched(fileno(stream));
+    std::size_t done = 0;
+    ssize_t wrote = 0;
+    while (done < size * count && wrote >= 0) {
+        const char* const rest = static_cast<const char*>(bytes) + done;
+        wrote = Strike("write", watched, size * count - done, [&](std::size_t some) {
+            const std::size_t moved = Next("fwrite", fwrite)(rest, 1, some, stream);
+            return moved < some ? ssize_t(-1) : static_cast<ssize_t>(moved);
+        });
+        done += wrote < 0 ? 0 : static_cast<std::size_t>(wrote);
     }
-    Stream& stream = *TheLayer().streams.try_emplace(file).first;
-    stream.second = fopencookie(&stream, mode, {ReadStream, WriteStream, SeekStream, CloseStream});
-    return stream.second;
+    return size == 0 ? 0 : done / size;
 }
 
-int fileno(std::FILE* stream) noexcept {
-    const auto& streams = TheLayer().streams;
-    const auto found = std::find_if(streams.begin(), streams.end(),
-                                    [&](const Stream& known) { return known.second == stream; });
-    return found == streams.end() ? Next("fileno", fileno)(stream) : found->first;
+std::size_t fread(void* bytes, std::size_t size, std::size_t count, std::FILE* stream) {
+    const ssize_t got =
+        Strike("read", Watched(fileno(stream)), size * count, [&](std::size_t some) {
+            return static_cast<ssize_t>(Next("fread", fread)(bytes, 1, some, stream));
+        });
+    return got < 0 || size == 0 ? 0 : static_cast<std::size_t>(got) / size;
+}
+
+int fclose(std::FILE* stream) {
+    const int file = fileno(stream);
+    const std::string watched = Watched(file);
+    TheLayer().files.erase(file);
+    const int result = Next("fclose", fclose)(stream);
+    return Strike("close", watched, 0, [&](auto...) { return result; });
 }
 }
