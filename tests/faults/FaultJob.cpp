@@ -78,49 +78,44 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
 
 }  // namespace
 
-std::vector<Job> FaultJobs() {
+std::vector<Job> Jobs() {
     using enum Job::Trait;
+    using Traits = std::set<Job::Trait>;
     const std::string packed = SplitWith("/PN=3 /C /CL=5");
     const std::string bySize = SplitWith("/PS=0.0078125MB");
+    const char* const noLinks = "replaces, no links";
+    const Traits encrypted = {Compressed, Encrypted, DeletesSource, OverEarlier};
+    const Traits alone = {NamesOnly, Moves, OverNothing};
+    const Traits beside = {NamesOnly, Compressed, DeletesSource, OverEarlier, NoBackslash};
+    const Traits all = {NamesOnly, Compressed, DeletesAlways};
+    const Traits cancelled = {NamesOnly, Cancelled};
+    const Traits noSplit = {NamesOnly, Cancelled, DeletesSource};
+    const Traits noMove = {NamesOnly, Cancelled, Moves};
+    const Traits noParts = {NamesOnly, Cancelled, Moves, DeletesParts};
     return {
         {"Split", Road::Split, SplitWith("/PN=3 /DP"), "", {}},
         {"SplitThroughABuffer", Road::Split, bySize, "buffered", {OverEarlier}},
         {"SplitOfSharedBlocks", Road::Split, SplitWith("/PN=3"), "shares", {DeletesSource}},
         {"SplitThatDeletes", Road::Split, SplitWith("/PN=3 /DS"), "", {DeletesAlways}},
         {"Compressed", Road::Split, packed, "replaces", {Compressed}},
-        {"EncryptedThatDeletes",
-         Road::Split,
-         packed,
-         "",
-         {Compressed, Encrypted, DeletesSource, OverEarlier}},
+        {"CompressedThatDeletes", Road::Split, packed + " /DS", "", all},
+        {"CompressedWithoutBackslash", Road::Split, packed + " /DS", "replaces", beside},
+        {"EncryptedThatDeletes", Road::Split, packed, "", encrypted},
+        {"CancelledSplit", Road::Sfv, CancelSplit, "", cancelled},
+        {"CancelledSplitThatDeletes", Road::Sfv, CancelSplit, "", noSplit},
         {"Sfv", Road::Sfv, Sfv, "", {}},
         {"SfvThatDeletes", Road::Sfv, Sfv, "buffered", {DeletesSource, OverEarlier}},
         {"Join", Road::Join, Script, "", {}},
         {"JoinThatDeletes", Road::Join, Script, "buffered", {DeletesParts}},
         {"JoinThatMoves", Road::Join, Move, "shares", {Moves}},
-        {"JoinThatMovesByLink", Road::Join, Move, "replaces", {Moves, OverNothing}},
         {"JoinThatMovesAcross", Road::Join, Move, "split", {DeletesParts, Moves}},
+        {"JoinThatMovesHome", Road::Join, MoveHome, "", {NamesOnly, DeletesParts}},
+        {"JoinThatMovesByLink", Road::Join, Move, "replaces", {Moves, OverNothing}},
+        {"JoinThatMovesWithoutLinks", Road::Join, Move, noLinks, alone},
+        {"CancelledJoin", Road::Join, CancelJoin, "", noMove},
+        {"CancelledJoinThatDeletes", Road::Join, CancelJoin, "", noParts},
         {"Settings", Road::Settings, SplitWith("/PN=3 /DP /TEST"), "", {}},
     };
-}
-
-std::vector<Job> AllJobs() {
-    using enum Job::Trait;
-    const std::string packed = SplitWith("/PN=3 /C /CL=5 /DS");
-    const std::set<Job::Trait> beside = {Compressed, DeletesSource, OverEarlier, NoBackslash};
-    std::vector<Job> jobs = FaultJobs();
-    const std::vector<Job> more = {
-        {"CompressedThatDeletes", Road::Split, packed, "", {Compressed, DeletesAlways}},
-        {"CompressedWithoutBackslash", Road::Split, packed, "replaces", beside},
-        {"JoinThatMovesHome", Road::Join, MoveHome, "", {DeletesParts, MovesHome}},
-        {"JoinThatMovesWithoutLinks", Road::Join, Move, "replaces, no links", {Moves, OverNothing}},
-        {"CancelledSplit", Road::Sfv, CancelSplit, "", {Cancelled}},
-        {"CancelledSplitThatDeletes", Road::Sfv, CancelSplit, "", {Cancelled, DeletesSource}},
-        {"CancelledJoin", Road::Join, CancelJoin, "", {Cancelled, Moves}},
-        {"CancelledJoinThatDeletes", Road::Join, CancelJoin, "", {Cancelled, Moves, DeletesParts}},
-    };
-    jobs.insert(jobs.end(), more.begin(), more.end());
-    return jobs;
 }
 
 const std::string& Content() {

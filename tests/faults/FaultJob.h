@@ -23,9 +23,9 @@ struct Job {
         OverNothing,    ///< no older result of a join is there
         DeletesParts,   ///< a join's script does
         Moves,          ///< a join's result, to `DEST`
-        MovesHome,      ///< a join's result, to where it is already
         Cancelled,
-        NoBackslash  ///< behind the temporary folder: the archive has to be moved into it
+        NoBackslash,  ///< behind the temporary folder: the archive has to be moved into it
+        NamesOnly     ///< runs in the identity sweep alone
     };
 
     std::string name;
@@ -44,9 +44,7 @@ struct Job {
     }
 };
 
-/// The jobs in which every operation fails, and all.
-[[nodiscard]] std::vector<Job> FaultJobs();
-[[nodiscard]] std::vector<Job> AllJobs();
+[[nodiscard]] std::vector<Job> Jobs();
 
 /// Where a job's folder is made: nothing has to reach a disk.
 [[nodiscard]] inline TestFolder FolderInMemory() {
