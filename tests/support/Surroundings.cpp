@@ -12,7 +12,7 @@ namespace zarn::testing {
 namespace {
 
 /// Every test program starts with this: nothing depends on who runs it, and nobody's settings,
-/// temporary folder or screen are used. Locale and home folder are the tests' own.
+/// temporary folder or screen are used. Locale, scale and home folder are the tests' own.
 struct Surroundings {
     Surroundings() {
         std::vector<std::string> names;
@@ -26,9 +26,17 @@ struct Surroundings {
                 unsetenv(name.c_str());
             }
         }
-        setenv("LC_ALL", "C.UTF-8", 1);
+        setenv("LC_CTYPE", "C.UTF-8", 1);
+        Set("LANG", "ZARN_TEST_LOCALE", "C.UTF-8");
+        Set("QT_SCALE_FACTOR", "ZARN_TEST_SCALE", "1");
         setenv("HOME", home.System().c_str(), 1);
         setenv("XDG_RUNTIME_DIR", home.System().c_str(), 1);
+    }
+
+    /// A run of the same tests in other surroundings names them in variables of its own.
+    static void Set(const char* name, const char* chosenBy, const char* otherwise) {
+        const char* const chosen = std::getenv(chosenBy);
+        setenv(name, chosen == nullptr ? otherwise : chosen, 1);
     }
 
     TestFolder home;

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QTimer>
+#include <iostream>
 #include <memory>
 
 #include "controls/Appearance.h"
 #include "controls/GuardedApplication.h"
+#include "runtime/Locale.h"
 
 namespace {
 
@@ -21,6 +23,11 @@ class FreshEventLoop : public ::testing::EmptyTestEventListener {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariable("ZARN_TEST_LOCALE") == "comma" &&
+        zarn::ReadLocaleSeparators().decimal != ",") {
+        std::cerr << "there is no locale with a decimal comma\n";
+        return 1;
+    }
     ::testing::InitGoogleTest(&argc, argv);
     zarn::GuardedApplication application(argc, argv);
     zarn::ApplyAppearance(application);
