@@ -1,15 +1,34 @@
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 #include <QWheelEvent>
 
 #include "controls/ComboField.h"
+#include "controls/HSlider.h"
 #include "controls/UpDown.h"
 #include "support/Prelude.h"
 
-namespace zarn {
+namespace zarn::testing {
 namespace {
+
+/// What is done to a control, and what is seen of it then.
+struct Step {
+    const char* name;
+    std::function<void()> act;
+    const char* seen;
+};
+
+void TurnWheelOver(QWidget& target) {
+    QWheelEvent wheel({5, 5}, target.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&target, &wheel);
+}
+
+void SetByScreenReader(QWidget& control, int value) {
+    QAccessible::queryAccessibleInterface(&control)->valueInterface()->setCurrentValue(value);
+}
 
 /// A field with three rows that has the keyboard, and what it has raised.
 class ComboFieldTest : public ::testing::Test {
@@ -35,7 +54,14 @@ class ComboFieldTest : public ::testing::Test {
         return field_.Text() + " " + std::to_string(field_.ListIndex()) + " " +
                std::exchange(raised_, {});
     }
-    void Type(const QString& text) {
+    void Expect(const std::vector<Step>& steps) {
+        for (const auto& [name, act, seen] : steps) {
+            act();
+            EXPECT_EQ(State(), seen) << name;
+        }
+    }
+    void Press(Qt::Key key) { QTest::keyClick(&field_, key); }
+    void Type(const char* text) {
         field_.lineEdit()->selectAll();
         QTest::keyClicks(&field_, text);
     }
@@ -43,6 +69,19 @@ class ComboFieldTest : public ::testing::Test {
         field_.showPopup();
         QTest::keyClick(field_.view(), move);
         QTest::keyClick(field_.view(), end);
+    }
+    void PickByMouse(int row) {
+        field_.showPopup();
+        QAbstractItemView* list = field_.view();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(list->window()));
+        const QPoint place = list->visualRect(list->model()->index(row, 0)).center();
+        QTest::qWait(20);
+        QTest::mouseMove(list->viewport(), place);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    }
+    void OpenAndCloseList() {
+        field_.showPopup();
+        field_.hidePopup();
     }
 
     QWidget window_;
@@ -52,98 +91,64 @@ class ComboFieldTest : public ::testing::Test {
 };
 
 TEST_F(ComboFieldTest, RowsChangeNeitherTextNorSelection) {
-    EXPECT_EQ(State(), " -1 ");
     field_.SelectRow(1);
     field_.AddRow("4700", 40);
     EXPECT_EQ(State(), "650 1 K");
     field_.lineEdit()->setSelection(1, 2);
     field_.ClearRows();
-    field_.AddRow("first", 1);
+    field_.AddRow("first", -20);
     EXPECT_EQ(State(), "650 -1 ");
     EXPECT_EQ(field_.lineEdit()->selectedText(), "50");
-    EXPECT_EQ(field_.RowCount(), 1);
-    EXPECT_EQ(field_.RowText(0), "first");
-    EXPECT_EQ(field_.RowItemData(0), 1);
+    EXPECT_EQ(std::tuple(field_.RowCount(), field_.RowText(0), field_.RowItemData(0)),
+              std::tuple(1, "first", -20));
 }
 
 TEST_F(ComboFieldTest, PickedRowsRaiseClickAlone) {
-    field_.SelectRow(1);
-    EXPECT_EQ(State(), "650 1 K");
-    EXPECT_EQ(field_.RowItemData(1), -20);
-    field_.SelectRow(3);
-    field_.SelectRow(-1);
-    EXPECT_EQ(State(), "650 1 ");
-    for (const auto& [key, state] :
-         {std::pair(Qt::Key_Down, "100 2 K"), std::pair(Qt::Key_Down, "100 2 "),
-          std::pair(Qt::Key_PageUp, "100 0 K")}) {
-        QTest::keyClick(&field_, key);
-        EXPECT_EQ(State(), state);
-    }
-}
-
-TEST_F(ComboFieldTest, PicksFromTheOpenList) {
     // The list takes no click that follows its opening too soon.
     const int before = QApplication::doubleClickInterval();
     QApplication::setDoubleClickInterval(1);
-    field_.WriteText("650");
-    State();
-    for (const auto& [row, state] : {std::pair(1, "650 1 K"), std::pair(2, "100 2 K")}) {
-        field_.showPopup();
-        QAbstractItemView* list = field_.view();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(list->window()));
-        const QPoint place = list->visualRect(list->model()->index(row, 0)).center();
-        QTest::qWait(20);
-        QTest::mouseMove(list->viewport(), place);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-        EXPECT_EQ(State(), state);
-    }
+    Expect({
+        {"a new field", [] {}, " -1 "},
+        {"a row by code", [this] { field_.SelectRow(1); }, "650 1 K"},
+        {"no row", [this] { field_.SelectRow(3); }, "650 1 "},
+        {"no row either", [this] { field_.SelectRow(-1); }, "650 1 "},
+        {"the next row", [this] { Press(Qt::Key_Down); }, "100 2 K"},
+        {"nothing below the last", [this] { Press(Qt::Key_Down); }, "100 2 "},
+        {"the row before", [this] { Press(Qt::Key_Up); }, "650 1 K"},
+        {"a page down", [this] { Press(Qt::Key_PageDown); }, "100 2 K"},
+        {"a page up", [this] { Press(Qt::Key_PageUp); }, "100 0 K"},
+        {"a click", [this] { PickByMouse(1); }, "650 1 K"},
+        {"a list left", [this] { PickByKeys(Qt::Key_Up, Qt::Key_Escape); }, "650 1 "},
+        {"a list by keys", [this] { PickByKeys(Qt::Key_Up, Qt::Key_Return); }, "100 0 K"},
+    });
     QApplication::setDoubleClickInterval(before);
-    PickByKeys(Qt::Key_Up, Qt::Key_Escape);
-    EXPECT_EQ(State(), "100 2 ");
-    PickByKeys(Qt::Key_Up, Qt::Key_Return);
-    EXPECT_EQ(State(), "650 1 K");
 }
 
 TEST_F(ComboFieldTest, TypedTextSelectsNoRowEvenWhereItEqualsOne) {
     field_.SelectRow(1);
-    Type("100");
-    EXPECT_EQ(State(), "100 -1 KCCC");
-    QTest::keyClick(&field_, Qt::Key_Return);
-    other_.setFocus();
-    EXPECT_EQ(State(), "100 -1 ");
+    Expect({
+        {"typed", [this] { Type("100"); }, "100 -1 KCCC"},
+        {"entered", [this] { Press(Qt::Key_Return); }, "100 -1 "},
+        {"left and entered again", [this] { other_.setFocus(), field_.setFocus(); }, "100 -1 F"},
+        {"typed before the list opens", [this] { Type("9"), OpenAndCloseList(); }, "9 -1 C"},
+        {"picked", [this] { field_.SelectRow(1); }, "650 1 K"},
+        {"typed by a screen reader", [this] { field_.lineEdit()->setText("7"); }, "7 -1 C"},
+        {"picked again", [this] { field_.SelectRow(0); }, "100 0 K"},
+        {"the same written", [this] { field_.WriteText("100"); }, "100 -1 "},
+        {"another written", [this] { field_.WriteText("650"); }, "650 -1 C"},
+    });
     EXPECT_EQ(field_.RowCount(), 3);
-    field_.setFocus();
-    Type("9");
-    field_.showPopup();
-    field_.hidePopup();
-    EXPECT_EQ(State(), "9 -1 FC");
-    field_.SelectRow(1);
-    field_.lineEdit()->setText("7");  // as a screen reader's user types
-    EXPECT_EQ(State(), "7 -1 KC");
-    field_.SelectRow(0);
-    field_.WriteText("100");  // the same
-    EXPECT_EQ(State(), "100 -1 K");
-    field_.WriteText("650");
-    EXPECT_EQ(State(), "650 -1 C");
 }
 
 TEST_F(ComboFieldTest, TheWheelDoesNothingAndTheKeyboardTellsOfItsArrival) {
     field_.SelectRow(1);
-    for (QWidget* target :
-         {static_cast<QWidget*>(&field_), static_cast<QWidget*>(field_.lineEdit())}) {
-        QWheelEvent wheel({5, 5}, target->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(target, &wheel);
-    }
-    EXPECT_EQ(State(), "650 1 K");
-    other_.setFocus();
-    QTest::keyClick(&other_, Qt::Key_Tab);
-    EXPECT_EQ(State(), "650 1 F");
-    field_.showPopup();
-    field_.hidePopup();
-    QFocusEvent fromMenu(QEvent::FocusIn, Qt::MenuBarFocusReason);
-    QApplication::sendEvent(&field_, &fromMenu);
-    EXPECT_EQ(State(), "650 1 ");
+    Expect({
+        {"wheel", [this] { TurnWheelOver(field_); }, "650 1 K"},
+        {"wheel over the text", [this] { TurnWheelOver(*field_.lineEdit()); }, "650 1 "},
+        {"left", [this] { other_.setFocus(); }, "650 1 "},
+        {"reached", [this] { QTest::keyClick(&other_, Qt::Key_Tab); }, "650 1 F"},
+        {"its own list", [this] { OpenAndCloseList(); }, "650 1 "},
+    });
 }
 
 class UpDownTest : public ::testing::Test {
@@ -155,9 +160,12 @@ class UpDownTest : public ::testing::Test {
         QObject::connect(&arrows, &UpDown::DownClick,
                          [this] { raised += std::to_string(-arrows.Value()); });
     }
+    void Click(const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(&arrows, button, {}, place);
+    }
 
-    static constexpr QPoint Upper{8, 4};
-    static constexpr QPoint Lower{8, 18};
+    static constexpr QPoint Upper{8, 10};
+    static constexpr QPoint Lower{8, 11};
     UpDown arrows;
     std::string raised;
 };
@@ -165,41 +173,115 @@ class UpDownTest : public ::testing::Test {
 TEST_F(UpDownTest, ValueStaysWithinTheRange) {
     for (const auto& [min, max, value, kept] :
          {std::tuple(0, 100, 101, 100), std::tuple(2, 9, 1, 2), std::tuple(9, 2, 5, 5),
-          std::tuple(9, 2, 99, 9), std::tuple(9, 2, 0, 2),
-          std::tuple(INT32_MIN, INT32_MAX, 7, 7)}) {
+          std::tuple(9, 2, 99, 9), std::tuple(INT32_MIN, INT32_MAX, INT32_MAX, INT32_MAX)}) {
         arrows.Min(min);
         arrows.Max(max);
         arrows.Value(value);
         EXPECT_EQ(arrows.Value(), kept) << min << " to " << max;
     }
+    arrows.Step(1);
+    EXPECT_EQ(arrows.Value(), INT32_MAX);
 }
 
 TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
     arrows.Max(2);
     for (int click = 0; click < 3; ++click) {
-        QTest::mouseClick(&arrows, Qt::LeftButton, {}, Upper);
+        Click(Upper);
     }
-    QTest::mouseClick(&arrows, Qt::RightButton, {}, Upper);
-    QTest::mouseClick(&arrows, Qt::LeftButton, {}, Lower);
-    QTest::keyClick(&arrows, Qt::Key_Down);
-    QTest::keyClick(&arrows, Qt::Key_Up);
+    Click(Upper, Qt::RightButton);
+    Click(Lower);
+    for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Left}) {
+        QTest::keyClick(&arrows, key);
+    }
+    for (const int value : {2, 2, 0}) {
+        SetByScreenReader(arrows, value);
+    }
     arrows.setEnabled(false);
-    QTest::mouseClick(&arrows, Qt::LeftButton, {}, Upper);
-    EXPECT_EQ(raised, "122-101");
+    SetByScreenReader(arrows, 1);
+    Click(Upper);
+    EXPECT_EQ(raised, "122-10120");
 }
 
 TEST_F(UpDownTest, HeldArrowRepeatsUntilItIsLetGo) {
-    arrows.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&arrows));
-    QTest::mouseMove(&arrows, Upper);
-    QTest::mousePress(&arrows, Qt::LeftButton, {}, Upper);
-    EXPECT_EQ(arrows.Value(), 1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return arrows.Value() >= 3; }, 3000));
-    QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper);
-    const int last = arrows.Value();
-    QTest::qWait(200);
-    EXPECT_EQ(arrows.Value(), last);
+    const auto letGo = [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); };
+    const auto disable = [this] { arrows.setEnabled(false); };
+    for (const auto& end : {std::function<void()>(letGo), std::function<void()>(disable)}) {
+        arrows.Value(0);
+        arrows.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&arrows));
+        QTest::mouseMove(&arrows, Upper);
+        QTest::mousePress(&arrows, Qt::LeftButton, {}, Upper);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return arrows.Value() >= 3; }, 3000));
+        end();
+        raised.clear();
+        QTest::qWait(150);
+        EXPECT_EQ(raised, "");
+    }
+}
+
+/// A slider from 0 to 9, and what it has raised: each `Change` with the value, "Scroll" as S.
+class HSliderTest : public ::testing::Test {
+  protected:
+    HSliderTest() {
+        slider_.Max(9);
+        slider_.resize(150, 24);
+        slider_.show();
+        QObject::connect(&slider_, &HSlider::Change, [this] {
+            raised_ += QString::number(slider_.Value()).toStdString() + " ";
+        });
+        QObject::connect(&slider_, &HSlider::Scroll, [this] { raised_ += "S "; });
+    }
+
+    std::string Raised() { return std::exchange(raised_, {}); }
+    [[nodiscard]] QPoint PlaceOf(double value) const {
+        return {7 + static_cast<int>(value * (slider_.width() - 14) / 9), slider_.height() / 3};
+    }
+
+    HSlider slider_;
+    std::string raised_;
+};
+
+TEST_F(HSliderTest, ValuesOfCodeAreKeptInTheRangeAndToldOnce) {
+    for (const double value : {3.9, 4.0, 99.0, 9.5, -1.0, 0.4, 0.0, 2.6}) {
+        slider_.Value(value);
+    }
+    slider_.Min(3);
+    slider_.Value(8);
+    slider_.Max(4);
+    slider_.Max(2);
+    slider_.Min(5);
+    EXPECT_EQ(Raised(), "3.9 4 9 0 0.4 0 2.6 3 8 4 2 5 ");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&slider_)->text(QAccessible::Value), "5");
+}
+
+TEST_F(HSliderTest, KeysMoveFromOneWholeNumberToAnother) {
+    for (const auto& [from, key, raised] :
+         {std::tuple(3.0, Qt::Key_Right, "4 S "), std::tuple(3.9, Qt::Key_Left, "3 S "),
+          std::tuple(3.9, Qt::Key_Right, "5 S "), std::tuple(8.9, Qt::Key_End, "S "),
+          std::tuple(3.0, Qt::Key_PageUp, "6 S "), std::tuple(4.0, Qt::Key_Home, "0 S "),
+          std::tuple(3.0, Qt::Key_A, "")}) {
+        slider_.Value(from);
+        Raised();
+        QTest::keyClick(&slider_, key);
+        EXPECT_EQ(Raised(), raised) << from << " and key " << key;
+    }
+    TurnWheelOver(slider_);
+    EXPECT_EQ(Raised(), "");
+}
+
+TEST_F(HSliderTest, TheMouseDragsAndClicks) {
+    QTest::mouseClick(&slider_, Qt::LeftButton, {}, PlaceOf(5.2));
+    EXPECT_EQ(Raised(), "5 S ");
+    QTest::mousePress(&slider_, Qt::LeftButton, {}, PlaceOf(5));
+    for (const double place : {5.3, 5.8, 6.9, 12.0}) {
+        QTest::mouseMove(&slider_, PlaceOf(place));
+    }
+    EXPECT_EQ(Raised(), "6 7 9 ");
+    slider_.Value(8.9);  // as a handler may do meanwhile
+    QTest::mouseMove(&slider_, PlaceOf(11));
+    QTest::mouseRelease(&slider_, Qt::LeftButton, {}, PlaceOf(11));
+    EXPECT_EQ(Raised(), "8.9 S ");
 }
 
 }  // namespace
-}  // namespace zarn
+}  // namespace zarn::testing

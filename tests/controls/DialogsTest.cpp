@@ -1,0 +1,204 @@
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "controls/GuardedApplication.h"
+#include "controls/QtFileDialogs.h"
+#include "controls/QtMessageBoxes.h"
+#include "controls/QtMessageQueue.h"
+#include "controls/QtText.h"
+#include "support/TestPlatform.h"
+
+namespace zarn::testing {
+namespace {
+
+/// What the next dialog of this kind does once it stands there.
+template <typename Dialog>
+void Next(const std::function<void(Dialog&)>& act) {
+    QTimer::singleShot(0, [act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_TRUE(IsBoxInFront());
+        act(*dialog);
+    });
+}
+
+class DialogsTest : public ::testing::Test {
+  protected:
+    DialogsTest() {
+        // The toolkit's dialog keeps its own state there.
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(test.home.System()));
+        folder.MakeFolder("deep");
+        folder.Write("deep/Read me", "x");
+        folder.Write("back\\slash", "x");
+    }
+
+    /// Names a path of the operating system, as a user does.
+    void Enter(QFileDialog& dialog, const char* name) {
+        dialog.selectFile(ToQt(folder.System(name)));
+        QMetaObject::invokeMethod(&dialog, "accept");
+    }
+    void Type(const char* name) {
+        Next<QFileDialog>([this, name](QFileDialog& dialog) { Enter(dialog, name); });
+    }
+    std::optional<std::string> Open(std::string_view start = "") {
+        return dialogs.OpenFile(nullptr, "Title", {"All Files (*.*)", "*.*"}, start);
+    }
+    std::optional<std::string> Save(std::string_view start = "") {
+        return dialogs.SaveFile(nullptr, "Title", {"Batch files (*.bat)", "*.bat"}, start);
+    }
+    std::optional<std::string> Pick(std::string_view start = "") {
+        return dialogs.PickFolder(nullptr, "Title", start);
+    }
+
+    TestPlatform test;
+    TestFolder folder;
+    QtFileDialogs dialogs{*test.platform.fileSystem, *test.boxes};
+};
+
+TEST_F(DialogsTest, GiveThePathInTheProgramsForm) {
+    Type("deep/Read me");
+    EXPECT_EQ(Open(), folder.Drive("deep\\Read me"));
+    Type("deep");
+    EXPECT_EQ(Pick(folder.Drive()), folder.Drive("deep"));
+    Next<QFileDialog>([](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(Open(), std::nullopt);
+    Type("deep/new");
+    EXPECT_EQ(Save(), folder.Drive("deep\\new.bat"));
+    EXPECT_FALSE(folder.Has("deep/new.bat"));
+    EXPECT_TRUE(test.boxes->shown.empty());
+    Type("back\\slash");
+    EXPECT_EQ(Open(folder.Drive()), std::nullopt);
+    ASSERT_EQ(test.boxes->shown.size(), 1U);
+    EXPECT_EQ(test.boxes->shown[0].title, "Error");
+    EXPECT_EQ(test.boxes->shown[0].text, "A name with a backslash in it cannot be used here:\r" +
+                                             folder.System("back\\slash"));
+}
+
+TEST_F(DialogsTest, AskBeforeAFileIsReplaced) {
+    folder.Write("deep/job.bat", "x");
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+        Next<QFileDialog>([&](QFileDialog& dialog) {
+            Next<QMessageBox>([&](QMessageBox& box) { box.button(answer)->click(); });
+            Enter(dialog, "deep/job");
+            EXPECT_EQ(dialog.isVisible(), answer == QMessageBox::No);
+            dialog.close();
+        });
+        EXPECT_EQ(Save(folder.Drive("DEEP\\")).has_value(), answer == QMessageBox::Yes);
+    }
+}
+
+TEST_F(DialogsTest, BeginWhereTheyAreTold) {
+    std::string told;
+    QString file;
+    const auto tell = [&](QFileDialog& dialog) {
+        told = FromQt(dialog.windowTitle() + "|" + dialog.nameFilters().value(0) + "|" +
+                      dialog.directory().dirName());
+        file = dialog.selectedFiles().value(0);
+        dialog.reject();
+    };
+    for (const auto* name : {"DEEP\\", "deep\\read ME"}) {
+        Next<QFileDialog>(tell);
+        EXPECT_EQ(Pick(folder.Drive(name)), std::nullopt);
+        EXPECT_EQ(told, "Title|All Files (*)|deep");
+        Next<QFileDialog>(tell);
+        EXPECT_EQ(Open(folder.Drive(name)), std::nullopt);
+        EXPECT_EQ(told, "Title|All Files (*.*) (*)|deep");
+    }
+    EXPECT_TRUE(file.endsWith("deep/Read me"));
+    Next<QFileDialog>(tell);
+    EXPECT_EQ(Save("what?"), std::nullopt);
+    EXPECT_TRUE(told.starts_with("Title|Batch files (*.bat) (*.bat)|")) << told;
+}
+
+/// Shows a box and does something to it as soon as it stands there.
+BoxAnswer ShowAnd(const BoxMessage& message, const std::function<void(QMessageBox&)>& act) {
+    Next<QMessageBox>(act);
+    return QtMessageBoxes().Show(message);
+}
+
+TEST(QtMessageBoxes, ShowWhatTheyAreGiven) {
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const auto& [icon, shown] : {std::tuple(BoxIcon::Stop, QMessageBox::Critical),
+                                      {BoxIcon::Question, QMessageBox::Question},
+                                      {BoxIcon::Exclamation, QMessageBox::Warning},
+                                      {BoxIcon::Information, QMessageBox::Information}}) {
+        ShowAnd({"Title", " <b>&One\r\r\xC3\x9C  two   ", icon, BoxButtons::Ok},
+                [&, shown = shown](QMessageBox& box) {
+                    EXPECT_EQ(box.windowTitle(), "Title");
+                    EXPECT_EQ(box.icon(), shown);
+                    EXPECT_EQ(box.parentWidget(), &window);
+                    const auto* text = box.findChild<QLabel*>("qt_msgbox_label");
+                    EXPECT_EQ(text->text(), " <b>&One\n\n\u00DC  two   ");
+                    EXPECT_EQ(text->textFormat(), Qt::PlainText);
+                    box.close();
+                });
+    }
+}
+
+TEST(QtMessageBoxes, AreAnsweredByKeys) {
+    using Row = std::tuple<BoxButtons, Qt::Key, BoxAnswer>;
+    for (const auto& [buttons, key, answer] :
+         {Row(BoxButtons::YesNo, Qt::Key_Return, BoxAnswer::Yes),
+          Row(BoxButtons::YesNo, Qt::Key_N, BoxAnswer::No),
+          Row(BoxButtons::YesNo, Qt::Key_Escape, BoxAnswer::No),
+          Row(BoxButtons::Ok, Qt::Key_Return, BoxAnswer::Ok),
+          Row(BoxButtons::Ok, Qt::Key_Escape, BoxAnswer::Ok)}) {
+        const auto press = [key = key](QMessageBox& box) { QTest::keyClick(&box, key); };
+        EXPECT_EQ(ShowAnd({"", "Sure?", BoxIcon::Question, buttons}, press), answer) << key;
+    }
+}
+
+TEST(QtMessageQueue, WaitsWhileEventsRun) {
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&ticks] { ++ticks; });
+    timer.start(1);
+    const auto before = std::chrono::steady_clock::now();
+    QtMessageQueue().Wait(std::chrono::milliseconds(30));
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(29));
+    EXPECT_GT(ticks, 1);
+}
+
+// A box answers No and leaves the error to whoever runs the loop around it. The others raise it,
+// and no loop ends by what the queue raised: whoever pumps may have a rule for it.
+TEST_F(DialogsTest, AnErrorOfAHandlerComesToWhoeverWaits) {
+    const auto box = [] {
+        EXPECT_EQ(QtMessageBoxes().Show({"", "", BoxIcon::Question, BoxButtons::YesNo}),
+                  BoxAnswer::No);
+        GuardedApplication::RethrowRaised();
+    };
+    const auto pick = [this] { Pick(); };
+    const auto run = [] { QtMessageQueue().Run(); };
+    const auto wait = [] { QtMessageQueue().Wait(std::chrono::seconds(5)); };
+    using Case = std::tuple<const char*, std::function<void()>, bool>;
+    for (const auto& [name, act, endsTheLoop] :
+         {Case("file dialog", pick, true), Case("box", box, true), Case("queue", run, false),
+          Case("wait", wait, false)}) {
+        std::optional<ErrorNumber> error;
+        bool goesOn = false;
+        QTimer later;
+        QObject::connect(&later, &QTimer::timeout, [&goesOn] {
+            goesOn = true;
+            QCoreApplication::exit();
+        });
+        QTimer::singleShot(0, [&, act = act] {
+            QTimer::singleShot(0, [] { throw RuntimeError(ErrorNumber::Overflow); });
+            error = ErrorOf(act);
+            later.start(1);
+        });
+        QCoreApplication::exec();
+        EXPECT_EQ(error, ErrorNumber::Overflow) << name;
+        EXPECT_EQ(goesOn, !endsTheLoop) << name;
+        EXPECT_EQ(ErrorOf(GuardedApplication::RethrowRaised), std::nullopt) << name;
+    }
+}
+
+}  // namespace
+}  // namespace zarn::testing
