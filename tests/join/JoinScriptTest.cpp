@@ -98,38 +98,41 @@ TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
     folder.Write("sub/Movie.avi_Part1", "elsewhere");
     folder.Write("Movie.avi", "old");
     folder.Write("Zarn.TMP", "old");
-    const std::string copy = Copies("", {"1"});
-    const std::string name = "Ren Zarn.TMP Movie.avi\n";
     const std::string source = folder.Drive("Movie.avi");
     const std::string target = other.Drive("Movie.avi");
     // The line that is told, a script, and what stands for its @.
-    using Case = std::tuple<std::string, std::string, Names>;
+    using Case = std::tuple<const char*, const char*, Names>;
     for (const auto& [reason, script, faults] : {
-             Case("no line names", "@", {"", copy}),
-             Case("line 1", "@", {name}),
-             Case("line 1", "@" + copy + name, {"Del Movie.avi\n", "Del \"Movie.avi_Part*\"\n"}),
-             Case("line 3", copy + "Del Movie.avi\n@ Zarn.TMP\n" + name,
-                  {"Copy /b Zarn.TMP + Movie.avi_Part2"}),
-             Case(
-                 "line 3", copy + name + "@\n",
-                 {R"(Del "C:\Windows\system.ini")", "Del \"" + folder.Drive("Movie.avi") + "\"",
-                  "Del *", "Del Movie.avi*", "Del Movie.avi_Part1", "Del Zarn.TMP", "Del Movie.avi",
-                  "Format C:", "Remove x", R"(if exist ..\x Del "Movie.avi_Part*")",
-                  "if not exist Movie.avi Del Movie.avi_Part*", "if exist Movie.avi echo x",
-                  R"(Move "Movie.avi" "C:\elsewhere")", name, copy}),
-             Case("line 3: the line holds a NUL", copy + name + "@", {"Rem \0x"s}),
-             Case("line 3: the line is too long", copy + name + "@",
+             Case("no line names", "@", {"", "<copy>"}),
+             Case("line 1", "@", {"<name>"}),
+             Case("line 1", "@<copy><name>",
+                  {"Del Movie.avi\n", "Del \"Movie.avi_Part*\"\n", MoveLines(source, target)}),
+             Case("line 3", "<copy>Del Movie.avi\n@<name>",
+                  {"Copy /b Zarn.TMP + Movie.avi_Part2 Zarn.TMP\n"}),
+             Case("line 3", "<copy><name>@\n",
+                  {R"(Del "C:\Windows\system.ini")", "Del \"" + source + "\"", "Del Movie.avi*",
+                   "Del Movie.avi_Part1", "Del Zarn.TMP", "Del Movie.avi",
+                   "Format C:", R"(if exist ..\x Del "Movie.avi_Part*")",
+                   "if not exist Movie.avi Del Movie.avi_Part*", "if exist Movie.avi echo x",
+                   R"(Move "Movie.avi" "C:\elsewhere")", "<name>", "<copy>",
+                   MoveLines(source, target + "x"), MoveLines(source, other.Drive("movie.avi")),
+                   MoveLines(target, source)}),
+             Case("line 3: the line holds a NUL", "<copy><name>@", {"Rem \0x"s}),
+             Case("line 3: the line is too long", "<copy><name>@",
                   {"Rem " + std::string(8188, 'x')}),
-             Case("line 4: the file to be moved is in another folder", copy + name + "@",
+             Case("line 4", "<copy><name>@",
+                  {MoveLines(target, target), MoveLines(folder.Drive("Movie.avi_Part1"), target)}),
+             Case("line 4: the file to be moved is in another folder", "<copy><name>@",
                   {MoveLines(R"(C:\no\such\Movie.avi)", target)}),
-             Case("line 2", copy + "@\n" + name,
+             Case("the script moves nothing", "<copy><name>@", {""}),
+             Case("line 2", "<copy>@\n<name>",
                   {"Copy Movie.avi_Part2 Zarn.TMP", "Copy Zarn.TMP + Movie.avi_Part2 Zarn.TMP",
                    "Copy /b Zarn.TMP + Movie.avi_Part2 + Movie.avi_Part3 Zarn.TMP",
                    "Copy /b Zarn.TMP + Other_Part2 Zarn.TMP",
                    R"(Copy /b Zarn.TMP + "Movie.avi_Part2x" Zarn.TMP)", "Ren Zarn.TMP",
                    "Ren Zarn.TMP a b", "Ren Zarn.TMP a&b", R"(Ren Zarn.TMP "")",
                    "Ren Movie.avi_Part1 Movie.avi"}),
-             Case("line 1", "Copy @\n" + name,
+             Case("line 1", "Copy @\n<name>",
                   {R"(sub\Movie.avi_Part1 Zarn.TMP)", folder.Drive("Movie.avi_Part1") + " Zarn.TMP",
                    R"(..\Movie.avi_Part1 Zarn.TMP)", "Movie.avi_Part1 Movie.avi",
                    "Movie.avi_Part1 Zarn.TMP > x"}),
@@ -137,29 +140,25 @@ TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
                   "Copy \"@_Part1\" Zarn.TMP\nRen Zarn.TMP \"@\"\n",
                   {"..", ".", " ", "sub\\M", "C:", "a/b", "M?", "Zarn.tmp", "X_TMP.bat",
                    "movie.avi_Part0.BAT", "tab\there"}),
-             Case("line 1", "@" + copy + name, {MoveLines(source, target)}),
-             Case("line 4", copy + name + "@",
-                  {MoveLines(target, target), MoveLines(folder.Drive("Movie.avi_Part1"), target)}),
-             Case("line 3", copy + name + "@",
-                  {MoveLines(source, target + "x"), MoveLines(source, other.Drive("movie.avi")),
-                   "Move \"" + target + "\" \"" + source + "\"\r\n"}),
-             Case("the script moves nothing", copy + "@", {name}),
              // What would join wrongly.
-             Case("line 2: the parts' numbers do not ascend", "@" + name, {Copies("", {"2", "1"})}),
-             Case("line 4: the parts' numbers", "@" + name,
+             Case("line 2: the parts' numbers do not ascend", "@<name>", {Copies("", {"2", "1"})}),
+             Case("line 4: the parts' numbers", "@<name>",
                   {Copies("3", {"1", "2", "2"}), Copies("3", {"1", "3", "2"})}),
-             Case("line 3: the parts' numbers", "@" + name,
+             Case("line 3: the parts' numbers", "@<name>",
                   {Copies("", {"8", "9", "1"}), Copies("2", {"9", "10"}),
                    Copies("10000", {"", ""})}),
-             Case("line 1: the script copies another number of parts, 2", "@" + name,
+             Case("line 1: the script copies another number of parts, 2", "@<name>",
                   {Copies("4", {"1", "2"}), Copies("1e999", {"1", "2"}), Copies("x", {"1", "2"})}),
-             Case("line 2: another number", "@" + name,
+             Case("line 2: another number", "@<name>",
                   {Copies("1\nRem |  Parts Count ..: 2", {"1"})}),
-             Case("line 2: a part is left out", "@" + name, {Copies("", {"1", "3"})}),
-             Case("line 1: a part is left out", "@" + name, {Copies("", {"2"})}),
+             Case("line 2: a part is left out", "@<name>", {Copies("", {"1", "3"})}),
+             Case("line 1: a part is left out", "@<name>", {Copies("", {"2"})}),
          }) {
         for (const std::string& fault : faults) {
-            const ScriptOutcome outcome = Run(Replace(script, "@", fault), target);
+            const std::string text =
+                Replace(Replace(script, "@", fault), "<copy>", Copies("", {"1"}));
+            const ScriptOutcome outcome =
+                Run(Replace(text, "<name>", "Ren Zarn.TMP Movie.avi\n"), target);
             EXPECT_EQ(outcome.status, ScriptStatus::Refused) << script << fault;
             EXPECT_TRUE(outcome.message.starts_with(reason)) << fault << outcome.message;
             EXPECT_EQ(fileSystem.log, Names{}) << fault;
@@ -370,7 +369,8 @@ TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
             fs::create_directory_symlink(folder.System(), other.System("alias"));
             const std::string script = folder.Drive("Movie.avi_Part0.bat");
             folder.Write("Movie.avi_Part0.bat",
-                         keepingScript + MoveLines(folder.Drive("Movie.avi"), to) + deletion);
+                         Replace(wholeScript, deletion,
+                                 MoveLines(folder.Drive("Movie.avi"), to) + deletion));
             const std::string message =
                 ScriptInterpreter(*files, endingSignals).Run(script, to).message;
             EXPECT_EQ(
