@@ -27,8 +27,6 @@ class FailureTest : public EngineTest {
         ExpectMessage("The source file was not deleted:\r" + source + "\r" + reason);
         EXPECT_TRUE(folder.Has("movie.avi"));
     }
-
-    TestFolder temporary;
 };
 
 TEST_F(FailureTest, SizesThatNeverEndAndNoSourceAreRefused) {

@@ -21,8 +21,6 @@ class Compressing : public EngineTest {
         const std::string archive = *test.Shared().Platform().fileSystem->SystemPath(source);
         return RunProgram("/usr/bin/7z", {"t", "-p" + password, archive}).status == 0;
     }
-
-    TestFolder temporary;
 };
 
 TEST_F(Compressing, MakesAnArchiveThatOthersOpen) {

@@ -19,7 +19,6 @@ class RecordingEvents : public SplitterEvents {
              std::to_string(static_cast<int>(total)) + " " +
              std::to_string(static_cast<int>(size)) + " " + path.substr(path.rfind('\\') + 1));
     }
-
     void StatusZIP(std::int32_t percent) override {
         percents.push_back(percent);
         then("zip " + std::to_string(percent));
@@ -53,6 +52,7 @@ class EngineTest : public ::testing::Test {
 
     TestFolder folder;
     TestFolder out;
+    TestFolder temporary;  ///< for an archive
     std::string source = folder.Drive("movie.avi");
     std::string destination = out.Drive() + "\\";
     TestPlatform test;
