@@ -69,7 +69,7 @@ TEST_P(SplitModelTest, PartsAndEventsAreThoseOfSingleBlocks) {
     for (const auto& [size, partSize, count] :
          {Job(1, 1, 0), Job(1, 1457664, 0), Job(9, 0, 6), Job(10, 0, 4), Job(50, 4.8, 0),
           Job(99, 24.5, 0), Job(7000, 1023.5, 0), Job(3145728, 314572.8, 0), Job(5000, 10000000, 0),
-          Job(65536, 65536, 0), Job(102400, 1024, 0), Job(1048577, 0, 10), Job(1000000, 333333, 0),
+          Job(65536, 65536, 0), Job(102400, 10240, 0), Job(1048577, 0, 10), Job(1000000, 333333, 0),
           Job(1457664, 1457663, 0), Job(2000001, 1, 1), Job(12345, 77.25, 0), Job(4096, 511.9, 0),
           Job(999999, 0, 101)}) {
         SCOPED_TRACE(std::to_string(size) + " by " + std::to_string(partSize));
