@@ -17,6 +17,9 @@ TEST(FrmHelp, ShowsEveryEntryWhole) {
         EXPECT_FALSE(label->accessibleName().isEmpty());
     }
     EXPECT_EQ(shown, HelpPopupText());
+    for (const char* name : {"lblLabel1", "lblText1", "lblSyntax1"}) {
+        EXPECT_NE(popup.findChild<QLabel*>(name), nullptr) << name;
+    }
     EXPECT_EQ(CutOff(popup), Names());
     EXPECT_LE(popup.height(), 600);
 }

@@ -73,7 +73,8 @@ TEST(CommandLineParser, RefusesFaultySwitches) {
 TEST(CommandLineParser, TakesValues) {
     using Case = std::tuple<const char*, double, std::string, std::int32_t>;
     for (const auto& [line, partSize, criterion, count] :
-         {Case("/PS=1.440MB", 1457275, "Size", 0), Case("/PS=1.45MB", 1520435.2, "Size", 0),
+         {Case("/PS=1MB5MB", 15728640, "Size", 0), Case("/PS=1GB2GB", 12884901888, "Size", 0),
+          Case("/PS=1.440MB", 1457275, "Size", 0), Case("/PS=1.45MB", 1520435.2, "Size", 0),
           Case("/PS=0.0000005MB", 0.52, "Size", 0), Case("/PS=1.44GB", 1546188226.56, "Size", 0),
           Case("/PS=10XMB", 10485760, "Size", 0), Case("/PN=2.5", 0, "Parts", 2),
           Case("/PN=3/PS=1MB", 1048576, "Size", 3),
@@ -84,6 +85,22 @@ TEST(CommandLineParser, TakesValues) {
         EXPECT_EQ(job.count, count) << line;
     }
     EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
+}
+
+// A relative source is one of the folder in which the program was started.
+TEST(CommandLineParser, CompletesPaths) {
+    TestPlatform test;
+    FileSystem& fileSystem = *test.Shared().Platform().fileSystem;
+    const std::string start = fileSystem.CurrentFolder();
+    const std::string drive = start.substr(0, 2);
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [typed, full] :
+         {Case("a", start + "a"), Case("\\a", drive + "\\a"), Case(drive + "a", start + "a"),
+          Case("y:a", "y:\\a"), Case("Y:\\a", "Y:\\a"), Case("\\\\s\\a", "\\\\s\\a")}) {
+        std::vector<CommandLineSwitch> switches = {{"F", typed}};
+        EXPECT_TRUE(CheckPaths(typed, switches, fileSystem, test.Shared().Files()));
+        EXPECT_EQ(switches[0].value, full) << typed;
+    }
 }
 
 TEST_F(Shell, RefusesFaultyPaths) {
@@ -223,6 +240,8 @@ TEST_F(Shell, CutsTheArchiveOfACompressedRun) {
     shared.Parameters().CompressDestination(1);
     EXPECT_EQ(Start({Source(), "/PS=1MB", "/C", "/CL=9", "/D=" + folder.Drive("out")}).error, "");
     EXPECT_TRUE(fs::is_empty(temporary));
+    EXPECT_EQ(RunProgram("ZarnScript", {"--version"}).output, "ZarnScript v3.85 Pro\n");
+    EXPECT_NE(RunProgram("ZarnScript", {"--version", "x"}).status, 0);
     EXPECT_EQ(RunProgram("ZarnScript", {folder.System("OUT/DATA.zip_Part0.bat")}).status, 0);
     EXPECT_LT(folder.Read("OUT/DATA.zip").size(), 400000U);
     EXPECT_TRUE(RunProgram("/usr/bin/unzip", {"-p", folder.System("OUT/DATA.zip")}).output ==
@@ -287,6 +306,16 @@ TEST_F(Shell, HandsOverNothingButOneExistingFile) {
                "Critical Error\nApplication Critical Error                        \n"
                "6: Overflow\n")}) {
         EXPECT_EQ(Start(arguments).error, said);
+    }
+}
+
+TEST_F(Shell, StaysUntilItsWindowIsClosed) {
+    for (const char* argument : {"", "/H", "?"}) {
+        const ProgramResult result =
+            RunProgram("/usr/bin/timeout",
+                       {"1", std::string(ZARN_BINARY_FOLDER) + "/ZarnFileSplitter", argument},
+                       {{"QT_QPA_PLATFORM", "offscreen"}});
+        EXPECT_EQ(result.status, 124) << argument;
     }
 }
 
