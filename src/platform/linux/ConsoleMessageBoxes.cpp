@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include "platform/linux/ErrnoError.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxSignals.h"
 #include "runtime/Text.h"
@@ -69,12 +70,11 @@ BoxAnswer ConsoleMessageBoxes::Show(const BoxMessage& message) {
 
 void ConsoleMessageBoxes::Write(std::string_view text) const {
     while (!text.empty()) {
-        const ssize_t written = write(output_, text.data(), text.size());
-        if (written > 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (written == 0 || errno != EINTR) {
+        const ssize_t written = Repeated([&] { return write(output_, text.data(), text.size()); });
+        if (written <= 0) {
             return;
         }
+        text.remove_prefix(static_cast<std::size_t>(written));
     }
 }
 
@@ -111,8 +111,7 @@ bool ConsoleMessageBoxes::AwaitInput() const {
     const sigset_t ending = EndingSignals();
     const FileDescriptor held(signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK));
     std::array<pollfd, 2> sources = {{{input_, POLLIN, 0}, {held.Number(), POLLIN, 0}}};
-    while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
-    }
+    static_cast<void>(Repeated([&] { return poll(sources.data(), sources.size(), -1); }));
     return (sources[1].revents & POLLIN) == 0;
 }
 
@@ -122,11 +121,8 @@ std::optional<char> ConsoleMessageBoxes::ReadByte() const {
         return std::nullopt;
     }
     char byte = 0;
-    ssize_t count = 0;
-    do {
-        count = read(input_, &byte, 1);
-    } while (count < 0 && errno == EINTR);
-    return count == 1 ? std::optional(byte) : std::nullopt;
+    return Repeated([&] { return read(input_, &byte, 1); }) == 1 ? std::optional(byte)
+                                                                 : std::nullopt;
 }
 
 /// Without its line end. Nothing at the end of input.

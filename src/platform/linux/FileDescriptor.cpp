@@ -42,30 +42,21 @@ void FileDescriptor::Close() {
 }
 
 FileDescriptor OpenFile(const std::string& systemPath, int flags, unsigned mode) noexcept {
-    int number = -1;
-    do {
-        number = open(systemPath.c_str(), flags | O_CLOEXEC, mode);
-    } while (number < 0 && errno == EINTR);
-    return FileDescriptor(number);
+    return FileDescriptor(
+        Repeated([&] { return open(systemPath.c_str(), flags | O_CLOEXEC, mode); }));
 }
 
 FileDescriptor MakeUniqueFile(std::string& path) {
     constexpr std::string_view Places = "XXXXXX";
     const std::size_t length = path.size();
-    int number = -1;
-    do {
+    return FileDescriptor(Repeated([&] {
         path.replace(length, std::string::npos, Places);
-        number = mkostemp(path.data(), O_CLOEXEC);
-    } while (number < 0 && errno == EINTR);
-    return FileDescriptor(number);
+        return mkostemp(path.data(), O_CLOEXEC);
+    }));
 }
 
 bool FlushToMedium(const FileDescriptor& file) noexcept {
-    int result = -1;
-    do {
-        result = fsync(file.Number());
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+    return Repeated([&] { return fsync(file.Number()); }) == 0;
 }
 
 std::optional<FileIdentity> IdentityOf(const FileDescriptor& file) noexcept {
@@ -92,27 +83,22 @@ FileDescriptor OpenForReading(const std::string& systemPath) {
 }
 
 std::size_t ReadSome(const FileDescriptor& file, std::span<std::byte> buffer) {
-    while (true) {
-        const ssize_t count = read(file.Number(), buffer.data(), buffer.size());
-        if (count >= 0) {
-            return static_cast<std::size_t>(count);
-        }
-        if (errno != EINTR) {
-            RaiseErrno(errno);
-        }
+    const ssize_t count =
+        Repeated([&] { return read(file.Number(), buffer.data(), buffer.size()); });
+    if (count < 0) {
+        RaiseErrno(errno);
     }
+    return static_cast<std::size_t>(count);
 }
 
 void WriteAll(const FileDescriptor& file, std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = write(file.Number(), bytes.data(), bytes.size());
-        if (count > 0) {
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-        } else if (count == 0) {
-            RaiseErrno(ENOSPC);
-        } else if (errno != EINTR) {
-            RaiseErrno(errno);
+        const ssize_t count =
+            Repeated([&] { return write(file.Number(), bytes.data(), bytes.size()); });
+        if (count <= 0) {
+            RaiseErrno(count == 0 ? ENOSPC : errno);
         }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
 }
 

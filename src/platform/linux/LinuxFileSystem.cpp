@@ -226,11 +226,7 @@ void LinuxFileSystem::FlushVolume(std::string_view folder) {
     if (!opened.IsOpen()) {
         RaiseErrno(errno, ErrorNumber::PathNotFound);
     }
-    int result = -1;
-    do {
-        result = syncfs(opened.Number());
-    } while (result != 0 && errno == EINTR);
-    if (result != 0) {
+    if (Repeated([&] { return syncfs(opened.Number()); }) != 0) {
         RaiseErrno(errno);
     }
 }

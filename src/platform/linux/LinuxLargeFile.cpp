@@ -162,8 +162,10 @@ std::int64_t LinuxLargeFile::CopyInKernel(const LargeFileAccess& source, std::in
     std::int64_t moved = 0;
     while (kernelCopy_ != KernelCopy::Never && moved < count) {
         const auto wanted = static_cast<std::size_t>(std::min(count - moved, MostAtOnce));
-        const ssize_t copied =
-            copy_file_range(source.NativeHandle(), nullptr, file_.Number(), nullptr, wanted, 0);
+        const ssize_t copied = Repeated([&] {
+            return copy_file_range(source.NativeHandle(), nullptr, file_.Number(), nullptr, wanted,
+                                   0);
+        });
         if (copied == 0) {
             break;
         }
@@ -171,7 +173,7 @@ std::int64_t LinuxLargeFile::CopyInKernel(const LargeFileAccess& source, std::in
             moved += copied;
         } else if (MeansUseBuffer(errno)) {
             kernelCopy_ = KernelCopy::Never;
-        } else if (errno != EINTR) {
+        } else {
             RaiseErrno(errno);
         }
     }
@@ -214,10 +216,8 @@ FileIdentity LinuxLargeFile::Identity() const {
 }
 
 void LinuxLargeFile::Flush() {
-    while (fdatasync(file_.Number()) != 0) {
-        if (errno != EINTR) {
-            RaiseErrno(errno);
-        }
+    if (Repeated([&] { return fdatasync(file_.Number()); }) != 0) {
+        RaiseErrno(errno);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/ErrnoError.h"
 #include "platform/linux/SystemPaths.h"
 #include "runtime/RuntimeError.h"
 
@@ -115,10 +116,7 @@ std::int32_t LinuxProcesses::ExitCode(ProcessId process) {
         return known->second;
     }
     int status = 0;
-    pid_t ended = -1;
-    do {
-        ended = waitpid(process, &status, WNOHANG);
-    } while (ended < 0 && errno == EINTR);
+    const pid_t ended = Repeated([&] { return waitpid(process, &status, WNOHANG); });
     if (ended == 0) {
         return StillActive;
     }

@@ -5,19 +5,17 @@
 #include <sys/statvfs.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <limits>
 #include <memory>
 #include <utility>
 
+#include "platform/linux/ErrnoError.h"
 #include "platform/linux/SystemPaths.h"
 
 namespace zarn {
 
 namespace {
-
-constexpr const char* LabelFolder = "/dev/disk/by-label";
 
 // udev writes a character that a file name cannot hold, and the blank, as "\x20".
 std::string DecodeLabel(std::string_view text) {
@@ -36,14 +34,14 @@ std::string DecodeLabel(std::string_view text) {
 }
 
 // The label of the device that a file system lies on; empty if there is none.
-std::string LabelOf(const Mount& mount) {
+std::string LabelOf(const Mount& mount, const std::string& labels) {
     struct stat status = {};
     const dev_t device = DeviceOf(mount);
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(LabelFolder), closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(labels.c_str()), closedir);
     while (const dirent* entry = stream ? readdir(stream.get()) : nullptr) {
         const std::string_view name = &entry->d_name[0];
-        if (stat(JoinSystemPath(LabelFolder, name).c_str(), &status) == 0 &&
-            S_ISBLK(status.st_mode) && status.st_rdev == device) {
+        if (stat(JoinSystemPath(labels, name).c_str(), &status) == 0 && S_ISBLK(status.st_mode) &&
+            status.st_rdev == device) {
             return DecodeLabel(name);
         }
     }
@@ -56,11 +54,7 @@ std::optional<struct statvfs> FiguresOf(const std::optional<Drive>& drive) {
         return std::nullopt;
     }
     struct statvfs figures = {};
-    int result = -1;
-    do {
-        result = statvfs(drive->folder.c_str(), &figures);
-    } while (result != 0 && errno == EINTR);
-    if (result != 0) {
+    if (Repeated([&] { return statvfs(drive->folder.c_str(), &figures); }) != 0) {
         return std::nullopt;
     }
     figures.f_frsize = figures.f_frsize == 0 ? figures.f_bsize : figures.f_frsize;
@@ -74,7 +68,8 @@ std::int32_t Capped(std::uint64_t value) {
 
 }  // namespace
 
-LinuxVolumes::LinuxVolumes(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {
+LinuxVolumes::LinuxVolumes(std::shared_ptr<PathResolver> paths, std::string labels)
+    : paths_(std::move(paths)), labels_(std::move(labels)) {
 }
 
 DriveType LinuxVolumes::GetDriveType(std::string_view root) {
@@ -89,7 +84,7 @@ std::optional<VolumeInformation> LinuxVolumes::GetVolumeInformation(std::string_
     }
     const std::optional<Mount> mount = paths_->Drives().MountHolding(drive->folder);
     // Without a mount table the volume still answers, which an empty name would deny.
-    return mount ? VolumeInformation{LabelOf(*mount), mount->fileSystem}
+    return mount ? VolumeInformation{LabelOf(*mount, labels_), mount->fileSystem}
                  : VolumeInformation{{}, "unknown"};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "platform/Volumes.h"
 #include "platform/linux/PathResolver.h"
@@ -10,7 +11,9 @@ namespace zarn {
 /// The drive table, `statvfs` and the mount table.
 class LinuxVolumes : public Volumes {
   public:
-    explicit LinuxVolumes(std::shared_ptr<PathResolver> paths);
+    /// `labels` is the folder whose links, named by labels, lead to their devices.
+    explicit LinuxVolumes(std::shared_ptr<PathResolver> paths,
+                          std::string labels = "/dev/disk/by-label");
 
     [[nodiscard]] DriveType GetDriveType(std::string_view root) override;
     [[nodiscard]] std::optional<VolumeInformation> GetVolumeInformation(
@@ -22,6 +25,7 @@ class LinuxVolumes : public Volumes {
     [[nodiscard]] std::optional<Drive> DriveOfRoot(std::string_view root);
 
     std::shared_ptr<PathResolver> paths_;
+    std::string labels_;
 };
 
 }  // namespace zarn

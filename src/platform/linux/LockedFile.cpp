@@ -14,11 +14,8 @@ namespace zarn {
 namespace {
 
 bool IsLockedElsewhere(const FileDescriptor& file) {
-    int result = -1;
-    do {
-        result = flock(file.Number(), LOCK_EX | LOCK_NB);
-    } while (result != 0 && errno == EINTR);
-    return result != 0 && errno == EWOULDBLOCK;
+    return Repeated([&] { return flock(file.Number(), LOCK_EX | LOCK_NB); }) != 0 &&
+           errno == EWOULDBLOCK;
 }
 
 bool LeadsTo(const std::string& path, const FileDescriptor& file) {

@@ -14,6 +14,7 @@
 #include <span>
 #include <utility>
 
+#include "platform/linux/ErrnoError.h"
 #include "platform/linux/SystemPaths.h"
 #include "platform/linux/UserFolders.h"
 #include "runtime/RuntimeError.h"
@@ -113,11 +114,7 @@ FileDescriptor RegistryDisk::Lock() {
     }
     const std::string path = JoinSystemPath(folder_, "settings.lock");
     FileDescriptor lock = OpenUserFile(path, O_RDWR | O_CREAT | O_NOFOLLOW, OwnerOnly);
-    int result = -1;
-    do {
-        result = lock.IsOpen() ? flock(lock.Number(), LOCK_EX) : -1;
-    } while (result != 0 && errno == EINTR);
-    if (result != 0) {
+    if (!lock.IsOpen() || Repeated([&] { return flock(lock.Number(), LOCK_EX); }) != 0) {
         FailByErrno(path);
         lock = {};
     }
