@@ -56,34 +56,33 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     EXPECT_EQ(chmod(home.System("open").c_str(), 0755) + chmod(home.System("mine").c_str(), 0700),
               0);
     fs::create_symlink("mine", home.System("link"));
-    const auto make = [this](const std::string& config, const std::vector<std::string>& runtime) {
+    const auto make = [this](const std::string& config, const std::string& runtime) {
         UserFolders folders = {home.System(config), {}, {}};
-        for (const std::string& folder : runtime) {
+        for (const std::string& folder : Split(runtime, " ")) {
             folders.runtime.push_back(home.System(folder));
         }
         return std::make_unique<LinuxProcesses>(paths, folders);
     };
-    auto desktop = make("file/config", {"mine", "mine/../mine", "new"});
-    auto writable = make("config", {"mine"});
-    EXPECT_FALSE(writable->PreviousInstance());
-    EXPECT_FALSE(desktop->PreviousInstance());
-    for (const auto& runtime : {std::vector<std::string>{"mine"}, {"new"}, {"open", "new"}}) {
-        EXPECT_TRUE(make("file/config", runtime)->PreviousInstance());
+    auto desktop = make("file/config", "mine mine/../mine new");
+    auto writable = make("config", "mine");
+    EXPECT_FALSE(writable->PreviousInstance() || desktop->PreviousInstance());
+    for (const char* runtime : {"mine", "new", "open new"}) {
+        EXPECT_TRUE(make("file/config", runtime)->PreviousInstance()) << runtime;
     }
     // What is not the user's alone is no place for a lock, nor is another configuration's.
-    for (const auto& [config, folder] :
+    for (const auto& [config, runtime] :
          {std::pair("file/config", "open"), {"file/config", "link"}, {"file/other", "mine"}}) {
-        EXPECT_FALSE(make(config, {folder})->PreviousInstance()) << config << folder;
+        EXPECT_FALSE(make(config, runtime)->PreviousInstance()) << config << runtime;
     }
     // An instance that has its lock there is one for a start that could have another.
     writable.reset();
     const std::string lock = home.System("config/instance.lock");
     fs::remove(lock);
     EXPECT_EQ(mkfifo(lock.c_str(), 0600), 0);
-    auto without = make("config", {"mine"});
+    auto without = make("config", "mine");
     EXPECT_FALSE(without->PreviousInstance());
     fs::remove(lock);
-    EXPECT_TRUE(make("config", {"mine"})->PreviousInstance());
+    EXPECT_TRUE(make("config", "mine")->PreviousInstance());
 }
 
 TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithItsErrorsKept) {
@@ -118,11 +117,10 @@ TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {
     EXPECT_EQ(CodeAtEnd(processes, process), 128 + SIGKILL);
     EXPECT_EQ(processes.ExitCode(getpid()), -1);
     LinuxProcesses without = Make(home.System("nothing"));
-    const auto start = [](LinuxProcesses& with, const std::string& script) {
-        return ErrorOf([&] { return with.StartHidden(script, {}); });
-    };
-    EXPECT_EQ(start(processes, home.Drive("no\\such.bat")), ErrorNumber::FileNotFound);
-    EXPECT_EQ(start(without, home.Drive("interpreter")), ErrorNumber::FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { (void)processes.StartHidden(home.Drive("no\\such.bat"), {}); }),
+              ErrorNumber::FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { (void)without.StartHidden(home.Drive("interpreter"), {}); }),
+              ErrorNumber::FileNotFound);
 }
 
 TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
@@ -142,25 +140,23 @@ TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    const auto compare = [](const char* variable, const char* config, const char* runtime) {
+    const auto compare = [](const char* variable, const std::string& expected) {
         unsetenv("XDG_CACHE_HOME");
         setenv("HOME", "/home/me/", 1);
         setenv("XDG_CONFIG_HOME", variable, 1);
         setenv("XDG_RUNTIME_DIR", variable, 1);
-        const UserFolders found = UserFoldersFromEnvironment();
-        const bool hasOwn = *runtime != '\0';
-        _exit(found.configuration == config && found.runtime.size() == (hasOwn ? 3 : 2) &&
-                      (!hasOwn || found.runtime.front() == runtime) &&
-                      found.cache == "/home/me/.cache/ZarnFileSplitter"
-                  ? 0
-                  : 1);
+        const auto [configuration, cache, runtime] = UserFoldersFromEnvironment();
+        const std::string found = configuration + " " + cache + " " + runtime.front();
+        std::_Exit(found == expected && runtime.size() == (*variable == '/' ? 3 : 2) ? 0 : 1);
     };
-    const char* standard = "/home/me/.config/ZarnFileSplitter";
-    using Case = std::tuple<const char*, const char*, const char*>;
-    for (const auto& [variable, config, runtime] :
-         {Case("/x/y//", "/x/y/ZarnFileSplitter", "/x/y"), Case("", standard, ""),
-          Case("x/y", standard, "")}) {
-        EXPECT_EXIT(compare(variable, config, runtime), ::testing::ExitedWithCode(0), "");
+    const std::string cache = "/home/me/.cache/ZarnFileSplitter";
+    const std::string standard =
+        "/home/me/.config/ZarnFileSplitter " + cache + " /run/user/" + std::to_string(geteuid());
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [variable, expected] :
+         {Case("/x/y//", "/x/y/ZarnFileSplitter " + cache + " /x/y"), Case("", standard),
+          Case("x/y", standard)}) {
+        EXPECT_EXIT(compare(variable, expected), ::testing::ExitedWithCode(0), "") << variable;
     }
 }
 

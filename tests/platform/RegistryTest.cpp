@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <random>
 #include <thread>
 
 #include "platform/linux/RegistryFile.h"
@@ -49,39 +48,34 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
           Case("blank", Text("")), Case("signs", Text(R"( \" ] = ; )")),
           Case(R"(Odd\"Name)", Text("caf\u00E9 ")),
           Case("", Text(std::string_view("A\n\0\x7F", 4))),
-          Case("\u00C9T\u00C9", Number(INT32_MIN)),
-          Case("bytes", Text("\xFF"
-                             "A"))}) {
+          Case("\u00C9T\u00C9", Number(INT32_MIN)), Case("bytes", Text("\xFFZ"))}) {
         deep.SetValue(User, General, name, Number(1));
         EXPECT_EQ(deep.SetValue(User, UpperCase(General), UpperCase(name), value), Success);
         const RegistryValue back = deep.QueryValue(User, General, UpperCase(name)).value();
         EXPECT_TRUE(back.text == value.text && back.number == value.number) << name;
     }
-    EXPECT_EQ(home.Read("a/config/settings.reg"),
-              "; Zarn File Splitter settings\n"
-              "\n"
-              "[HKEY_CURRENT_USER\\Software]\n"
-              "\n" +
-                  keyLine +
-                  "\n"
-                  "[HKEY_CURRENT_USER\\Software\\Zarn\\General]\n"
-                  "@=hex(1):41,0a,00,7f\n"
-                  "\"Below\"=dword:ffffffff\n"
-                  "\"blank\"=\"\"\n"
-                  "\"bytes\"=hex(1):ff,41\n"
-                  "\"Count\"=dword:0000002a\n"
-                  "\"Folder\"=\"C:\\\\a \\\"b\\\"\"\n"
-                  "\"Odd\\\\\\\"Name\"=\"caf\u00E9 \"\n"
-                  "\"signs\"=\" \\\\\\\" ] = ; \"\n"
-                  "\"\u00C9T\u00C9\"=dword:80000000\n");
+    EXPECT_EQ(home.Read("a/config/settings.reg"), R"(; Zarn File Splitter settings
+
+[HKEY_CURRENT_USER\Software]
+
+[HKEY_CURRENT_USER\Software\Zarn]
+
+[HKEY_CURRENT_USER\Software\Zarn\General]
+@=hex(1):41,0a,00,7f
+"Below"=dword:ffffffff
+"blank"=""
+"bytes"=hex(1):ff,5a
+"Count"=dword:0000002a
+"Folder"="C:\\a \"b\""
+"Odd\\\"Name"="café "
+"signs"=" \\\" ] = ; "
+"ÉTÉ"=dword:80000000
+)");
     chmod(home.System("a/config/settings.reg").c_str(), 0644);
     EXPECT_TRUE(RegistryFile(home.System("a/config")).KeyExists(User, Key));
-    for (const auto& [name, mode] :
-         {std::pair("a", 0700U), std::pair("a/config", 0700U),
-          std::pair("a/config/settings.reg", 0600U), std::pair("a/config/settings.lock", 0600U)}) {
-        struct stat status {};
-        EXPECT_EQ(stat(home.System(name).c_str(), &status), 0) << name;
-        EXPECT_EQ(status.st_mode & 0777U, mode) << name;
+    for (const char* name : {"a", "a/config", "a/config/settings.reg", "a/config/settings.lock"}) {
+        const fs::perms rights = fs::status(home.System(name)).permissions();
+        EXPECT_EQ(rights, fs::is_directory(home.System(name)) ? fs::perms(0700) : fs::perms(0600));
     }
 }
 
@@ -100,7 +94,7 @@ TEST_F(RegistryTest, KeysComeAndGo) {
     EXPECT_FALSE(store.QueryValue(User, Key, "a"));
     EXPECT_EQ(store.DeleteKey(User, Key), Success);
     EXPECT_TRUE(store.KeyExists(User, "Software"));
-    for (const std::string_view path : {"", "\\", "a\\", "\\a", "a\\\\b", "a\nb"}) {
+    for (const std::string_view path : {"", "\\a", "a\\", "a\\\\b", "a\nb"}) {
         EXPECT_EQ(store.CreateKey(User, path), Failed) << path;
     }
     EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), Failed);
@@ -140,25 +134,18 @@ TEST_F(RegistryTest, WhatPeopleAndRegistryEditorsWriteIsTaken) {
     EXPECT_EQ(home.Read("settings.reg"),
               "; Zarn File Splitter settings\n\n[HKEY_CURRENT_USER\\SOFTWARE]\n\n" +
                   In("@=hex:\n\"A\"=\"2\"\n\"n\"=dword:00000001\n\"o\"=hex(2):63,6A\n"));
-    EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+    EXPECT_EQ(home.Names(), (Names{"settings.lock", "settings.reg"}));
 }
 
 TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWriteAndToldOnce) {
     const std::string good = In("\"a\"=\"b\"\n");
-    std::string deep = "[HKEY_CURRENT_USER";
+    std::string deep = keyLine;
     for (int level = 0; level < 300'000; ++level) {
-        deep += "\\a";
+        deep.insert(deep.size() - 2, "\\a");
     }
-    std::vector<std::string> damaged = {"\"a\"=\"b\"\n", deep + "]\n", "\xFF\xFE[",
-                                        std::string("\xFF\xFE\x3D\xD8[\0", 6),
-                                        "[HKEY_LOCAL_MACHINE\\Software\\Zarn]\n"};
-    for (const char* line :
-         {"rubbish", R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:)",
-          R"("c"=dword:-000002a)", R"("c"=dword:0000002a0)", R"("c"=hex(1):4,41)", "REGEDIT4",
-          R"("c"=hex(1):41,)", R"("c"=hex():41)", R"("c"=1)", R"([HKEY_CURRENT_USER\A)",
-          R"([HKEY_CURRENT_USER\A\\B])", "\"c\xC3\x80\"=\x1F\"\""}) {
-        damaged.push_back(good + line + "\r\n; end");
-    }
+    const std::vector<std::string> damaged = {deep, "\"a\"=\"b\"\n",
+                                              std::string("\xFF\xFE\x3D\xD8[\0", 6), "\xFF\xFE[",
+                                              good + "rubbish"};
     for (std::size_t count = 1; count <= damaged.size(); ++count) {
         const std::string& text = damaged[count - 1];
         home.Write("settings.reg", text);
@@ -174,6 +161,18 @@ TEST_F(RegistryTest, ADamagedFileIsKeptAsideAtTheNextWriteAndToldOnce) {
                                           " is wrong.\rIt is kept as\r" + home.System(name) +
                                           "\rAll settings have their defaults now.");
         EXPECT_EQ(store.TakeNotice(), "");
+    }
+}
+
+TEST(RegistryText, OneBadLineSpoilsTheFile) {
+    for (const char* line :
+         {R"("c"="d)", R"("c"="d"e)", R"("c"="\d")", R"("c)", R"("c"=dword:)", "REGEDIT4",
+          R"("c"=dword:-000002a)", R"("c"=dword:0000002a0)", R"("c"=hex(1):4,41)", R"("c"=1)",
+          R"("c"=hex(1):41,)", R"("c"=hex():41)", R"([HKEY_CURRENT_USER\A)",
+          R"([HKEY_CURRENT_USER\A\\B])", "[HKEY_LOCAL_MACHINE\\A]", "\"c\xC3\x80\"=\x1F\"\""}) {
+        std::size_t badLine = 0;
+        EXPECT_FALSE(ParseRegistry(In(line) + std::string("\r\n; end"), &badLine)) << line;
+        EXPECT_EQ(badLine, 2U) << line;
     }
 }
 
@@ -213,17 +212,12 @@ TEST_F(RegistryTest, WhatCannotBeWrittenHoldsAllTheSameAndIsToldOnce) {
 
 TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesBack) {
     const std::string file = home.System("settings.reg");
-    const auto make = [&](int kind) {
-        if (kind == 0) {
-            fs::create_directory(file);
-        } else if (kind == 1) {
-            mkfifo(file.c_str(), 0600);
-        } else {
-            fs::create_symlink(kind == 2 ? "/dev/zero" : "settings.reg", file);
-        }
-    };
-    for (int kind = 0; kind < 4; ++kind) {
-        make(kind);
+    const std::string lock = home.System("settings.lock");
+    for (const std::function<void()>& make : std::vector<std::function<void()>>{
+             [&] { fs::create_directory(file); }, [&] { mkfifo(file.c_str(), 0600); },
+             [&] { fs::create_symlink("/dev/zero", file); },
+             [&] { fs::create_symlink("settings.reg", file); }}) {
+        make();
         RegistryFile other(home.System());
         const std::string said = SaidBy([&] {
             EXPECT_FALSE(other.QueryValue(User, Key, "a"));
@@ -231,15 +225,15 @@ TEST_F(RegistryTest, WhatIsNoFileIsRefusedAtOnceAndADefaultDoesNotHideWhatComesB
             EXPECT_EQ(other.SetValue(User, Key, "own", Text("b")), Failed);
         });
         EXPECT_TRUE(Contains(said, "cannot read its settings (" + file + ": ")) << said;
-        EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+        EXPECT_EQ(home.Names(), (Names{"settings.lock", "settings.reg"}));
         fs::remove(file);
         home.Write("settings.reg", In(R"("a"="true")"));
         EXPECT_EQ(TextOf(other, "a") + TextOf(other, "own"), "trueb");
         fs::remove(file);
-        fs::remove(home.System("settings.lock"));
-        EXPECT_EQ(mkfifo(home.System("settings.lock").c_str(), 0600), 0);
+        fs::remove(lock);
+        EXPECT_EQ(mkfifo(lock.c_str(), 0600), 0);
         SaidBy([&] { EXPECT_EQ(other.SetValue(User, Key, "a", Text("c")), Failed); });
-        fs::remove(home.System("settings.lock"));
+        fs::remove(lock);
     }
 }
 
@@ -260,24 +254,20 @@ TEST_F(RegistryTest, LinksStayAndTheirTargetIsWrittenAndKeptAside) {
 TEST_F(RegistryTest, AKilledProcessLeavesTheOldOrTheNewStore) {
     const std::string filler(30000, 'x');
     store.SetValue(User, Key, "filler", Text(filler));
-    std::mt19937 random(static_cast<unsigned>(::testing::UnitTest::GetInstance()->random_seed()));
     for (int round = 0; round < 30; ++round) {
         const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            for (std::int32_t step = 1; step <= 10000; ++step) {
-                store.SetValue(User, Key, "step", Number(step));
-            }
-            _exit(0);
+        for (std::int32_t step = 1; child == 0; ++step) {
+            store.SetValue(User, Key, "step", Number(step));
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
+        ASSERT_GT(child, 0);
+        std::this_thread::sleep_for(std::chrono::milliseconds(round));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
         ASSERT_TRUE(ParseRegistry(home.Read("settings.reg")));
         ASSERT_EQ(TextOf(store, "filler"), filler);
     }
     store.SetValue(User, Key, "step", Number(-1));
-    EXPECT_EQ(home.Names(), (std::vector<std::string>{"settings.lock", "settings.reg"}));
+    EXPECT_EQ(home.Names(), (Names{"settings.lock", "settings.reg"}));
 }
 
 TEST_F(RegistryTest, ProcessesThatWriteAtOnceLoseNothing) {
