@@ -167,6 +167,7 @@ TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
     store.SaveRegistryValue(User, R"(A\B)", "x", "text");
     store.DeleteRegistryValue(User, R"(A\B)", "x");
     EXPECT_EQ(store.ReadRegistryValue(User, R"(A\B)", "x"), StoredValue(std::string()));
+    EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);
     EXPECT_TRUE(store.DeleteRegistryKey(User, "A", "B"));
     EXPECT_FALSE(store.RegistryKeyExists(User, R"(A\B)"));
     EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);

@@ -199,6 +199,8 @@ TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
         Field(field).setFocus(reason);
         EXPECT_EQ(Field(field).hasSelectedText(), selects);
     }
+    QTest::keyClick(&Field("txtPassword"), Qt::Key_S);
+    EXPECT_NE(Text("txtPassword"), "secret");
 }
 
 TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
@@ -247,7 +249,8 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
           Case(" ", {}, R"( , C:\ 8)", "SYSTEM, SYSTEM 5, return, summary"),
           Case(R"(HERE\no)", no, R"(SYSTEM, C:\ 8, asked)",
                "SYSTEM, SYSTEM 5, asked, return, summary"),
-          Case(made, yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
+          Case(made, yes, R"(HERE\new\deep, HERE\new\deep 8, asked)",
+               R"(HERE\new\deep, HERE\new\deep 5, asked)"),
           Case(R"(B:\x)", yes, R"(SYSTEM, C:\ 8, asked)", R"(SYSTEM, C:\ 5, asked)"),
           Case(R"(HERE\plain\x)", yes, R"(SYSTEM, C:\ 8, asked)", R"(SYSTEM, C:\ 5, asked)")}) {
         for (const bool byEnter : {true, false}) {

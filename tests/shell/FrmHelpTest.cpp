@@ -17,7 +17,7 @@ TEST(FrmHelp, ShowsEveryEntryWhole) {
         EXPECT_FALSE(label->accessibleName().isEmpty());
     }
     EXPECT_EQ(shown, HelpPopupText());
-    for (const char* name : {"lblLabel1", "lblText1", "lblSyntax1"}) {
+    for (const char* name : {"lblLabel1", "lblText1", "lblSyntax1", "lblText11"}) {
         EXPECT_NE(popup.findChild<QLabel*>(name), nullptr) << name;
     }
     EXPECT_EQ(CutOff(popup), Names());

@@ -96,7 +96,7 @@ TEST(CommandLineParser, CompletesPaths) {
     using Case = std::pair<std::string, std::string>;
     for (const auto& [typed, full] :
          {Case("a", start + "a"), Case("\\a", drive + "\\a"), Case(drive + "a", start + "a"),
-          Case("y:a", "y:\\a"), Case("Y:\\a", "Y:\\a"), Case("\\\\s\\a", "\\\\s\\a")}) {
+          Case("y:a", "y:\\a"), Case("Y:\\a", "Y:\\a"), Case(R"(\\s\a)", R"(\\s\a)")}) {
         std::vector<CommandLineSwitch> switches = {{"F", typed}};
         EXPECT_TRUE(CheckPaths(typed, switches, fileSystem, test.Shared().Files()));
         EXPECT_EQ(switches[0].value, full) << typed;
