@@ -22,6 +22,7 @@ TEST(FrmHelp, ShowsEveryEntryWhole) {
     }
     EXPECT_EQ(CutOff(popup), Names());
     EXPECT_LE(popup.height(), 600);
+    EXPECT_EQ(popup.minimumSize(), popup.maximumSize());
 }
 
 TEST(FrmHelp, ItsButtonEndsTheProgramUnlessThatOpenedIt) {
