@@ -51,7 +51,7 @@ TEST_F(JoinScripts, RunsTheScriptThatTheSplitterWrites) {
 
 TEST_F(JoinScripts, KnowsTheFormsOfItsLines) {
     folder.Write("100%PATH% \"a\" b_Part", "unnumbered");
-    folder.Write("e_Part007", "");
+    folder.Write("e_Part007", "x");
     // The file that is built, its bytes, and a script with ? for its name.
     using Case = std::tuple<std::string, const char*, std::string>;
     for (const auto& [built, bytes, script] :
@@ -65,7 +65,7 @@ TEST_F(JoinScripts, KnowsTheFormsOfItsLines) {
           Case("100%PATH% \"a\" b", "unnumbered",
                "Copy \"?_Part\" Zarn.TMP\nIF EXIST \"?\"\tDel \"?\"\n"
                "Ren Zarn.TMP \"?\"\nDel \"?_Part*\"\n"),
-          Case("e", "", "Rem |  Parts Count ..: 1\nCopy ?_Part007 Zarn.TMP\nRen Zarn.TMP \"?\"\n"),
+          Case("e", "x", "Rem |  Parts Count ..: 1\nCopy ?_Part007 Zarn.TMP\nRen Zarn.TMP \"?\"\n"),
           Case("Movie.avi", "one two ",
                "Rem |  Parts Count ..: 3\nCopy ?_Part1 Zarn.TMP\n"
                "if exist movie.avi_PART2 copy /b /y Zarn.TMP + ?_Part2 Zarn.TMP\n"
