@@ -163,7 +163,7 @@ TEST(QtMessageQueue, WaitsWhileEventsRun) {
     const auto before = std::chrono::steady_clock::now();
     QtMessageQueue().Wait(std::chrono::milliseconds(30));
     EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(29));
-    EXPECT_GT(ticks, 1);
+    EXPECT_GT(ticks, 0);
 }
 
 // A box answers No and leaves the error to whoever runs the loop around it. The others raise it,

@@ -129,8 +129,10 @@ TEST_F(ComboFieldTest, TypedTextSelectsNoRowEvenWhereItEqualsOne) {
     Expect({
         {"typed", [this] { Type("100"); }, "100 -1 KCCC"},
         {"entered", [this] { Press(Qt::Key_Return); }, "100 -1 "},
-        {"left and entered again", [this] { other_.setFocus(), field_.setFocus(); }, "100 -1 F"},
-        {"typed before the list opens", [this] { Type("9"), OpenAndCloseList(); }, "9 -1 C"},
+        {"left", [this] { other_.setFocus(); }, "100 -1 "},
+        {"reached again", [this] { field_.setFocus(); }, "100 -1 F"},
+        {"typed", [this] { Type("9"); }, "9 -1 C"},
+        {"its list", [this] { OpenAndCloseList(); }, "9 -1 "},
         {"picked", [this] { field_.SelectRow(1); }, "650 1 K"},
         {"typed by a screen reader", [this] { field_.lineEdit()->setText("7"); }, "7 -1 C"},
         {"picked again", [this] { field_.SelectRow(0); }, "100 0 K"},
@@ -181,6 +183,11 @@ TEST_F(UpDownTest, ValueStaysWithinTheRange) {
     }
     arrows.Step(1);
     EXPECT_EQ(arrows.Value(), INT32_MAX);
+    arrows.Max(5);
+    EXPECT_EQ(arrows.Value(), 5);
+    arrows.Max(9);
+    arrows.Min(7);
+    EXPECT_EQ(arrows.Value(), 7);
 }
 
 TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
@@ -203,9 +210,10 @@ TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
 }
 
 TEST_F(UpDownTest, HeldArrowRepeatsUntilItIsLetGo) {
-    const auto letGo = [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); };
-    const auto disable = [this] { arrows.setEnabled(false); };
-    for (const auto& end : {std::function<void()>(letGo), std::function<void()>(disable)}) {
+    using Act = std::function<void()>;
+    for (const auto& end :
+         {Act([this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); }),
+          Act([this] { arrows.hide(); }), Act([this] { arrows.setEnabled(false); })}) {
         arrows.Value(0);
         arrows.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&arrows));

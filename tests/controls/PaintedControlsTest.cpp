@@ -136,6 +136,8 @@ TEST_F(ButtonWindow, EveryStateLooksDifferent) {
     std::vector<QImage> pictures;
     for (const auto& [name, enter] :
          {State("focused", [] {}), State("normal", [&] { middle_.clearFocus(); }),
+          State("with another text", [&] { middle_.Caption("Open"); }),
+          State("with another face", [&] { middle_.BackColor(Red); }),
           State("hovered", [&] { middle_.setAttribute(Qt::WA_UnderMouse); }),
           State("pressed", [&] { middle_.setDown(true); }),
           State("disabled", [&] { middle_.setEnabled(false); })}) {
