@@ -142,6 +142,7 @@ TEST_F(FormsFit, EveryDialog) {
         }
         ExpectNamesAndKeys(viewer);
         const QTextDocument& lines = *viewer.findChild<QTextEdit*>("RTB")->document();
+        EXPECT_EQ(viewer.findChild<QTextEdit*>("RTB")->font().families().front(), "Verdana");
         EXPECT_EQ(lines.findBlockByNumber(1).layout()->lineCount(), 1);
         const auto& tip = *tips.findChild<QLabel*>("lblTip");
         std::set<QString> seen;
@@ -150,6 +151,11 @@ TEST_F(FormsFit, EveryDialog) {
             tips.findChild<QAbstractButton*>("CmdNextTip")->click();
         }
         EXPECT_GE(seen.size(), 12U);
+        for (QDialog* form : std::initializer_list<QDialog*>{&about, &tips}) {
+            EXPECT_EQ(form->size(), form->sizeHint());
+            form->findChild<QAbstractButton*>("CmdClose")->click();
+            EXPECT_FALSE(form->isVisible());
+        }
     });
 }
 

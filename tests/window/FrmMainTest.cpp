@@ -1,5 +1,7 @@
+#include <QAccessible>
 #include <QAction>
 #include <QDialog>
+#include <QGroupBox>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -8,6 +10,7 @@
 #include "support/Soon.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/SplitPageFixture.h"
+#include "window/BarButtons.h"
 #include "window/FrmContents.h"
 #include "window/FrmMain.h"
 #include "window/FrmMainFixture.h"
@@ -44,43 +47,53 @@ class FrmMainTest : public FrmMainFixture {
     }
 };
 
-TEST_F(FrmMainTest, LaysItselfOutForTheSideBar) {
-    for (const auto& [setting, width, band, label, picture, panel] :
-         {std::tuple(1, 601, 214, 280, 227, 217), {0, 439, 0, 63, 10, 3}, {2, 439, 0, 63, 10, 3}}) {
+TEST_F(FrmMainTest, LaysItselfOutForTheSideBarWhoseEntryStartsUnset) {
+    for (const int setting : {1, 0, 2}) {
         Settings().ViewSideBar(setting);
-        const FrmMain& window = Open();
-        const QSize room = window.screen()->size() - QSize(width, 413);
-        EXPECT_EQ(window.minimumSize(), QSize(width, 413));
-        EXPECT_EQ(window.maximumSize(), QSize(width, 413));
-        EXPECT_EQ(window.pos(), QPoint(room.width() / 2, room.height() / 2 - 5));
-        EXPECT_EQ(Bar().isVisible(), setting == 1);
-        for (const auto& [control, x] : {std::pair("Label5", band),
-                                         {"MenuLabel", label},
-                                         {"MenuLabelDesc", label},
-                                         {"ImageToolbar", picture},
-                                         {"Panel1", panel},
-                                         {"Panel4", panel}}) {
-            EXPECT_EQ(Widget(control).x(), x) << control;
+        Open();
+        for (const int step : {0, 1, 2}) {
+            EXPECT_EQ(Entry("mnuViewSideMenu").isChecked(), step == 1);
+            EXPECT_EQ(Settings().ViewSideBar(), step == 0 ? setting : step == 1 ? 1 : 0);
+            const bool hasBar = Settings().ViewSideBar() == 1;
+            const int width = hasBar ? 601 : 439;
+            const QSize room = Page().screen()->size() - QSize(width, 413);
+            EXPECT_EQ(Page().minimumSize(), QSize(width, 413));
+            EXPECT_EQ(Page().maximumSize(), QSize(width, 413));
+            EXPECT_EQ(Page().pos(), QPoint(room.width() / 2, room.height() / 2 - 5));
+            std::string places;
+            for (const char* name : {"Label5", "MenuLabel", "MenuLabelDesc", "ImageToolbar"}) {
+                places += std::to_string(Widget(name).x()) + " ";
+            }
+            EXPECT_EQ(places, hasBar ? "214 280 280 227 " : "0 63 63 10 ");
+            const QRect status = Widget("sTBar").geometry();
+            EXPECT_EQ(status,
+                      QRect(QPoint(0, status.y()), Widget("centralwidget").rect().bottomRight()));
+            EXPECT_EQ(Widget("HelpContainer").geometry().right(), width - 9);
+            EXPECT_EQ(Bar().isVisible(), hasBar);
+            EXPECT_EQ(Bar().geometry(), QRect(0, 0, 214, status.y()));
+            for (const char* panel : {"Panel1", "Panel2", "Panel4"}) {
+                const QPoint place(hasBar ? 217 : 3, 55);
+                EXPECT_EQ(Widget(panel).geometry(),
+                          QRect(place, QPoint(width - 1, status.y() - 1)));
+            }
+            Entry("mnuViewSideMenu").trigger();
         }
-        EXPECT_EQ(Widget("Panel2").geometry(), Widget("Panel1").geometry());
-        EXPECT_EQ(Widget("Panel2").y(), 55);
     }
 }
 
 TEST_F(FrmMainTest, SwitchesPagesAndKeepsTheHelpContextOfUnknownKeys) {
-    for (const auto& [key, shown, label, description, context] :
-         {std::tuple("JOIN", "Panel2", "Join Files", "Select a Zarn Join file as input", 10009),
-          {"nonsense", "Panel1", "Split Files", "Select input file, destination folder", 10009},
-          {"SETTINGS", "Panel4", "Preferences", "Here you can customize", 10017},
-          {"SPLIT", "Panel1", "Split Files", "Select input file, destination folder", 10008}}) {
-        SCOPED_TRACE(key);
+    for (const auto& [key, shown, heading, context] :
+         {std::tuple("JOIN", "Panel2", "Join Files: Select a Zarn Join file", 10009),
+          {"nonsense", "Panel1", "Split Files: Select input file", 10009},
+          {"SETTINGS", "Panel4", "Preferences: Here you can customize", 10017},
+          {"SPLIT", "Panel1", "Split Files: Select input file", 10008}}) {
         Page().SetStatusText("Busy");
         Page().ShowPage(key);
         for (const char* panel : {"Panel1", "Panel2", "Panel4"}) {
-            EXPECT_EQ(IsShown(panel), panel == std::string(shown)) << panel;
+            EXPECT_EQ(IsShown(panel), panel == std::string(shown)) << key << " " << panel;
         }
-        EXPECT_EQ(LabelText("MenuLabel"), label);
-        EXPECT_TRUE(LabelText("MenuLabelDesc").starts_with(description));
+        const std::string text = LabelText("MenuLabel") + ": " + LabelText("MenuLabelDesc");
+        EXPECT_TRUE(text.starts_with(heading)) << text;
         EXPECT_EQ(Widget("PicHelp").property("HelpContextID").toInt(), context);
         EXPECT_FALSE(Find<QLabel>("ImageToolbar").pixmap().isNull());
         EXPECT_EQ(LabelText("sTBar"), "Ready ");
@@ -104,20 +117,6 @@ TEST_F(FrmMainTest, TheMenuLeadsToPagesAndWindows) {
     EXPECT_FALSE(Page().isVisible());
 }
 
-TEST_F(FrmMainTest, SideMenuEntryStoresItsCheckMarkWhichStartsUnset) {
-    for (const int setting : {1, 0}) {
-        Settings().ViewSideBar(setting);
-        Open();
-        EXPECT_FALSE(Entry("mnuViewSideMenu").isChecked());
-        for (const bool shown : {true, false}) {
-            Entry("mnuViewSideMenu").trigger();
-            EXPECT_EQ(Settings().ViewSideBar(), shown ? 1 : 0);
-            EXPECT_EQ(Bar().isVisible(), shown);
-            EXPECT_EQ(Page().width(), shown ? 601 : 439);
-        }
-    }
-}
-
 TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
     EXPECT_TRUE(Bar().isAncestorOf(&Widget("FrameMonitor")));
     EXPECT_FALSE(Widget("Item_TIPS").visibleRegion().isEmpty());
@@ -134,35 +133,65 @@ TEST_F(FrmMainTest, SideBarLeadsToThePagesAndHostsTheMonitor) {
     EXPECT_FALSE(Help().isVisible());
     Click("Item_CONTENTS");
     EXPECT_TRUE(Help().isVisible() && IsShown("Panel2"));
-    EXPECT_EQ(Widget("Item_CONTENTS").accessibleName(), "Help & Tutorials");
-    EXPECT_EQ(Widget("Item_SUPPORT").accessibleName(), "Support Center");
-    EXPECT_EQ(Widget("Bar_MAIN").accessibleName(), "Main Functions");
+    Names names;
+    for (const auto* button : Bar().findChildren<BarButton*>()) {
+        names.push_back(FromQt(button->accessibleName()));
+    }
+    EXPECT_EQ(names, (Names{"Main Functions", "Split", "Join", "Preferences", "Performance Monitor",
+                            "Help and Support", "Help & Tutorials", "Support Center", "About ...",
+                            "Tips"}));
 }
 
 TEST_F(FrmMainTest, ATitleOfTheSideBarClosesItsBarAndOpensItAgain) {
-    const auto expect = [this](const char* after, int state) {
-        EXPECT_EQ(Bar().State("MAIN"), state) << after;
-        EXPECT_EQ(IsShown("Item_SPLIT"), state == 1) << after;
-        EXPECT_TRUE(Bar().State("SYS") == 1 && IsShown("FrameMonitor")) << after;
-    };
     Open();
-    expect("the start", 1);
-    Click("Bar_MAIN");
-    expect("the mouse", 0);
-    QTest::keyClick(&Widget("Bar_MAIN"), Qt::Key_Enter);
-    expect("enter", 1);
-    QTest::keyClick(&Widget("Bar_MAIN"), Qt::Key_Space);
-    expect("space", 0);
-    Bar().State("MAIN", 1);
-    expect("code", 1);
-    Bar().State("MAIN", 2);
-    expect("other code", 0);
+    auto& title = *QAccessible::queryAccessibleInterface(&Widget("Bar_MAIN"));
+    const auto press = [this](Qt::Key key) { QTest::keyClick(&Widget("Bar_MAIN"), key); };
+    for (const auto& [act, state] :
+         {std::pair(std::function([] {}), 1),
+          {[this] { Click("Bar_MAIN"); }, 0},
+          {[&] { press(Qt::Key_Enter); }, 1},
+          {[&] { press(Qt::Key_Space); }, 0},
+          {[this] { Bar().State("MAIN", 1); }, 1},
+          {[this] { Bar().State("MAIN", 2); }, 0},
+          {[&] { title.actionInterface()->doAction(title.actionInterface()->pressAction()); }, 1},
+          {[&] { title.actionInterface()->doAction(title.actionInterface()->setFocusAction()); },
+           1}}) {
+        act();
+        EXPECT_EQ(Bar().State("MAIN"), state);
+        EXPECT_EQ(IsShown("Item_SPLIT"), state == 1);
+        EXPECT_TRUE(Bar().State("SYS") == 1 && IsShown("FrameMonitor"));
+        EXPECT_EQ(title.state().expanded, static_cast<unsigned>(state));
+        EXPECT_EQ(title.state().collapsed + title.state().expanded, title.state().expandable);
+    }
+    EXPECT_TRUE(Widget("Bar_MAIN").hasFocus());
     // What has no room is reached by scrolling.
     const QScrollBar& scroll = *Bar().verticalScrollBar();
     Widget("FrameMonitor").setMinimumHeight(400);
     EXPECT_TRUE(QTest::qWaitFor([&] { return scroll.maximum() > 0; }));
     Bar().State("SYS", 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return scroll.maximum() == 0; }));
+}
+
+TEST_F(FrmMainTest, SideBarShowsWhereMouseAndKeyboardAre) {
+    Open();
+    for (const char* name : {"Bar_SYS", "Item_JOIN"}) {
+        auto& button = Button(name);
+        std::vector<QImage> looks;
+        for (const auto& act :
+             {std::function([] {}),
+              {[&] { button.setFocus(); }},
+              {[&] { button.setAttribute(Qt::WA_UnderMouse); }},
+              {[&] { button.setText(""); }},
+              {[&] { button.isCheckable() ? button.toggle() : button.setDown(true); }},
+              {[&] { button.isCheckable() ? button.clearFocus() : button.setEnabled(false); }},
+              {[&] { button.isCheckable() ? button.toggle() : button.setIcon(QIcon()); }}}) {
+            act();
+            looks.push_back(button.grab().toImage());
+            EXPECT_EQ(std::ranges::count(looks, looks.back()), 1) << name << looks.size();
+        }
+        const int right = looks.back().width() - 2;
+        EXPECT_EQ(looks.back().pixel(2, 2) > looks.back().pixel(right, 2), button.isCheckable());
+    }
 }
 
 TEST_F(FrmMainTest, DisablesWhatLeadsToAPageWithoutAnAddress) {
@@ -197,7 +226,9 @@ TEST_F(FrmMainTest, QuestionAboutTheLevelLeadsToThePreferencesAndBack) {
     Button("ChkCompress").setChecked(true);
     EXPECT_TRUE(IsShown("Slider1"));
     MoveLevel(6);
+    Page().setWindowTitle("busy");
     Button("CmdApply").click();
+    EXPECT_NE(Page().windowTitle(), "busy");
     EXPECT_TRUE(IsShown("Panel1"));
     EXPECT_EQ(LabelText("MenuLabel"), "Split Files");
     EXPECT_EQ(Settings().CompressDestination(), 1);
@@ -235,14 +266,24 @@ TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
 TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
     Settings().PriorityProcessor(3);
     EXPECT_EQ(LabelText("txtPriorityDesc"), "Level 3 (High)");
+    EXPECT_TRUE(Page().windowTitle().startsWith("Zarn File Splitter v"));
+    auto& field = Find<QLineEdit>("txtDestinationFolderJoin");
+    field.setEnabled(true);
+    for (const char* folder : {R"(C:\)", "ab"}) {
+        SetTextColour(Widget("txtFreeSpaceDest"), Red);
+        field.setText(folder);
+        QTest::keyClick(&field, Qt::Key_Return);
+        EXPECT_EQ(ColourName("txtFreeSpaceDest"), "black");
+        EXPECT_TRUE(LabelText("txtFreeSpaceDest").ends_with("B"));
+    }
     Button("cmdCreateCommand").setEnabled(true);
     EXPECT_EQ(Modal([this] { Click("cmdCreateCommand"); }), "zarn::FrmCommandLine");
-    auto& field = Find<QLineEdit>("txtFileToJoin");
-    const QSignalBlocker blocker(field);
-    field.setText("a.bat");
+    auto& script = Find<QLineEdit>("txtFileToJoin");
+    const QSignalBlocker blocker(script);
+    script.setText("a.bat");
     Button("CmdReset").setEnabled(true);
     Click("CmdReset");
-    EXPECT_EQ(field.text(), "");
+    EXPECT_EQ(script.text(), "");
 }
 
 TEST_F(FrmMainTest, HelpOpensByF1AndByThePicture) {
@@ -289,14 +330,18 @@ TEST_F(FrmMainTest, LooksAtPriorityAndSourceEachTimeItComesToTheFront) {
     Folder().Write("film.mkv", TestBytes(60'000));
     Page().OpenSource(Folder().Drive("film.mkv"));
     EXPECT_EQ(Colour("txtSourceFile"), Black);
-    fs::remove(Folder().System("film.mkv"));
+    Folder().Write("film.mkv", TestBytes(20'000));
     QWidget other;
     other.show();
-    Activate(other);
-    calls.clear();
-    Activate(Page());
-    EXPECT_EQ(calls, once);
-    EXPECT_EQ(Colour("txtSourceFile"), Red);
+    for (const bool isThere : {true, false}) {
+        Activate(other);
+        calls.clear();
+        Activate(Page());
+        EXPECT_EQ(calls, once);
+        EXPECT_EQ(Find<QGroupBox>("Frame1").title(), "Input File size : 19.53 KB (20,000 Bytes)");
+        EXPECT_EQ(Colour("txtSourceFile"), isThere ? Black : Red);
+        fs::remove(Folder().System("film.mkv"));
+    }
     EXPECT_TRUE(Page().findChild<FrmMonitor*>()->findChild<QTimer*>("Timer1")->isActive());
 }
 

@@ -3,6 +3,8 @@
 namespace zarn::testing {
 namespace {
 
+constexpr const char* Invalid = "Invalid Characters in destination folder,\rPlease check.";
+constexpr const char* AskFolder = "Folder don't exist, create this new folder ?   ";
 constexpr const char* TooLarge = "The Selected file must be smaller than available space.     ";
 
 // The tests write and read paths with HERE for their folder. The drives A: and X: are others.
@@ -20,25 +22,43 @@ class SplitPageDestination : public SplitPageFixture {
                                std::make_unique<TestVolumes>(FoldersIn(drives_).configuration));
     }
 
-    void Write(std::string_view folder) {
-        Field("txtDestinationFolder").setText(ToQt(Long(folder)));
-    }
-    void Enter() { QTest::keyClick(&Widget("txtDestinationFolder"), Qt::Key_Return); }
-    void Leave() { Widget("ChkSFV").setFocus(Qt::TabFocusReason); }
-    void TypeFolder(const std::string& folder) {
-        Page().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&Page()));
-        Type("txtDestinationFolder", Long(folder));
-    }
-    std::string Destination() { return Short(Text("txtDestinationFolder")); }
     void Save(std::string_view folder) {
         Settings().DestinationFolderUseSource(0);
         Settings().DestinationFolder(Long(folder));
     }
-    std::string Saved() { return Short(Settings().DestinationFolder()); }
+    // The page takes a folder by one of four ways. Its question is answered with yes.
+    void Take(const std::string& folder, std::string_view how) {
+        auto& field = Field("txtDestinationFolder");
+        Boxes().answers = {Contains(folder, "refused") ? BoxAnswer::No : BoxAnswer::Yes};
+        Dialogs().answers = {folder};
+        if (how == "picked") {
+            Click("CmdDestinationFolder");
+            return;
+        }
+        field.setFocus();
+        field.setText(ToQt(folder));
+        if (how == "entered") {
+            Widget("CmdStartSplitt").setEnabled(false);
+            Widget("cmdCreateCommand").setEnabled(false);
+            QTest::keyClick(&field, Qt::Key_Return);
+        } else if (how == "left") {
+            Widget("ChkSFV").setFocus();
+        }
+    }
     void Browse(double bytes) {
         Dialogs().answers = {Hole("film.mkv", bytes)};
         Click("CmdSourceFile");
+    }
+    // The destination and its box, whether a job can start, the drive, and what is stored.
+    std::string Panel() {
+        const bool isTicked = IsChecked("ChkDestinationFolder");
+        EXPECT_EQ(Settings().DestinationFolderUseSource(), isTicked ? 1 : 0);
+        EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !isTicked);
+        const std::string free = LabelText("txtFreeSpaceDest");
+        EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
+        return Short(Text("txtDestinationFolder")) + " " + ColourName("txtDestinationFolder") +
+               (isTicked ? " ticked" : "") + (CanStart() ? "" : " off") + "; " +
+               (free.ends_with("B") ? "free" : free) + "; " + Short(Settings().DestinationFolder());
     }
 
     TestVolumes* volumes = nullptr;
@@ -47,125 +67,77 @@ class SplitPageDestination : public SplitPageFixture {
     TestFolder drives_;
 };
 
-TEST_F(SplitPageDestination, SaysByColourWhatAFolderIs) {
-    OpenSource(10000);
+TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
     Folder().MakeFolder("other");
-    using Case = std::tuple<std::string, const char*, std::string>;
-    for (const auto& [text, state, freeSpace] :
-         {Case("C", "black blue ready start", ""), Case("ab", "black red ready start", "figure"),
-          Case(R"(HERE\other)", "black black ready start", "figure"),
-          Case(R"(HERE\new)", "black blue ready start", "figure"),
-          Case(R"(HERE\ne*)", "black red ready", "figure"),
-          Case(R"(\\server\share\x)", "black blue ready start", "N/A"),
-          Case(R"(B:\x)", "black red ready start", "Media not Ready"),
-          Case("", "black blue ready start", ""),
-          Case(R"(HERE\)", "black black ready start", "figure")}) {
-        SCOPED_TRACE(text);
-        Write(R"(HERE\)");
-        Enter();
-        ASSERT_TRUE(CanStart());
-        Write(text);
-        EXPECT_EQ(State(), state);
-        const std::string free = LabelText("txtFreeSpaceDest");
-        EXPECT_EQ(free.ends_with("B") ? "figure" : free, freeSpace);
-        EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
-        EXPECT_EQ(Told(), text.ends_with("*")
-                              ? "Invalid Characters in destination folder,\rPlease check."
-                              : "");
-        const bool isSource = text == R"(HERE\)";
-        EXPECT_EQ(IsChecked("ChkDestinationFolder"), isSource);
-        EXPECT_EQ(Settings().DestinationFolderUseSource(), isSource ? 1 : 0);
-        EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !isSource);
+    using Case = std::tuple<const char*, const char*, const char*, const char*>;
+    for (const auto& [folder, how, told, panel] :
+         {Case("C", "written", "", R"(C blue; ; X:\)"),
+          Case("ab", "written", "", R"(ab red; free; X:\)"),
+          Case(R"(HERE\other)", "written", "", R"(HERE\other black; free; X:\)"),
+          Case(R"(HERE\new)", "written", "", R"(HERE\new blue; free; X:\)"),
+          Case(R"(HERE\ne*)", "written", Invalid, R"(HERE\ne* red off; free; X:\)"),
+          Case(R"(\\server\s\x)", "written", "", R"(\\server\s\x blue; N/A; X:\)"),
+          Case(R"(B:\x)", "written", "", R"(B:\x red; Media not Ready; X:\)"),
+          Case("", "written", "", R"( blue; ; X:\)"),
+          Case(R"(HERE\)", "written", "", R"(HERE\ black ticked; free; X:\)"),
+          Case("C", "entered", "", R"(C red off; ; X:\)"),
+          Case("ab", "entered", "", R"(ab red off; free; X:\)"),
+          Case(R"(B:\x)", "entered", AskFolder, R"(X:\ black; free; X:\)"),
+          Case(R"(HERE\refused)", "entered", AskFolder, R"(X:\ black; free; X:\)"),
+          Case(R"(HERE\other)", "entered", "", R"(HERE\other black; free; X:\)"),
+          Case(R"(HERE\new\deep)", "entered", AskFolder,
+               R"(HERE\new\deep black; free; HERE\new\deep)"),
+          Case(R"(HERE\other)", "left", "", R"(HERE\other black; free; HERE\other)"),
+          Case(R"(HERE\nowhere)", "left", "", R"(HERE\nowhere blue; free; X:\)"),
+          Case(R"(HERE\other)", "picked", "", R"(HERE\other\ black; free; HERE\other\)"),
+          Case(R"(A:\)", "picked", "", R"(A:\ black; free; A:\)")}) {
+        SCOPED_TRACE(std::string(folder) + " " + how);
+        Settings().DestinationFolderUseSource(1);
+        Settings().DestinationFolder(R"(X:\)");
+        Open();
+        OpenSource(10000);
+        Click("ChkDestinationFolder");
+        EXPECT_EQ(Panel(), R"(X:\ black; free; X:\)");
+        Take(Long(folder), how);
+        EXPECT_EQ(Told(), told);
+        EXPECT_EQ(Panel(), panel);
     }
-    Write("");
-    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
-    Write(R"(\\server\share\x)");
-    EXPECT_EQ(LabelText("txtFileSystemDest"), "LAN Folder");
+    EXPECT_EQ(Folder().Names(), (Names{"film.mkv", "new", "other"}));
+    Click("CmdDestinationFolder");
+    EXPECT_EQ(Dialogs().asked.back(), R"(Select Destination Folder|A:\)");
+    Widget("txtDestinationFolder").setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(Field("txtDestinationFolder").selectedText(), R"(A:\)");
 }
 
 TEST_F(SplitPageDestination, FollowsTheBoxOfTheSourcesFolder) {
-    Settings().DestinationFolder(R"(X:\)");
+    Save(R"(X:\)");
+    Settings().DestinationFolderUseSource(1);
     OpenSource(10000);
-    for (const bool useSource : {true, false, true}) {
-        EXPECT_EQ(Destination(), useSource ? R"(HERE\)" : R"(X:\)");
-        EXPECT_EQ(Settings().DestinationFolderUseSource(), useSource ? 1 : 0);
-        EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !useSource);
+    for (const char* folder : {R"(HERE\)", R"(X:\)", R"(HERE\)"}) {
+        EXPECT_EQ(Short(Text("txtDestinationFolder")), folder);
         Click("ChkDestinationFolder");
     }
     // Unticked by another text, the box leaves that text alone.
     Click("ChkDestinationFolder");
-    Write(R"(X:\new)");
-    EXPECT_FALSE(IsChecked("ChkDestinationFolder"));
-    EXPECT_EQ(Destination(), R"(X:\new)");
-    EXPECT_EQ(Saved(), R"(X:\)");
-}
-
-TEST_F(SplitPageDestination, OffersAFolderAtTheEnterKey) {
-    Save(R"(HERE\)");
-    using enum BoxAnswer;
-    using Case = std::tuple<const char*, std::deque<BoxAnswer>, const char*, const char*>;
-    for (const auto& [text, answers, textAfter, state] :
-         {Case("C", {}, "C", "black red ready"), Case("ab", {}, "ab", "black red ready"),
-          Case(R"(HERE\refused)", {No}, R"(HERE\)", "black black ready start"),
-          Case(R"(B:\x)", {Yes}, R"(HERE\)", "black black ready start"),
-          Case(R"(X:\)", {}, R"(X:\)", "black black ready start"),
-          Case(R"(HERE\new\deep)", {Yes}, R"(HERE\new\deep)", "black black ready start")}) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(Saved(), R"(HERE\)");
-        Page().CmdReset_Click();
-        OpenSource(10000);
-        Write(text);
-        Widget("CmdStartSplitt").setEnabled(false);
-        Widget("cmdCreateCommand").setEnabled(false);
-        Boxes().answers = answers;
-        Enter();
-        EXPECT_EQ(Said(), Names(answers.size(), "Folder don't exist, create this new folder ?   "));
-        EXPECT_EQ(Destination(), textAfter);
-        EXPECT_EQ(State(), state);
-    }
-    EXPECT_EQ(Saved(), R"(HERE\new\deep)");
-    EXPECT_EQ(Folder().Names(), (Names{"film.mkv", "new"}));
-}
-
-TEST_F(SplitPageDestination, IsSavedOnlyWhenItIsLeftOrPicked) {
-    OpenSource(10000);
-    TypeFolder(R"(X:\)");
-    EXPECT_EQ(Saved(), "");
-    Leave();
-    EXPECT_EQ(Saved(), R"(X:\)");
-    TypeFolder(R"(HERE\nowhere)");
-    Leave();
-    EXPECT_EQ(Saved(), R"(X:\)");
-    Widget("txtDestinationFolder").setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(Short(FromQt(Field("txtDestinationFolder").selectedText())), R"(HERE\nowhere)");
-    Click("CmdDestinationFolder");
-    EXPECT_EQ(Destination(), R"(HERE\nowhere)");
-    EXPECT_EQ(Short(Dialogs().asked.back()), R"(Select Destination Folder|HERE\nowhere)");
-    Folder().MakeFolder("picked");
-    for (const auto& [picked, folder] :
-         {std::pair(R"(HERE\picked)", R"(HERE\picked\)"), {R"(X:\)", R"(X:\)"}}) {
-        Dialogs().answers = {Long(picked)};
-        Click("CmdDestinationFolder");
-        EXPECT_EQ(Destination(), folder);
-        EXPECT_EQ(Saved(), folder);
-    }
+    Take("", "written");
+    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
+    Take(R"(X:\new)", "written");
+    EXPECT_EQ(Panel(), R"(X:\new blue; free; X:\)");
 }
 
 // A refusal returns to the saved folder, which what was typed has not become.
 TEST_F(SplitPageDestination, HasRoomForTheSourceInTheChosenUnit) {
     Save(R"(HERE\)");
-    Settings().SizeMB(0);
-    Settings().SizeGB(1);
     volumes->Of(Here().substr(0, 3)) = VolumeWith(DriveType::Fixed, 9e9, 9e9);
     volumes->Of("X:\\") = VolumeWith(DriveType::Fixed, Gigabyte + 2000, 2 * Gigabyte);
     for (const auto& [unit, told, folder, state] :
-         {std::tuple("OptGB", "", R"(X:\)", "black black ready start"),
-          {"OptMB", TooLarge, R"(HERE\)", "red red "}}) {
+         {std::tuple("OptMB", TooLarge, R"(HERE\)", "red red "),
+          {"OptGB", "", R"(X:\)", "black black ready start"}}) {
         OpenSource(1.004 * Gigabyte);
         Button(unit).setChecked(true);
-        TypeFolder(R"(X:\)");
+        Take(R"(X:\)", "left");
         EXPECT_EQ(Told(), told);
-        EXPECT_EQ(Destination(), folder);
+        EXPECT_EQ(Short(Text("txtDestinationFolder")), folder);
         EXPECT_EQ(State(), state);
         EXPECT_TRUE(IsEnabled("CmdReset"));
     }
@@ -183,19 +155,13 @@ TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     EXPECT_TRUE(Told().ends_with(TooLarge));
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-    volumes->Of(Here().substr(0, 3)) = VolumeWith(DriveType::Fixed, 1e6, 2e6);
-    Page().OpenSource(Folder().Drive("film.mkv"));
-    Write(R"(HERE\)");
-    EXPECT_TRUE(Told().ends_with(TooLarge));
-    EXPECT_FALSE(CanStart());
 }
 
 TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
     OpenSource(10000);
-    volumes->Of("A:\\") = VolumeWith(DriveType::Removable, Megabyte, Megabyte);
     for (const char* folder : {R"(A:\)", R"(a:\)", R"(A:\new)"}) {
         PartSize().WriteText("");
-        Write(folder);
+        Take(folder, "written");
         EXPECT_EQ(PartSize().Text(), folder == std::string(R"(A:\)") ? "1.44 MB - Diskette" : "");
     }
 }

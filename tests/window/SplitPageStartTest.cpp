@@ -1,13 +1,13 @@
 #include <QTextEdit>
 
 #include "controls/GuardedApplication.h"
-#include "controls/XP_ProgressBar.h"
+#include "support/Soon.h"
 #include "support/forms/SplitPageFixture.h"
 
 namespace zarn::testing {
 namespace {
 
-constexpr const char* Ask =
+constexpr const char* AskStart =
     "Destination folder doesn't exist,\rdo you want to create this new folder ?   ";
 constexpr const char* AskLevel =
     "You Compression Level is not configured, \rdo you want to configure it now ?";
@@ -21,9 +21,9 @@ class SplitPageStart : public SplitPageFixture {
         Page().OpenSource(Folder().Drive("film.mkv"));
     }
     // Presses start, whatever the page thinks of it.
-    void Start(const std::function<void(FrmProgress&, QAbstractButton&)>& act = {}) {
+    void Start() {
         Widget("CmdStartSplitt").setEnabled(true);
-        jobs += RunJobs(Widget("CmdStartSplitt"), act);
+        jobs += RunJobs(Widget("CmdStartSplitt"));
         GuardedApplication::RethrowRaised();
     }
 
@@ -33,114 +33,111 @@ class SplitPageStart : public SplitPageFixture {
 TEST_F(SplitPageStart, ShowsTheCommandLineOfWhatIsSetUp) {
     Settings().CompressLevel(7);
     OpenSource(5'000'000);
-    Write("txtDestinationFolder", Folder().Drive());
-    const auto expect = [&](const std::string& switches) {
-        QTimer::singleShot(0, [&] {
+    PartSize().WriteText("1.44 MB - Diskette");
+    for (const char* switches : {"/PS=1.44MB /SFV /DS ", "/PN=12 /C /CL=7 /DP "}) {
+        for (const char* name : {"ChkDeleteSource", "ChkSFV", "ChkDeleteJoin", "ChkCompress"}) {
+            const bool isFirst = Contains(name, "ChkDeleteSource") || Contains(name, "ChkSFV");
+            Button(name).setChecked(isFirst == Contains(switches, "/SFV"));
+        }
+        const Soon look([&] {
             QWidget* form = QApplication::activeModalWidget();
             const auto lines = form->findChild<QTextEdit*>("RTB")->toPlainText().split('\n');
             EXPECT_EQ(Short(FromQt(lines.value(5))),
-                      R"(ZarnFileSplitter /F=HERE\film.mkv /D=HERE )" + switches);
-            QTest::mouseClick(form->findChild<QWidget*>("CmdHelp"), Qt::LeftButton);
+                      std::string(R"(ZarnFileSplitter /F=HERE\film.mkv /D=HERE\ )") + switches);
+            form->findChild<QAbstractButton*>("CmdHelp")->click();
             form->close();
         });
         Click("cmdCreateCommand");
         EXPECT_EQ(calls.back(), "help");
-    };
-    PartSize().WriteText("1.44 MB - Diskette");
-    Click("ChkDeleteSource");
-    Click("ChkSFV");
-    expect("/PS=1.44MB /SFV /DS ");
-    for (const char* name :
-         {"ChkDeleteSource", "ChkSFV", "ChkDeleteJoin", "ChkCompress", "OptParts"}) {
-        Click(name);
+        Click("OptParts");
+        Type("txtPartsNumber", "12");
     }
-    Type("txtPartsNumber", "12");
-    expect("/PN=12 /C /CL=7 /DP ");
 }
 
 // Neither answer ends the click: what follows looks at the folder that is there then.
 TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
+    using enum BoxAnswer;
     Settings().DestinationFolderUseSource(0);
-    for (const auto& [savedExists, yes] : {std::pair(true, false), std::pair(true, true),
-                                           std::pair(false, false), std::pair(false, true)}) {
+    for (const auto& [answer, savedExists, told, folder] :
+         {std::tuple(Yes, false, "", R"(HERE\made\)"),
+          {No, true, "", R"(HERE\saved\)"},
+          {No, false, NoFolder, R"(HERE\saved\)"}}) {
         Settings().DestinationFolder(Long(R"(HERE\saved\)"));
         Open();
         Take(500'000);
         PartSize().WriteText("0.25");
-        Write("txtDestinationFolder", Here() + "made");
+        Write("txtDestinationFolder", Long(R"(HERE\made\)"));
         if (!savedExists) {
             fs::remove_all(Folder().System("saved"));
         }
-        Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
+        Boxes().answers = {answer};
         Start();
-        const bool fails = !yes && !savedExists;
-        EXPECT_EQ(Told(), std::string(Ask) + (fails ? NoFolder : ""));
-        EXPECT_EQ(Short(Text("txtDestinationFolder")), yes ? R"(HERE\made)" : R"(HERE\saved\)");
-        EXPECT_EQ(Settings().DestinationFolder(), Text("txtDestinationFolder"));
-        EXPECT_EQ(Folder().Has("made/film.mkv_Part2"), yes);
-        EXPECT_EQ(Folder().Has("saved/film.mkv_Part2"), !yes && savedExists);
-        EXPECT_EQ(Colour("txtDestinationFolder"), fails ? Red : Black);
-        fs::remove_all(Folder().System("made"));
-        fs::remove_all(Folder().System("saved"));
-    }
-    EXPECT_EQ(jobs, 3);
-}
-
-TEST_F(SplitPageStart, MakesAllTheLastChecksAndEndsAtEachOfThem) {
-    using Case = std::tuple<const char*, std::string, const char*>;
-    for (const auto& [missing, told, state] :
-         {Case("level", AskLevel, "black black ready start"),
-          Case("source", NoSource, "red black ready start"),
-          Case("folder", NoFolder, "black red ready start"),
-          Case("level, source, folder", std::string(AskLevel) + NoSource + NoFolder,
-               "red red ready start")}) {
-        for (const bool yes : {true, false}) {
-            SCOPED_TRACE(missing);
-            Settings().CompressLevel(Contains(missing, "level") ? 0 : 1);
-            Settings().CompressDestination(1);
-            Open();
-            Take(1'000'000);
-            Click("OptParts");
-            Write("txtPartsNumber", "2");
-            if (Contains(missing, "folder")) {
-                Write("txtDestinationFolder", R"(B:\x)");
-            }
-            if (Contains(missing, "source")) {
-                fs::remove(Folder().System("film.mkv"));
-            }
-            Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
-            calls.clear();
-            Start();
-            EXPECT_EQ(Told(), told);
-            EXPECT_EQ(State(), state);
-            const bool asks = Contains(missing, "level");
-            EXPECT_EQ(calls, Names(asks && yes ? 1 : 0, "compression"));
-            EXPECT_EQ(IsChecked("ChkCompress"), yes || !asks);
-            EXPECT_FALSE(Folder().Has("film.mkv_Part1") || Folder().Has("film.zip_Part1"));
+        EXPECT_EQ(Told(), AskStart + std::string(told));
+        EXPECT_EQ(Short(Text("txtDestinationFolder")), folder);
+        EXPECT_EQ(Short(Settings().DestinationFolder()), folder);
+        EXPECT_EQ(ColourName("txtDestinationFolder"), *told == '\0' ? "black" : "red");
+        for (const char* name : {"made", "saved"}) {
+            EXPECT_EQ(Folder().Has(name + std::string("/film.mkv_Part2")),
+                      *told == '\0' && Contains(folder, name));
+            fs::remove_all(Folder().System(name));
         }
     }
+}
+
+TEST_F(SplitPageStart, EndsAtEachOfTheLastChecksAndMakesThemAll) {
+    using enum BoxAnswer;
+    using Case = std::tuple<const char*, BoxAnswer, std::string, const char*>;
+    for (const auto& [missing, answer, told, state] :
+         {Case("level", Yes, AskLevel, "black black ready start, compress, compression"),
+          Case("source", Yes, NoSource, "red black ready start, compress"),
+          Case("folder", Yes, NoFolder, "black red ready start, compress"),
+          Case("level source folder", No, std::string(AskLevel) + NoSource + NoFolder,
+               "red red ready start")}) {
+        Settings().CompressLevel(Contains(missing, "level") ? 0 : 1);
+        Settings().CompressDestination(1);
+        Open();
+        Take(1'000'000);
+        Write("txtDestinationFolder", Contains(missing, "folder") ? R"(B:\x)" : Here());
+        if (Contains(missing, "source")) {
+            fs::remove(Folder().System("film.mkv"));
+        }
+        PartSize().WriteText("0.25");
+        Boxes().answers = {answer};
+        calls.clear();
+        Start();
+        EXPECT_EQ(Told(), told);
+        EXPECT_EQ(State() + (IsChecked("ChkCompress") ? ", compress" : "") +
+                      (calls == Names{"compression"} ? ", compression" : ""),
+                  state);
+    }
     EXPECT_EQ(LabelText("txtFreeSpaceDest"), "");
+    PartSize().WriteText("Type Custom Size ...");
+    Start();
+    EXPECT_EQ(PartSize().Text() + Told(), "");
+    Start();
+    EXPECT_EQ(Told(), "Invalid pieces size, please type or select one.           ");
     EXPECT_EQ(jobs, 0);
 }
 
 // A preset's own bytes hold only while its row is selected.
 TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
-    Settings().ComboSize("1 MB|1048576;2 MB|2097152;3 MB|3145728");
+    Settings().ComboSize("1 MB|1048576;2 MB|2097152");
     Take(4'000'000);
     Write("txtPartsNumber", "4");
-    constexpr int DisketteRow = 4;
+    constexpr int DisketteRow = 3;
     PartSize().SelectRow(DisketteRow);
+    using Case = std::tuple<const char*, const char*, std::size_t, const char*, const char*>;
     for (const auto& [mode, typed, bytes, text, stored] :
-         {std::tuple("OptSize", "", 1454236U, "1.44 MB", "1 MB|1048576;2 MB|2097152"),
-          {"OptSize", "", 1509949U, "1.44 MB", "1 MB|1048576;2 MB|2097152"},
-          {"OptSize", "2mb", 2097152U, "2 MB", "2 MB|2097152;1 MB|1048576"},
-          {"OptParts", "0.25", 1000000U, "0.25", "2 MB|2097152;1 MB|1048576"}}) {
-        if (*typed != '\0') {
+         {Case("OptSize", nullptr, 1454236, "1.44 MB", "1 MB|1048576;2 MB|2097152"),
+          Case("OptSize", nullptr, 1509949, "1.44 MB", "1 MB|1048576;2 MB|2097152"),
+          Case("OptSize", "2mb", 2097152, "2 MB", "2 MB|2097152;1 MB|1048576"),
+          Case("OptParts", "0.25", 1000000, "0.25", "2 MB|2097152;1 MB|1048576")}) {
+        if (typed != nullptr) {
             PartSize().WriteText(typed);
         }
         Button(mode).setChecked(true);
         Start();
-        EXPECT_EQ(Folder().Read("film.mkv_Part1").size(), bytes) << text;
+        EXPECT_EQ(Folder().Read("film.mkv_Part1").size(), bytes);
         EXPECT_EQ(PartSize().Text(), text);
         EXPECT_EQ(PartSize().ListIndex(), -1) << text;
         EXPECT_EQ(Settings().ComboSize(), stored) << text;
@@ -152,25 +149,6 @@ TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     EXPECT_TRUE(Folder().Has("film.mkv_Part0.sfv") && Folder().Has("film.mkv_Part4"));
     EXPECT_EQ(jobs, 5);
     EXPECT_EQ(Told(), "");
-}
-
-// In the middle of the job, whose window then counts to its end: it is closed instead.
-TEST_F(SplitPageStart, ACancelledJobIsRememberedToo) {
-    Take(8'000'000);
-    PartSize().WriteText("1");
-    Start([](FrmProgress& progress, QAbstractButton& button) {
-        constexpr int Middle = 30;
-        if (progress.JobEnded && !button.isEnabled()) {
-            progress.close();
-        } else if (progress.findChild<XP_ProgressBar*>("XP_ProgressBar1")->Value() >= Middle) {
-            button.click();
-        }
-    });
-    EXPECT_EQ(jobs, 0);
-    EXPECT_EQ(Folder().Names(), Names{"film.mkv"});
-    EXPECT_EQ(Settings().ComboSize(), "1 MB|1048576");
-    EXPECT_EQ(calls.back(), "title");
-    EXPECT_EQ(State(), "black black ready start");
 }
 
 TEST_F(SplitPageStart, SaysThatTheSourceWasDeleted) {

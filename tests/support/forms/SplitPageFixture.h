@@ -10,20 +10,17 @@
 
 namespace zarn::testing {
 
-/// Presses a button, and acts on the windows of jobs below it until they have closed. Without an
-/// act their Done is pressed. Returns how many jobs came to their end.
-inline int RunJobs(QWidget& button,
-                   const std::function<void(FrmProgress&, QAbstractButton&)>& act = {}) {
+/// Presses a button, and Done in the window of the job that follows. Returns how many jobs came to
+/// their end.
+inline int RunJobs(QWidget& button) {
     int jobs = 0;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
         if (auto* progress = qobject_cast<FrmProgress*>(QApplication::activeModalWidget())) {
-            auto& cancel = *progress->findChild<QAbstractButton*>("CmdCancel");
-            if (cancel.text().startsWith("&Done (")) {
+            auto& done = *progress->findChild<QAbstractButton*>("CmdCancel");
+            if (done.text().startsWith("&Done (")) {
                 ++jobs;
-                cancel.click();
-            } else if (act) {
-                act(*progress, cancel);
+                done.click();
             }
         }
     });
@@ -51,6 +48,7 @@ class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
     void BringUp(SplitPage& page) override { page.ResetSplitForm(); }
 
     ComboField& PartSize() { return Find<ComboField>("CmbPartSize"); }
+    UpDown& Spinner() { return Find<UpDown>("VScPartsNumber"); }
 
     /// Replaces a field's text by keys. The field must be enabled and shown.
     void Type(const char* name, const std::string& text) {
