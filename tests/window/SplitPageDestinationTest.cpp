@@ -55,6 +55,7 @@ class SplitPageDestination : public SplitPageFixture {
         EXPECT_EQ(Settings().DestinationFolderUseSource(), isTicked ? 1 : 0);
         EXPECT_EQ(IsEnabled("CmdDestinationFolder"), !isTicked);
         const std::string free = LabelText("txtFreeSpaceDest");
+        EXPECT_EQ(LabelText("txtDriveCapacityDestination").ends_with("B"), free.ends_with("B"));
         EXPECT_EQ(Colour("txtFreeSpaceDest"), free == "Media not Ready" ? Red : Black);
         return Short(Text("txtDestinationFolder")) + " " + ColourName("txtDestinationFolder") +
                (isTicked ? " ticked" : "") + (CanStart() ? "" : " off") + "; " +
@@ -101,6 +102,8 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
         Take(Long(folder), how);
         EXPECT_EQ(Told(), told);
         EXPECT_EQ(Panel(), panel);
+        const bool isDiskette = folder == std::string(R"(A:\)");
+        EXPECT_EQ(PartSize().Text(), isDiskette ? "1.44 MB - Diskette" : "");
     }
     EXPECT_EQ(Folder().Names(), (Names{"film.mkv", "new", "other"}));
     Click("CmdDestinationFolder");
@@ -109,20 +112,18 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
     EXPECT_EQ(Field("txtDestinationFolder").selectedText(), R"(A:\)");
 }
 
+// Unticked by another text, the box leaves that text alone.
 TEST_F(SplitPageDestination, FollowsTheBoxOfTheSourcesFolder) {
-    Save(R"(X:\)");
-    Settings().DestinationFolderUseSource(1);
+    Settings().DestinationFolder(R"(X:\)");
     OpenSource(10000);
-    for (const char* folder : {R"(HERE\)", R"(X:\)", R"(HERE\)"}) {
-        EXPECT_EQ(Short(Text("txtDestinationFolder")), folder);
-        Click("ChkDestinationFolder");
-    }
-    // Unticked by another text, the box leaves that text alone.
-    Click("ChkDestinationFolder");
-    Take("", "written");
-    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
     Take(R"(X:\new)", "written");
     EXPECT_EQ(Panel(), R"(X:\new blue; free; X:\)");
+    for (const char* panel : {R"(HERE\ black ticked; free; X:\)", R"(X:\ black; free; X:\)"}) {
+        Click("ChkDestinationFolder");
+        EXPECT_EQ(Panel(), panel);
+    }
+    Take("", "written");
+    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
 }
 
 // A refusal returns to the saved folder, which what was typed has not become.
@@ -155,15 +156,6 @@ TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     EXPECT_TRUE(Told().ends_with(TooLarge));
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-}
-
-TEST_F(SplitPageDestination, PicksTheDisketteForADisketteDrive) {
-    OpenSource(10000);
-    for (const char* folder : {R"(A:\)", R"(a:\)", R"(A:\new)"}) {
-        PartSize().WriteText("");
-        Take(folder, "written");
-        EXPECT_EQ(PartSize().Text(), folder == std::string(R"(A:\)") ? "1.44 MB - Diskette" : "");
-    }
 }
 
 TEST_F(SplitPageDestination, StoresAnOptionAtEveryClickAndAsksForACompressionLevel) {

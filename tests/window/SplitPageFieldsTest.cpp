@@ -240,11 +240,6 @@ TEST_F(SplitPageSize, TypedSizes) {
         EXPECT_EQ(PartSize().Text() + Unit(), text + std::string(unitAfter));
         EXPECT_EQ(Colour("CmbPartSize"), WindowText) << typed;
     }
-    PartSize().WriteText("5m free");
-    PartSize().lineEdit()->setCursorPosition(2);
-    QTest::keyClicks(&PartSize(), "b");
-    EXPECT_EQ(PartSize().Text(), "5MB free");
-    EXPECT_EQ(PartSize().lineEdit()->cursorPosition(), 3);
 }
 
 TEST_F(SplitPageSize, TypedCounts) {

@@ -1,3 +1,5 @@
+#include <variant>
+
 #include "settings/FolderRules.h"
 #include "support/TestPlatform.h"
 #include "window/PieceSizes.h"
@@ -18,17 +20,14 @@ TEST(PieceSizes, StoredSizesStandBetweenTheFirstRowAndThePresets) {
         }
         return text;
     };
+    using Case = std::pair<const char*, const char*>;
     for (const auto& [stored, own] :
-         {std::pair("650 MB|681574400", "650 MB=681574400;"),
-          {"", ""},
-          {"1 MB|1;2 MB|2;3 MB|3;2 GB|2147483648", "1 MB=1;2 MB=2;3 MB=3;"},
-          {"none;;1 MB|1;2 MB;3 MB|3", "1 MB=1;3 MB=3;"},
-          {"100 MB|1;x|0;y|;9 MB|9", ""},
-          {"1.44 MB|1;250 MB|1;9 MB|9", "9 MB=9;"},
-          {"700 MB|1;800 MB|1;4.7 GB|1", ""},
-          {"8.5 GB|1;1250 MB|1;|7", "=7;"},
-          {"b|2.5;c|314572.8", "b=2;c=314573;"},
-          {"a|12 bytes;b|-4;c|2147483647|6", "a=12;c=2147483647;"}}) {
+         {Case("650 MB|681574400", "650 MB=681574400;"), Case("", ""),
+          Case("1 MB|1;2 MB|2;3 MB|3;2 GB|2147483648", "1 MB=1;2 MB=2;3 MB=3;"),
+          Case("none;;1 MB|1;2 MB;3 MB|3", "1 MB=1;3 MB=3;"), Case("100 MB|1;x|0;y|;9 MB|9", ""),
+          Case("1.44 MB|1;250 MB|1;9 MB|9", "9 MB=9;"), Case("700 MB|1;800 MB|1;4.7 GB|1", ""),
+          Case("8.5 GB|1;1250 MB|1;|7", "=7;"), Case("b|2.5;c|314572.8", "b=2;c=314573;"),
+          Case("a|12 bytes;b|-4;c|2147483647|6", "a=12;c=2147483647;")}) {
         EXPECT_EQ(list(stored), "Type Custom Size ...=0;" + std::string(own) +
                                     "1.44 MB - Diskette=1454236;100 MB - Zip Drive=104857600;"
                                     "250 MB - Zip Drive=262144000;700 MB - CD-R=734003200;"
@@ -131,41 +130,43 @@ TEST_F(SplitRules, AStartEndsAtItsFirstFailure) {
     using Kind = StartDecision::Kind;
     const std::string odd = Hole("odd", 5 * Megabyte + 2000);
     const std::string huge = Hole("huge", 9 * Gigabyte);
-    using Case = std::tuple<StartFields, std::string_view, std::string_view, double>;
-    for (const auto& [fields, message, criterion, bytes] :
-         {Case({small, "", "99999", "1 MB", {}}, InvalidFolder, "", 0),
-          Case({small, "C:", "99999", "1 MB", {}}, BadCount, "", 0),
-          Case(Count("9999", true), "", "Size", Megabyte), Case(Count("2"), "", "Parts", 0),
-          Case(Count("1.9"), BadCount, "", 0), Case(Count("10000"), BadCount, "", 0),
-          Case(Size(small, "0.005"), BadSize, "Size", 0),
-          Case(Size(small, "0.01"), "", "Size", 10486),
-          Case(Size(small, "1GB2"), "", "Size", 12 * Megabyte),
-          Case(Row("3 MB", 3000000), "", "Size", 3000000), Case(Row("3 MB", 0), BadSize, "Size", 0),
-          Case(Size(small, "5"), SameSize, "Size", 0), Case(Size(odd, "5"), OverSource, "Size", 0),
-          Case(Size(small, "4.999"), "", "Size", 5241831),
-          Case(Size(missing, "6"), "", "Size", 6 * Megabyte),
-          Case(Size(one, "1.44 MB - Diskette"), "", "Size", 1454236),
-          Case(Size(one, "1.44"), "", "Size", 1509949),
-          Case(Size(one, "1.45"), OverSource, "Size", 0),
-          Case(Size(huge, "4.7 GB - DVD-R", GB), "", "Size", 4702989189),
-          Case(Size(huge, "8.5 GB - DVD-R", GB), "", "Size", 8504035246),
-          Case(Size(huge, "4.7 GB", GB), "", "Size", 5046586573),
-          Case(Size(large, "1.996", GB), OverSource, "Size", 0),
-          Case(Size(large, "1.99", GB), "", "Size", 2136746230),
-          Case(Size(missing, "6", GB), "", "Size", 6 * Gigabyte),
+    const auto check = [this](const StartFields& fields) {
+        return CheckStart(files, shared.Separators(), fields);
+    };
+    using Case = std::pair<StartFields, std::variant<const char*, double>>;
+    for (const auto& [fields, outcome] :
+         {Case({small, "", "99999", "1 MB", {}}, InvalidFolder),
+          Case({small, "C:", "99999", "1 MB", {}}, BadCount), Case(Count("1.9"), BadCount),
+          Case(Count("10000"), BadCount), Case(Count("9999", true), Megabyte),
+          Case(Count("2"), 0.0), Case(Size(small, "0.005"), BadSize),
+          Case(Size(small, "0.01"), 10486.0), Case(Row("3 MB", 3000000), 3000000.0),
+          Case(Row("3 MB", 0), BadSize), Case(Size(small, "1GB2"), 12 * Megabyte),
+          Case(Size(small, "5"), SameSize), Case(Size(odd, "5"), OverSource),
+          Case(Size(small, "4.999"), 5241831.0), Case(Size(missing, "6"), 6 * Megabyte),
+          Case(Size(one, "1.44 MB - Diskette"), 1454236.0), Case(Size(one, "1.44"), 1509949.0),
+          Case(Size(one, "1.45"), OverSource), Case(Size(huge, "4.7 GB - DVD-R", GB), 4702989189.0),
+          Case(Size(huge, "8.5 GB - DVD-R", GB), 8504035246.0),
+          Case(Size(huge, "4.7 GB", GB), 5046586573.0), Case(Size(large, "1.996", GB), OverSource),
+          Case(Size(large, "1.99", GB), 2136746230.0), Case(Size(missing, "6", GB), 6 * Gigabyte),
           // A source too small for gigabytes is told of, then compared in megabytes.
-          Case(Size(small, "1", GB), "", "Size", Gigabyte)}) {
+          Case(Size(small, "1", GB), Gigabyte)}) {
         SCOPED_TRACE(fields.partSize + " or " + fields.partsNumber + " to " + fields.destination);
         EXPECT_EQ(test.boxes->shown.size(), 0U);
-        const StartDecision decision = CheckStart(files, shared.Separators(), fields);
-        EXPECT_EQ(decision.kind, message.empty() ? Kind::GoOn : Kind::Stop);
-        EXPECT_EQ(decision.message, message);
-        EXPECT_EQ(decision.criterion, criterion);
-        EXPECT_TRUE(!message.empty() || decision.pieceBytes == bytes) << decision.pieceBytes;
+        const StartDecision decision = check(fields);
+        if (const auto* message = std::get_if<const char*>(&outcome)) {
+            EXPECT_EQ(decision.message, *message);
+            EXPECT_EQ(decision.kind, Kind::Stop);
+            EXPECT_EQ(decision.criterion.empty(),
+                      *message == BadCount || *message == InvalidFolder);
+        } else {
+            EXPECT_EQ(decision.message, "");
+            EXPECT_EQ(decision.kind, Kind::GoOn);
+            EXPECT_EQ(decision.pieceBytes, std::get<double>(outcome));
+            EXPECT_EQ(decision.criterion, fields.bySize ? "Size" : "Parts");
+        }
     }
     EXPECT_EQ(test.boxes->shown.size(), 1U);
-    const StartDecision first =
-        CheckStart(files, shared.Separators(), Size(small, "Type Custom Size ..."));
+    const StartDecision first = check(Size(small, "Type Custom Size ..."));
     EXPECT_TRUE(first.kind == Kind::EmptyPartSize && first.message.empty() &&
                 first.criterion == "Size");
 }
@@ -203,28 +204,25 @@ TEST_F(SplitRules, ASourceFitsItsDestinationToTwoPlacesOfTheUnit) {
 }
 
 TEST_F(SplitRules, APieceOfTheSourcesSizeCoversIt) {
-    for (const auto& [fields, covers] : {std::pair(Size(small, "4.996"), true),
-                                         {Size(small, "4.99"), false},
-                                         {Size(missing, "0"), true},
-                                         {Size(large, "1.996", GB), true},
-                                         {Size(large, "1.99", GB), false}}) {
-        EXPECT_EQ(PieceCoversSource(files, fields), covers) << fields.partSize;
-    }
+    EXPECT_TRUE(PieceCoversSource(files, Size(small, "4.996")));
+    EXPECT_FALSE(PieceCoversSource(files, Size(small, "4.99")));
+    EXPECT_TRUE(PieceCoversSource(files, Size(large, "1.996", GB)));
+    EXPECT_FALSE(PieceCoversSource(files, Size(large, "1.99", GB)));
+    EXPECT_TRUE(PieceCoversSource(files, Size(missing, "0")));
 }
 
 TEST_F(SplitRules, ASourceHasAFirstFault) {
     using enum SourceFault;
     test.home.MakeFolder("folder");
     const std::string longest = std::string(96, 'n') + ".dat";
+    using Case = std::tuple<std::string, SourceFault, SourceFault>;
     for (const auto& [path, typed, dropped] :
-         {std::tuple(Hole("least", 5243), None, None),
-          {Hole("less", 5242), TooSmall, TooSmall},
-          {Hole(longest, 6000), None, None},
-          {Hole("m" + longest, 6000), LongName, LongName},
-          {Hole("n" + longest, 5242), LongName, TooSmall},
-          {missing, TooSmall, TooSmall},
-          {" " + test.home.Drive("folder") + " ", Folder, Folder},
-          {"", None, None}}) {
+         {Case("", None, None), Case(Hole("least", 5243), None, None),
+          Case(Hole("less", 5242), TooSmall, TooSmall), Case(missing, TooSmall, TooSmall),
+          Case(Hole(longest, 6000), None, None),
+          Case(Hole("m" + longest, 6000), LongName, LongName),
+          Case(Hole("n" + longest, 5242), LongName, TooSmall),
+          Case(" " + test.home.Drive("folder") + " ", Folder, Folder)}) {
         EXPECT_EQ(TypedSourceFault(files, path), typed) << path;
         EXPECT_EQ(DroppedSourceFault(files, path), dropped) << path;
     }
