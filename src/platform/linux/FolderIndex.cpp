@@ -1,11 +1,12 @@
 #include "platform/linux/FolderIndex.h"
 
 #include <dirent.h>
-#include <sys/stat.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SystemPaths.h"
 #include "runtime/Text.h"
 
@@ -16,32 +17,14 @@ namespace {
 // Above this a folder is read for every question: the hashes would cost too much memory.
 constexpr std::size_t MostNames = 200'000;
 
-// 64-bit FNV-1a.
-std::uint64_t HashOf(std::string_view text) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char byte : text) {
-        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
-    }
-    return hash;
+std::size_t HashOf(std::string_view text) {
+    return std::hash<std::string_view>()(text);
 }
 
 }  // namespace
 
-bool FolderIndex::Stamp::operator==(const Stamp& other) const {
-    return device == other.device && inode == other.inode &&
-           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec;
-}
-
-std::optional<FolderIndex::Stamp> FolderIndex::StampOf(const std::string& folder) {
-    struct stat status = {};
-    if (stat(folder.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return Stamp{status.st_dev, status.st_ino, status.st_mtim};
-}
-
 bool FolderIndex::Knows(const std::string& folder) const {
-    return stamp_ && folder == folder_ && StampOf(folder) == stamp_;
+    return stamp_ && folder == folder_ && IdentityOf(folder) == stamp_;
 }
 
 std::optional<std::string> FolderIndex::Find(const std::string& folder, std::string_view name) {
@@ -53,17 +36,17 @@ std::optional<std::string> FolderIndex::Find(const std::string& folder, std::str
 }
 
 void FolderIndex::TakeOver(const std::string& folder, std::string_view name) {
-    const std::uint64_t hash = HashOf(UpperCase(name));
+    const std::size_t hash = HashOf(UpperCase(name));
     const auto place = std::lower_bound(hashes_.begin(), hashes_.end(), hash);
     if (place == hashes_.end() || *place != hash) {
         hashes_.insert(place, hash);
     }
-    stamp_ = hashes_.size() <= MostNames ? StampOf(folder) : std::nullopt;
+    stamp_ = hashes_.size() <= MostNames ? IdentityOf(folder) : std::nullopt;
 }
 
 std::optional<std::string> FolderIndex::Read(const std::string& folder, const std::string& folded) {
     // Taken before the reading, so that a name that comes while it goes on makes it void.
-    stamp_ = StampOf(folder);
+    stamp_ = IdentityOf(folder);
     folder_ = folder;
     hashes_.clear();
     const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), closedir);

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <sys/types.h>
-
-#include <cstdint>
-#include <ctime>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/FileIdentity.h"
 
 namespace zarn {
 
@@ -15,8 +14,8 @@ namespace zarn {
 /// the last search has no such name. A run that writes thousands of parts asks that before each
 /// one; reading the folder every time would make the work grow with the square of the number.
 ///
-/// Of the last folder that was read it keeps a 64-bit hash of each name in upper case. They hold
-/// as long as the folder's device, inode and modification time are those that were recorded. A
+/// Of the last folder that was read it keeps a hash of each name in upper case. They hold as long
+/// as the folder's device, inode, size and modification time are those that were recorded. A
 /// hash that is there leads to a real search, so two names with one hash do no harm. A name that
 /// another process makes within the same clock tick (some milliseconds) as the change recorded
 /// last is found by its exact name only, until the folder changes again.
@@ -34,19 +33,12 @@ class FolderIndex {
     void TakeOver(const std::string& folder, std::string_view name);
 
   private:
-    struct Stamp {
-        dev_t device = 0;
-        ino_t inode = 0;
-        timespec modified = {};
-        bool operator==(const Stamp& other) const;
-    };
-    [[nodiscard]] static std::optional<Stamp> StampOf(const std::string& folder);
     [[nodiscard]] std::optional<std::string> Read(const std::string& folder,
                                                   const std::string& folded);
 
     std::string folder_;
-    std::optional<Stamp> stamp_;         ///< nothing: no hashes
-    std::vector<std::uint64_t> hashes_;  ///< sorted; 8 bytes a name
+    std::optional<FileIdentity> stamp_;  ///< nothing: no hashes
+    std::vector<std::size_t> hashes_;    ///< sorted
 };
 
 /// Lies around one change that the process itself makes to the names in a folder, so that the

@@ -65,14 +65,6 @@ bool WriteAndFlush(FileDescriptor file, std::string_view text) {
 
 }  // namespace
 
-bool FileStamp::operator==(const FileStamp& other) const {
-    const auto same = [](const timespec& one, const timespec& two) {
-        return one.tv_sec == two.tv_sec && one.tv_nsec == two.tv_nsec;
-    };
-    return device == other.device && inode == other.inode && size == other.size &&
-           same(modified, other.modified) && same(changed, other.changed);
-}
-
 RegistryDisk::RegistryDisk(std::string folder)
     : folder_(std::move(folder)), file_(JoinSystemPath(folder_, FileName)) {
 }
@@ -82,7 +74,10 @@ FileStamp RegistryDisk::Stamp() const {
     if (stat(file_.c_str(), &status) != 0) {
         return {};
     }
-    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim, status.st_ctim};
+    return {{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
+             status.st_mtim.tv_nsec},
+            status.st_ctim.tv_sec,
+            status.st_ctim.tv_nsec};
 }
 
 std::optional<std::string> RegistryDisk::Read() {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
-
-#include <ctime>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,12 +11,10 @@ namespace zarn {
 
 /// What tells one state of a file from the next; all zero for a missing file.
 struct FileStamp {
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    timespec modified = {};
-    timespec changed = {};
-    bool operator==(const FileStamp& other) const;
+    FileIdentity identity;
+    std::int64_t changedSeconds = 0;  ///< also where the modification time was put back
+    std::int64_t changedNanoseconds = 0;
+    bool operator==(const FileStamp&) const = default;
 };
 
 /// The bytes of the file `settings.reg` in a folder. A link there leads to the file that is read,
