@@ -1,13 +1,11 @@
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <fstream>
 #include <thread>
 
+#include "platform/Kernel.h"
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxFileSystem.h"
 #include "platform/linux/Wildcard.h"
@@ -18,15 +16,11 @@ namespace {
 
 using enum ErrorNumber;
 
-// What the calls below answer in the system's place; 0 for its own answer.
-int renameError = 0;
-int linkError = 0;
-
 class FilesOfLinux : public ::testing::Test {
   protected:
     void TearDown() override {
         fs::current_path(before);
-        renameError = linkError = 0;
+        kernel = {};
     }
 
     std::optional<ErrorNumber> Move(const std::string& from, const std::string& to) {
@@ -100,22 +94,32 @@ TEST(Wildcards, MatchWholeNames) {
     }
 }
 
+// A server keeps them in an extended attribute, FAT in a byte of its own.
 TEST_F(FilesOfLinux, ReadsAndClearsAttributes) {
+    constexpr std::uint32_t Unknown = 0x40;
     built.Write("file", "");
-    built.MakeFolder("sub");
     const std::string path = built.System("file");
-    EXPECT_EQ(files.Attributes(built.Drive("file")), AttributeNormal);
-    EXPECT_EQ(files.Attributes(built.Drive("sub")), AttributeFolder);
-    ASSERT_EQ(setxattr(path.c_str(), "user.DOSATTRIB", "0x22", 5, 0), 0)
-        << "the build folder's file system has no extended attributes";
-    ASSERT_EQ(chmod(path.c_str(), 0455), 0);
-    EXPECT_EQ(files.Attributes(built.Drive("file")),
-              AttributeReadOnly | AttributeHidden | AttributeArchive);
-    EXPECT_EQ(files.FindFile(built.Drive("FILE")), std::nullopt);
-    files.SetNormalAttributes(built.Drive("FILE"));
-    EXPECT_EQ(files.Attributes(built.Drive("file")), AttributeNormal);
-    EXPECT_EQ(Rights(path), 0655U);
-    EXPECT_EQ(files.FindFile(built.Drive("FILE")), "file");
+    const std::string drivePath = built.Drive("FILE");
+    for (const bool onFat : {false, true}) {
+        SCOPED_TRACE(onFat);
+        EXPECT_EQ(files.Attributes(drivePath), AttributeNormal);
+        ASSERT_EQ(chmod(path.c_str(), 0455), 0);
+        if (onFat) {
+            kernel.fatAttributes = AttributeHidden | AttributeArchive | Unknown;
+        } else {
+            ASSERT_EQ(setxattr(path.c_str(), "user.DOSATTRIB", "0x62", 5, 0), 0)
+                << "the build folder's file system has no extended attributes";
+        }
+        EXPECT_EQ(files.Attributes(drivePath),
+                  AttributeReadOnly | AttributeHidden | AttributeArchive);
+        EXPECT_EQ(files.FindFile(drivePath), std::nullopt);
+        files.SetNormalAttributes(drivePath);
+        EXPECT_EQ(files.Attributes(drivePath).value() & ~AttributeArchive,
+                  onFat ? 0U : AttributeNormal);
+        EXPECT_EQ(Rights(path), 0655U);
+        EXPECT_EQ(files.FindFile(drivePath), "file");
+    }
+    EXPECT_EQ(kernel.fatAttributes, AttributeArchive | Unknown);
     EXPECT_EQ(ErrorOf([&] { files.SetNormalAttributes(built.Drive("none")); }), FileNotFound);
 }
 
@@ -138,11 +142,11 @@ TEST_F(FilesOfLinux, DeletesNamesNeverFoldersOrTargets) {
     fs::create_symlink("Target", folder.System("link"));
     folder.Write("c*", "");
     folder.Write("c1", "");
-    EXPECT_TRUE(files.DeleteFile(folder.Drive("LINK")));
-    EXPECT_TRUE(files.DeleteFile(folder.Drive("c*")));
-    EXPECT_FALSE(files.DeleteFile(folder.Drive("c*")));
-    EXPECT_FALSE(files.DeleteFile(folder.Drive("sub")));
-    EXPECT_FALSE(files.DeleteFile("B:\\x"));
+    EXPECT_TRUE(files.DeleteFile(folder.Drive("LINK")) && files.DeleteFile(folder.Drive("c*")));
+    for (const std::string& path :
+         {folder.Drive("c*"), folder.Drive("sub"), std::string("B:\\x")}) {
+        EXPECT_FALSE(files.DeleteFile(path)) << path;
+    }
     EXPECT_EQ(folder.Names(), (Names{"Target", "c1", "sub"}));
 }
 
@@ -212,8 +216,10 @@ TEST_F(FilesOfLinux, NeverReplacesWhereTheVolumeCannotRefuseIt) {
     for (const int error : {EINVAL, ENOSYS}) {
         for (const int noLink : {0, EPERM}) {
             SCOPED_TRACE(std::to_string(error) + " " + std::to_string(noLink));
-            renameError = error;
-            linkError = noLink;
+            kernel.errors = {{"renameat2", error}};
+            if (noLink != 0) {
+                kernel.errors["link"] = noLink;
+            }
             folder.Write("a", "A");
             folder.Write("b", "B");
             EXPECT_EQ(Move("a", "b"), FileAlreadyExists);
@@ -253,18 +259,28 @@ TEST_F(FilesOfLinux, PreparedFilesAppearWholeOrNotAtAll) {
     const auto pending = files.PrepareFile(folder.Drive("Old.txt"), bytes);
     EXPECT_EQ(folder.Read("Old.txt"), "old");
     EXPECT_EQ(folder.Names().size(), 4U);
+    kernel.errors["fsync"] = EIO;
+    EXPECT_EQ(ErrorOf([&] { pending->Flush(); }), DeviceIOError);
+    kernel = {};
     pending->Flush();
+    kernel.errors["fsync"] = EINVAL;  // some have nothing to flush for a folder
     pending->Commit();
     EXPECT_TRUE(folder.Read("Old.txt") == bytes);
     EXPECT_EQ(Rights(folder.System("Old.txt")), 0640U);
     const mode_t mask = umask(027);
-    files.PrepareFile(folder.Drive("fresh.txt"), "1")->Commit();
-    umask(mask);
+    const auto fresh = files.PrepareFile(folder.Drive("fresh.txt"), "1");
+    EXPECT_EQ(umask(mask), 027U);
+    kernel = {};
+    fresh->Flush();
+    kernel.errors["fsync"] = EIO;
+    EXPECT_EQ(ErrorOf([&] { fresh->Commit(); }), DeviceIOError);
     EXPECT_EQ(Rights(folder.System("fresh.txt")), 0640U);
-    EXPECT_EQ(ErrorOf([&] { files.PrepareFile(folder.Drive("sub"), "x")->Commit(); }),
-              PathFileAccessError);
-    EXPECT_EQ(ErrorOf([&] { (void)files.PrepareFile(folder.Drive("none\\x"), "x"); }),
-              PathNotFound);
+    using Case = std::pair<const char*, ErrorNumber>;
+    for (const auto& [name, error] :
+         {Case("sub", PathFileAccessError), Case("none\\x", PathNotFound)}) {
+        EXPECT_EQ(ErrorOf([&, &to = name] { (void)files.PrepareFile(folder.Drive(to), "x"); }),
+                  error);
+    }
     files.FlushVolume(folder.Drive());
     EXPECT_EQ(ErrorOf([&] { files.FlushVolume(folder.Drive("none")); }), PathNotFound);
     EXPECT_EQ(folder.Names(), (Names{"OLD.TXT", "Old.txt", "fresh.txt", "sub"}));
@@ -317,17 +333,3 @@ TEST_F(FilesOfLinux, KeepsTemporaryFilesFromOthers) {
 
 }  // namespace
 }  // namespace zarn::testing
-
-// Stands before the system's library, for volumes that lack a call.
-int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
-              unsigned flags) noexcept {
-    errno = zarn::testing::renameError;
-    return errno != 0
-               ? -1
-               : static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
-}
-
-int link(const char* from, const char* to) noexcept {
-    errno = zarn::testing::linkError;
-    return errno != 0 ? -1 : linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
-}

@@ -4,6 +4,7 @@
 
 #include "platform/linux/LinuxVolumes.h"
 #include "support/Prelude.h"
+#include "support/TestMount.h"
 
 namespace zarn::testing {
 namespace {
@@ -61,6 +62,12 @@ TEST(Drives, GetTheTypeOfTheirMount) {
                                       Case("/mnt/s cifs //srv/data", Remote),
                                       Case("/mnt/h fuse.sshfs u@h:", Remote),
                                       Case("/tmp tmpfs tmpfs", RamDisk),
+                                      Case("/x ramfs none", RamDisk),
+                                      Case("/x nfs none", Remote),
+                                      Case("/x smb3 none", Remote),
+                                      Case("/x 9p none", Remote),
+                                      Case("/x virtiofs none", Remote),
+                                      Case("/x none /dev/none", Fixed),
                                       Case("/ ext4 /dev/none", {}),
                                       Case("/dev/shm tmpfs tmpfs", {}),
                                       Case("/run/user/1000 tmpfs tmpfs", {}),
@@ -71,6 +78,10 @@ TEST(Drives, GetTheTypeOfTheirMount) {
                                       Case("/etc/pve fuse /dev/fuse", {})}) {
         const auto words = Split(mount, " ");
         EXPECT_EQ(DriveTypeOfMount({words[0], words[1], words[2]}), type) << mount;
+    }
+    for (const char* kind : {"ext2", "ext3", "ext4", "xfs", "btrfs", "bcachefs", "f2fs", "jfs",
+                             "vfat", "msdos", "exfat", "ntfs", "ntfs3", "hfs", "hfsplus"}) {
+        EXPECT_EQ(DriveTypeOfMount({"/x", kind, "none"}), Fixed) << kind;
     }
 }
 
@@ -211,6 +222,23 @@ TEST_F(Paths, OfRootsAreVolumesThatAnswerWhereThereIsAMedium) {
     }
     folder.MakeFolder("none");  // the medium comes in
     EXPECT_TRUE(volumes.GetVolumeInformation("A:\\"));
+}
+
+TEST_F(Paths, OnMediaThatComeAndGoHaveLettersMeanwhile) {
+    const TestMount disk(1 << 16);
+    const std::string first = paths.DrivePath(disk.folder.System("file")).value();
+    std::optional<TestMount> medium(std::in_place, 1 << 16);
+    const std::string root = paths.DrivePath(medium->folder.System()).value();
+    EXPECT_EQ(first.substr(1) + root.substr(1), R"(:\file:\)");
+    EXPECT_LT(first.front(), root.front());
+    EXPECT_EQ(paths.SystemPath(root + "file"), medium->folder.System("file"));
+    EXPECT_EQ(volumes.GetDriveType(root), DriveType::RamDisk);
+    EXPECT_EQ(volumes.GetVolumeInformation(root).value().fileSystemName, "tmpfs");
+    EXPECT_EQ(volumes.GetDiskFreeSpaceEx(root).total, 1U << 16U);
+    medium.reset();
+    EXPECT_EQ(ErrorOf([&] { return paths.SystemPath(root); }), ErrorNumber::DiskNotReady);
+    EXPECT_FALSE(volumes.GetVolumeInformation(root));
+    EXPECT_EQ(paths.SystemPath(first), disk.folder.System("file"));
 }
 
 // The label of a device is the name of a link to it. Root may make a device; others have that of

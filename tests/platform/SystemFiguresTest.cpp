@@ -49,16 +49,17 @@ TEST_F(SystemFiguresTest, CollectsAPercentage) {
     EXPECT_FALSE(figures.CollectedLoad());
 }
 
+TEST_F(SystemFiguresTest, TellsTheMemory) {
+    EXPECT_EQ(figures.Memory().total + figures.Memory().available, 0);
+    kernel.Write("meminfo", "MemTotal:  7 kB\nMemFree: 1 kB\nMemAvailable: 2 kB\n");
+    EXPECT_EQ(figures.Memory().total, 7168);
+    EXPECT_EQ(figures.Memory().available, 2048);
+}
+
 TEST(SystemFigures, TheRunningSystemTellsPlausibleFigures) {
     LinuxSystemFigures figures;
-    const ProcessorTimes times = figures.Times().value_or(ProcessorTimes());
-    EXPECT_EQ(times.processors, sysconf(_SC_NPROCESSORS_ONLN));
-    EXPECT_GT(times.system, 0);
-    EXPECT_LE(times.idle, (times.system + 1) * times.processors);
-    const MemoryFigures memory = figures.Memory();
-    EXPECT_GT(memory.available, 0);
-    EXPECT_GT(memory.total, memory.available);
-    EXPECT_EQ(memory.total / getpagesize(), sysconf(_SC_PHYS_PAGES));
+    EXPECT_EQ(figures.Times().value().processors, sysconf(_SC_NPROCESSORS_ONLN));
+    EXPECT_EQ(figures.Memory().total / getpagesize(), sysconf(_SC_PHYS_PAGES));
 }
 
 }  // namespace
