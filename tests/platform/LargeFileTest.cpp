@@ -99,19 +99,18 @@ TEST_F(LargeFile, TakesNoLockedFileForALeftOver) {
 TEST_F(LargeFile, CountsBeyondFourGigabytes) {
     constexpr std::int64_t Beyond = (std::int64_t{4} << 30U) + 12345;
     const TestFolder memory("/dev/shm");
+    memory.Write("part", "bytes");
     memory.Write("hole", "");
     fs::resize_file(memory.System("hole"), Beyond);
     source.Open(memory.Drive("hole"));
     target.Append(R"(C:\dev\null)");
     EXPECT_EQ(target.WriteFrom(source, Beyond + 1), Beyond);
-    folder.Write("part", "bytes");
-    source.Open(folder.Drive("part"));
+    source.Open(memory.Drive("part"));
     target.Append(memory.Drive("hole"));
-    EXPECT_EQ(target.WriteFrom(source, 5), 5);
+    EXPECT_EQ(target.WriteFrom(source, 9), 5);
     EXPECT_EQ(target.Identity().size, Beyond + 5);
-    std::ifstream file(memory.System("hole"));
     std::string end;
-    file.seekg(Beyond) >> end;
+    std::ifstream(memory.System("hole")).seekg(Beyond) >> end;
     EXPECT_EQ(end, "bytes");
 }
 

@@ -5,59 +5,42 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 #include "support/TestFolder.h"
 
 namespace zarn::testing {
 
-namespace {
-
-// Runs in the child between fork and exec.
-[[noreturn]] void Become(const std::string& program, std::vector<std::string> arguments,
-                         const std::map<std::string, std::string>& environment,
-                         const std::string& folder, const TestFolder& streams) {
-    for (const auto& [key, value] : environment) {
-        setenv(key.c_str(), value.c_str(), 1);
-    }
-    if (!folder.empty() && chdir(folder.c_str()) != 0) {
-        _exit(126);
-    }
-    constexpr mode_t OwnerOnly = 0600;
-    constexpr int Append = O_WRONLY | O_CREAT | O_APPEND;
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-    dup2(open(streams.System("out").c_str(), Append, OwnerOnly), STDOUT_FILENO);
-    dup2(open(streams.System("err").c_str(), Append, OwnerOnly), STDERR_FILENO);
-    std::vector<char*> words;
-    arguments.insert(arguments.begin(), program);
-    words.reserve(arguments.size() + 1);
-    for (std::string& argument : arguments) {
-        words.push_back(argument.data());
-    }
-    words.push_back(nullptr);
-    execv(program.c_str(), words.data());
-    _exit(127);
-}
-
-}  // namespace
-
-ProgramResult RunProgram(const std::string& name, const std::vector<std::string>& arguments,
+ProgramResult RunProgram(const std::string& name, std::vector<std::string> arguments,
                          const std::map<std::string, std::string>& environment,
                          const std::string& folder) {
+    constexpr mode_t OwnerOnly = 0600;
     const TestFolder streams;
+    arguments.insert(arguments.begin(),
+                     name.starts_with('/') ? name : std::string(ZARN_BINARY_FOLDER) + "/" + name);
+    std::vector<char*> words;
+    std::transform(arguments.begin(), arguments.end(), std::back_inserter(words),
+                   [](std::string& argument) { return argument.data(); });
+    words.push_back(nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        const std::string program =
-            name.starts_with('/') ? name : std::string(ZARN_BINARY_FOLDER) + "/" + name;
-        Become(program, arguments, environment, folder, streams);
+        for (const auto& [key, value] : environment) {
+            setenv(key.c_str(), value.c_str(), 1);
+        }
+        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(creat(streams.System("out").c_str(), OwnerOnly), STDOUT_FILENO);
+        dup2(creat(streams.System("err").c_str(), OwnerOnly), STDERR_FILENO);
+        if (folder.empty() || chdir(folder.c_str()) == 0) {
+            execv(words.front(), words.data());
+        }
+        _exit(127);
     }
-    int status = 0;
+    int status = -1;
     EXPECT_EQ(waitpid(child, &status, 0), child);
-    ProgramResult result;
-    result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-    result.output = streams.Read("out");
-    result.error = streams.Read("err");
-    return result;
+    return {WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status), streams.Read("out"),
+            streams.Read("err")};
 }
 
 }  // namespace zarn::testing

@@ -15,8 +15,7 @@ struct ProgramResult {
 /// Runs a program of the build by its bare name, or any by its path, and waits for it.
 /// `environment` is added to the environment of the test. Standard input is at its end; the working
 /// directory is `folder` if that is not empty.
-[[nodiscard]] ProgramResult RunProgram(const std::string& name,
-                                       const std::vector<std::string>& arguments,
+[[nodiscard]] ProgramResult RunProgram(const std::string& name, std::vector<std::string> arguments,
                                        const std::map<std::string, std::string>& environment = {},
                                        const std::string& folder = {});
 

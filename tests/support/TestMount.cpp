@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <utility>
 
 namespace zarn::testing {
 
@@ -30,25 +29,25 @@ bool EnterMountNamespace() {
     return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-}  // namespace
-
-TestMount::TestMount(std::size_t bytes) : options_("size=" + std::to_string(bytes)) {
-    Mount();
-}
-
-TestMount::TestMount(std::string source) : source_(std::move(source)) {
-    Mount();
-}
-
-void TestMount::Mount() const {
+void Mount(const std::string& source, const TestFolder& folder, unsigned long flags,
+           const std::string& options) {
     static const bool entered = EnterMountNamespace();
     EXPECT_TRUE(entered) << "no mount name space: " << std::strerror(errno);
-    const unsigned long flags = options_.empty() ? MS_BIND : 0;
-    EXPECT_EQ(mount(source_.c_str(), folder.System().c_str(), "tmpfs", flags, options_.c_str()), 0)
+    EXPECT_EQ(mount(source.c_str(), folder.System().c_str(), "tmpfs", flags, options.c_str()), 0)
         << std::strerror(errno);
 }
 
-void TestMount::Unmount() const {
+}  // namespace
+
+TestMount::TestMount(std::size_t bytes) {
+    Mount("medium", folder, 0, "size=" + std::to_string(bytes));
+}
+
+TestMount::TestMount(const std::string& source) {
+    Mount(source, folder, MS_BIND, {});
+}
+
+TestMount::~TestMount() {
     EXPECT_EQ(umount(folder.System().c_str()), 0) << std::strerror(errno);
 }
 

@@ -13,25 +13,12 @@ class TestMount {
     /// An empty memory file system of this size.
     explicit TestMount(std::size_t bytes);
     /// A folder (a path of the operating system) that has a second path here.
-    explicit TestMount(std::string source);
+    explicit TestMount(const std::string& source);
     TestMount(const TestMount&) = delete;
     TestMount& operator=(const TestMount&) = delete;
-    ~TestMount() { Unmount(); }
-
-    /// Takes a medium out and puts an empty one of the same size in.
-    void Replace() const {
-        Unmount();
-        Mount();
-    }
+    ~TestMount();
 
     TestFolder folder;
-
-  private:
-    void Mount() const;
-    void Unmount() const;
-
-    std::string source_ = "medium";
-    std::string options_;  ///< none of a second path
 };
 
 }  // namespace zarn::testing
