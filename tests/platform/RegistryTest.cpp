@@ -78,7 +78,6 @@ TEST_F(RegistryTest, TheFileIsWrittenByteForByte) {
 
 TEST_F(RegistryTest, KeysComeAndGo) {
     const std::string below = std::string(Key) + R"(\Below)";
-    EXPECT_FALSE(store.KeyExists(User, Key));
     EXPECT_EQ(store.DeleteKey(User, Key), NotFound);
     EXPECT_EQ(store.DeleteValue(User, Key, "a"), NotFound);
     EXPECT_EQ(store.CreateKey(User, below), Success);
@@ -90,14 +89,13 @@ TEST_F(RegistryTest, KeysComeAndGo) {
     EXPECT_EQ(store.DeleteValue(User, Key, "A"), Success);
     EXPECT_FALSE(store.QueryValue(User, Key, "a"));
     EXPECT_EQ(store.DeleteKey(User, Key), Success);
-    EXPECT_TRUE(store.KeyExists(User, "Software"));
+    EXPECT_FALSE(store.KeyExists(User, Key));
+    EXPECT_EQ(store.CreateKey(User, std::string(255, 'a')), Success);
     for (const std::string& path :
          Names{"", "\\a", "a\\", "a\\\\b", "a\nb", std::string(256, 'a')}) {
         EXPECT_EQ(store.CreateKey(User, path), Failed) << path;
     }
-    EXPECT_EQ(store.CreateKey(User, std::string(255, 'a')), Success);
     EXPECT_EQ(store.SetValue(User, Key, "a\nb", Number(1)), Failed);
-    EXPECT_EQ(store.SetValue(User, Key, "a", Text(std::string(1 << 24, 'a'))), Failed);
 }
 
 TEST_F(RegistryTest, WhatPeopleAndRegistryEditorsWriteIsTaken) {
@@ -196,16 +194,19 @@ TEST_F(RegistryTest, WhatCannotBeWrittenHoldsAllTheSameAndIsToldOnce) {
     EXPECT_TRUE(below.KeyExists(User, Key));
     // A value that can be written again is that of the file.
     home.MakeFolder("settings.lock");
-    SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed); });
-    fs::rename(home.System("settings.lock"), home.System("folder"));
+    EXPECT_TRUE(
+        Contains(SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("b")), Failed); }),
+                 home.System("settings.lock") + ": Is a directory"));
+    fs::remove(home.System("settings.lock"));
+    EXPECT_EQ(store.SetValue(User, Key, "b", Text(std::string(1 << 24, 'a'))), Failed);
     EXPECT_EQ(store.SetValue(User, Key, "a", Text("c")), Success);
     home.Write("settings.reg", In(R"("a"="d")"));
     EXPECT_EQ(TextOf(store, "a"), "d");
     // A damaged file stays where it cannot be kept aside.
     home.Write("settings.reg", "rubbish");
     fs::remove(home.System("settings.lock"));
-    fs::create_symlink("folder", home.System("settings.lock"));
-    SaidBy([&] { EXPECT_EQ(store.SetValue(User, Key, "a", Text("e")), Failed); });
+    fs::create_symlink("file", home.System("settings.lock"));
+    EXPECT_EQ(store.SetValue(User, Key, "a", Text("e")), Failed);
     EXPECT_TRUE(Contains(store.TakeNotice(), "kept as\r" + home.System("settings.reg\r")));
     EXPECT_EQ(home.Read("settings.reg"), "rubbish");
 }
