@@ -228,6 +228,8 @@ void SplitterEngine::Run::FinishPart(PartEnd end) {
     if (end == PartEnd::Complete && platform_.fileSystem->FileSize(path) == 0) {
         files_.FileDelete(path);
         engine_.parts_.BlankLastName();
+        // Its bytes were written: somebody has emptied it since.
+        engine_.whySourceStays_ = PartsLostReason;
     }
 }
 

@@ -116,8 +116,7 @@ void SplitterEngine::DeleteSource(const std::string& source) {
 bool SplitterEngine::PartsAreThere() {
     for (std::int32_t index = 1; index < parts_.UpperBound(); ++index) {
         const auto file = shared_.Platform().fileSystem->Identity(parts_.Path(index));
-        const bool isThere = file && file->IsSameFile(parts_.File(index));
-        if (!parts_.Name(index).empty() && !isThere) {
+        if (!file || !file->IsSameFile(parts_.File(index))) {
             return false;
         }
     }
@@ -127,7 +126,7 @@ bool SplitterEngine::PartsAreThere() {
 // A job that failed or was cancelled keeps to its own rule.
 bool SplitterEngine::MayReplaceSource() {
     if (whySourceStays_.empty() && isComplete_ && !PartsAreThere()) {
-        whySourceStays_ = "Parts of it were removed or replaced while it was split.";
+        whySourceStays_ = PartsLostReason;
     }
     return whySourceStays_.empty();
 }

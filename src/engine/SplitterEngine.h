@@ -87,6 +87,9 @@ class SplitterEngine {
   private:
     class Run;
 
+    static constexpr std::string_view PartsLostReason =
+        "Parts of it were removed or replaced while it was split.";
+
     [[nodiscard]] std::string TemporaryFolder();
     [[nodiscard]] std::string ArchivePath(const std::string& source, const std::string& folder);
     void WriteArchive(const std::string& source, std::int32_t level);
