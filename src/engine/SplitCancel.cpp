@@ -3,7 +3,6 @@
 #include <chrono>
 
 #include "engine/SplitRun.h"
-#include "scripts/BatchGenerator.h"
 
 namespace zarn {
 
@@ -54,7 +53,7 @@ bool SplitterEngine::Run::CancelAtPrompt() {
 bool SplitterEngine::Run::CancelAfterScript() {
     engine_.progress_.statusText = StoppingText;
     DiscardOutput();
-    files_.FileDelete(BatchGenerator::FunctionFileBat(engine_.parts_.Name(1), engine_.basePath_));
+    DeleteOlderScript(engine_.parts_.Path(1));  // this run has left none yet
     engine_.events_.SplitterFinish();
     return false;
 }

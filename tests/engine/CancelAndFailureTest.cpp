@@ -154,6 +154,10 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
     source = folder.Drive("movie.avi_Part1");
     ExpectFailure(30000);
     EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
+    fs::remove(out.System("movie.avi_Part1_Part2"));
+    queue.whenRun = [&] { progress.StopRequested = events.log.back().starts_with("100%"); };
+    EXPECT_FALSE(Split(30000));  // cancelled behind the last part
+    EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
 }
 
 struct HeldSignal : public Signals {
