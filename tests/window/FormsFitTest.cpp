@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QHeaderView>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -123,6 +124,9 @@ TEST_F(FormsFit, EveryControlHasANameAKeyAndAPlaceOfItsOwn) {
     ExpectNamesAndKeys(Widget("Panel1"), "VHSJPUAT");  // and the menu's F
     ExpectNamesAndKeys(Widget("Panel2"), "FVHSJPUAT");
     ExpectNamesAndKeys(Widget("Panel4"), "FVHSJPUAT");
+    const auto& sizes = Find<ComboField>("CmbPartSize");
+    EXPECT_EQ(sizes.lineEdit()->accessibleName(), sizes.accessibleName());
+    EXPECT_EQ(sizes.view()->accessibleName(), sizes.accessibleName());
     ExpectNamesAndKeys(Widget("vbalExplorerBarCtl1"), "FVH");
 }
 
@@ -152,7 +156,8 @@ TEST_F(FormsFit, EveryDialog) {
         }
         EXPECT_GE(seen.size(), 12U);
         for (QDialog* form : std::initializer_list<QDialog*>{&about, &tips}) {
-            EXPECT_EQ(form->size(), form->sizeHint());
+            EXPECT_EQ(form->minimumSize(), form->maximumSize());
+            EXPECT_FALSE(form->findChild<QLabel*>("Picture")->pixmap().isNull());
             form->findChild<QAbstractButton*>("CmdClose")->click();
             EXPECT_FALSE(form->isVisible());
         }

@@ -6,14 +6,14 @@
 
 namespace zarn::testing {
 
-/// The whole window in front. Noted are the priorities that it asks for, and the web pages.
+/// The whole window in front. Noted are the priorities that it asks for, and what it opens.
 class FrmMainFixture : public PageFixture<FrmMain> {
   protected:
     std::unique_ptr<FrmMain> Make() override {
         return std::make_unique<FrmMain>(
             Shared(), Dialogs(),
             WebPages{news, support, [this](const std::string& page) { opened += page + " "; }},
-            [] {});
+            [this] { opened += "the command line"; });
     }
     void BringUp(FrmMain& window) override { Activate(window); }
     static void Activate(QWidget& window) {

@@ -47,6 +47,9 @@ class FrmMainTest : public FrmMainFixture {
         const Soon look([&shown] {
             if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
                 shown = std::string(dialog->metaObject()->className()) + " ";
+                if (auto* help = dialog->findChild<QAbstractButton*>("CmdHelp")) {
+                    help->click();
+                }
                 dialog->reject();
             }
         });
@@ -148,13 +151,18 @@ TEST_F(FrmMainTest, KeysLeadToPagesAndHelp) {
 TEST_F(FrmMainTest, SideBarNamesItsPartsAndHostsTheMonitor) {
     EXPECT_TRUE(Bar().isAncestorOf(&Widget("FrameMonitor")));
     EXPECT_FALSE(Widget("Item_TIPS").visibleRegion().isEmpty());
-    std::string names;
+    std::string texts;
     for (const auto* button : Bar().findChildren<BarButton*>()) {
-        names += FromQt(button->accessibleName()) + (button->icon().isNull() ? ", " : "*, ");
+        texts += FromQt(button->text()) + (button->icon().isNull() ? ", " : "*, ");
     }
-    EXPECT_EQ(names,
-              "Main Functions, Split*, Join*, Preferences*, Performance Monitor, Help and Support, "
-              "Help & Tutorials*, Support Center*, About ...*, Tips, ");
+    EXPECT_EQ(texts,
+              "   Main Functions, &Split*, &Join*, &Preferences*, Performance Monitor, "
+              "Help and Support, Help && Tutorials*, S&upport Center*, &About ...*, &Tips, ");
+    EXPECT_EQ(Widget("Item_CONTENTS").accessibleName(), "Help & Tutorials");
+    EXPECT_EQ(Widget("Item_SUPPORT").accessibleName(), "Support Center");
+    EXPECT_EQ(Bar().State("HELP"), 1);
+    EXPECT_EQ(Widget("Bar_SYS").geometry(), QRect(8, 100, 198, 22));
+    EXPECT_EQ(Widget("Item_SPLIT").geometry(), QRect(4, 4, 190, 18));
 }
 
 TEST_F(FrmMainTest, ATitleOfTheSideBarClosesItsBarAndOpensItAgain) {
@@ -261,6 +269,7 @@ TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
     Settings().CompressPassword("secret");
     Folder().Write("film.mkv", TestBytes(60'000));
     Open();
+    EXPECT_TRUE(IsChecked("ChkSecurity"));
     for (const bool encrypted : {true, false}) {
         Button("ChkSecurity").setChecked(encrypted);
         Page().OpenSource(Folder().Drive("film.mkv"));
@@ -280,6 +289,7 @@ TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
     Settings().PriorityProcessor(3);
     EXPECT_EQ(LabelText("txtPriorityDesc"), "Level 3 (High)");
     EXPECT_TRUE(Page().windowTitle().startsWith("Zarn File Splitter v"));
+    EXPECT_FALSE(Page().windowIcon().isNull());
     auto& field = Find<QLineEdit>("txtDestinationFolderJoin");
     field.setEnabled(true);
     for (const char* folder : {R"(C:\)", "ab"}) {
@@ -291,6 +301,7 @@ TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
     }
     Button("cmdCreateCommand").setEnabled(true);
     EXPECT_EQ(Modal([this] { Click("cmdCreateCommand"); }), "zarn::FrmCommandLine ");
+    EXPECT_EQ(opened, "the command line");
     auto& script = Find<QLineEdit>("txtFileToJoin");
     const QSignalBlocker blocker(script);
     script.setText("a.bat");

@@ -111,6 +111,7 @@ TEST_F(SplitPageSource, LoadsTheStoredChoicesAtAReset) {
     Page().ResetSplitForm();
     EXPECT_EQ(Text("txtPartsNumber") + PartSize().Text() + Told(), "");
     EXPECT_EQ(Spinner().Value(), 1);
+    EXPECT_EQ(PartSize().RowCount(), 8);
     EXPECT_EQ(calls.back(), "status Ready");
 }
 

@@ -179,7 +179,7 @@ TEST_F(SplitRules, APieceFitsARemovableDevice) {
           Case(Fixed, Megabyte, Size(small, "2"), ""),
           Case(Removable, Megabyte, Size(small, "1.44"), ""),
           Case(Removable, Megabyte, Size(missing, "2"), ""),
-          Case(Removable, 2 * Megabyte, Size(small, "2"), ""),
+          Case(Removable, 2 * Megabyte, Size(small, "2.001"), ""),
           Case(Removable, Gigabyte, Size(missing, "1.44", GB), OverDevice),
           Case(Removable, Gigabyte, Size(large, "1.001", GB), ""),
           Case(CdRom, Gigabyte, Size(large, "1.44", GB), "")}) {
