@@ -33,6 +33,21 @@ class FrmMainTest : public FrmMainFixture {
         }
         return shown;
     }
+    /// What an entry of the menu or a button shows and opens, and the page below that.
+    std::string Lead(const char* name) {
+        opened.clear();
+        std::string place = Modal([&] {
+            if (auto* entry = Page().findChild<QAction*>(name)) {
+                entry->trigger();
+            } else {
+                Click(name);
+            }
+        });
+        place += opened;
+        place += Help().isVisible() ? "help " : "";
+        Help().close();
+        return place + Panel();
+    }
     void MoveMouse(const char* name, const QPoint& place) {
         QTest::mouseMove(Page().windowHandle(), Widget(name).mapTo(&Page(), place));
     }
@@ -120,17 +135,7 @@ TEST_F(FrmMainTest, MenuSideBarAndPictureLeadToPagesAndWindows) {
           Case("Item_ABOUT", "zarn::FrmAbout Panel2"), Case("Item_TIPS", "zarn::frmTip Panel2"),
           Case("Item_SUPPORT", "https://support Panel2"), Case("Item_CONTENTS", "help Panel2"),
           Case("PicHelp", "help Panel2"), Case("mnuExit", "")}) {
-        opened.clear();
-        const std::string dialog = Modal([&] {
-            if (auto* entry = Page().findChild<QAction*>(name)) {
-                entry->trigger();
-            } else {
-                Click(name);
-            }
-        });
-        const std::string help = Help().isVisible() ? "help " : "";
-        EXPECT_EQ(dialog + opened + help + Panel(), place) << name;
-        Help().close();
+        EXPECT_EQ(Lead(name), place) << name;
     }
 }
 

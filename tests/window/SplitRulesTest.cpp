@@ -90,7 +90,7 @@ TEST(PieceSizes, TextsOfFields) {
 
 class SplitRules : public ::testing::Test {
   protected:
-    std::string Hole(const std::string& name, double bytes) const {
+    [[nodiscard]] std::string Hole(const std::string& name, double bytes) const {
         test.home.Write(name, "");
         fs::resize_file(test.home.System(name), static_cast<std::uintmax_t>(bytes));
         return test.home.Drive(name);
