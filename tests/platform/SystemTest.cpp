@@ -1,11 +1,17 @@
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 
+#include "platform/linux/ConsoleMessageBoxes.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxProcesses.h"
+#include "platform/linux/LinuxSystemFigures.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -179,6 +185,115 @@ TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
     EXPECT_LE(std::abs((std::chrono::sys_days(date) - today).count()), 1) << "time zones apart";
     const double late = timer - ((now.hour * 60 + now.minute) * 60 + now.second);
     EXPECT_TRUE((late >= 0 && late < 2) || timer < 2) << late;
+}
+
+// A folder in the kernel's place.
+struct SystemFiguresTest : public ::testing::Test {
+    TestFolder kernel;
+    LinuxSystemFigures figures{kernel.System()};
+};
+
+TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
+    EXPECT_FALSE(figures.Times());
+    const std::string two = "\ncpu0 1 1\ncpu1 1 1\nintr 9\n";
+    const std::int64_t tick = 10'000'000 / sysconf(_SC_CLK_TCK);
+    using Row = std::pair<std::string, std::string>;
+    for (const auto& [stat, expected] : {
+             Row("cpu  10 20 30 100 40 1 2 3 500 600" + two, "140 103 2"),
+             Row("cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"),
+             Row("cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"),  // waits taken back
+             Row("cpu  50 20 30 110 30 1 2 3\ncpu0 7\ncpu2 7\ncpu5 7\ncpu6 7\n", "160 123 4"),
+             Row("cpu  51 20 30 130 30 1 2 3 0 0\n", "180 144 1"),
+             Row("cpu0  10 20 30 110 30 1 2 3 900 900\n", "0 0 0"),
+             Row("cpu  10 20 30 110 30 1 2", "0 0 0"),
+         }) {
+        kernel.Write("stat", stat);
+        const ProcessorTimes times = figures.Times().value_or(ProcessorTimes{0, 0, 0});
+        EXPECT_EQ(std::to_string(times.idle / tick) + " " + std::to_string(times.system / tick) +
+                      " " + std::to_string(times.processors),
+                  expected)
+            << stat;
+    }
+}
+
+TEST_F(SystemFiguresTest, CollectsAPercentage) {
+    EXPECT_FALSE(figures.StartCollection() || figures.CollectedLoad());
+    kernel.Write("stat", "cpu  100 0 0 100 0 0 0 0\n");
+    EXPECT_FALSE(figures.CollectedLoad()) << "has not been started";
+    EXPECT_TRUE(figures.StartCollection());
+    kernel.Write("stat", "cpu  130 0 0 110 0 0 0 0\n");
+    EXPECT_EQ(figures.CollectedLoad(), 75);
+    EXPECT_EQ(figures.CollectedLoad(), 75) << "no time has passed";
+    kernel.Write("stat", "cpu  130 0 0 200 0 0 0 0\n");
+    EXPECT_EQ(figures.CollectedLoad(), 0);
+    figures.StopCollection();
+    EXPECT_FALSE(figures.CollectedLoad());
+}
+
+TEST_F(SystemFiguresTest, TellsTheMemory) {
+    EXPECT_EQ(figures.Memory().total + figures.Memory().available, 0);
+    kernel.Write("meminfo", "MemTotal:  7 kB\nMemFree: 1 kB\nMemAvailable: 2 kB\n");
+    EXPECT_EQ(figures.Memory().total, 7168);
+    EXPECT_EQ(figures.Memory().available, 2048);
+}
+
+TEST(SystemFigures, TheRunningSystemTellsPlausibleFigures) {
+    LinuxSystemFigures figures;
+    EXPECT_EQ(figures.Times().value().processors, sysconf(_SC_NPROCESSORS_ONLN));
+    EXPECT_EQ(figures.Memory().total / getpagesize(), sysconf(_SC_PHYS_PAGES));
+}
+
+using enum BoxAnswer;
+
+struct ConsoleTest : public ::testing::Test {
+    ConsoleTest() { folder.Write("out", ""); }
+
+    BoxAnswer Show(const BoxMessage& message, const FileDescriptor& input) {
+        const FileDescriptor output = OpenFile(folder.System("out"), O_WRONLY | O_TRUNC);
+        return ConsoleMessageBoxes(input.Number(), output.Number()).Show(message);
+    }
+
+    TestFolder folder;
+};
+
+TEST_F(ConsoleTest, ABoxIsItsTitleAndItsTextAndAQuestionIsAnsweredByALine) {
+    const BoxMessage box = {"Error", "One\r\rTwo   ", BoxIcon::Stop, BoxButtons::Ok};
+    const BoxMessage untitled = {"", "Done", BoxIcon::Stop, BoxButtons::Ok};
+    const BoxMessage question = {"", "Sure?", BoxIcon::Question, BoxButtons::YesNo};
+    const std::string asked = "Sure?\n[y/n] ";
+    using Case = std::tuple<BoxMessage, std::string, BoxAnswer, std::string, std::string>;
+    for (const auto& [message, input, answer, output, notRead] :
+         {Case(box, "x", Ok, "Error\nOne\n\nTwo   \n", "x"), Case(untitled, "", Ok, "Done\n", ""),
+          Case(question, "y\nrest\n", Yes, asked, "rest\n"),
+          Case(question, " YES \n", Yes, asked, ""), Case(question, "y", Yes, asked, ""),
+          Case(question, "no\ny\n", No, asked, "y\n"), Case(question, "N\n", No, asked, ""),
+          Case(question, "", No, asked, ""),
+          Case(question, "yy\n\ny\n", Yes, asked + "[y/n] [y/n] ", ""),
+          Case(question, "what", No, asked + "[y/n] ", "")}) {
+        folder.Write("in", input);
+        const FileDescriptor in = OpenFile(folder.System("in"), O_RDONLY);
+        EXPECT_EQ(Show(message, in), answer) << input;
+        EXPECT_EQ(folder.Read("out"), output) << input;
+        EXPECT_EQ(ReadToEnd(in, 1000), notRead) << input;
+    }
+    EXPECT_EQ(Show(question, FileDescriptor()), No) << "a closed standard input is at its end";
+}
+
+TEST_F(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
+    const FileDescriptor keyboard(posix_openpt(O_RDWR | O_NOCTTY));
+    ASSERT_EQ(grantpt(keyboard.Number()) + unlockpt(keyboard.Number()), 0);
+    const FileDescriptor terminal = OpenFile(ptsname(keyboard.Number()), O_RDWR | O_NOCTTY);
+    termios before{};
+    ASSERT_EQ(tcgetattr(terminal.Number(), &before), 0);
+    WriteAll(keyboard, std::as_bytes(std::span("x", 1)));
+    EXPECT_EQ(Show({"", "Done", BoxIcon::Information, BoxButtons::Ok}, terminal), Ok);
+    EXPECT_EQ(folder.Read("out"), "Done\nPress any key to continue . . . \n");
+    EXPECT_EQ(Show({"", "Told", BoxIcon::Information, BoxButtons::Ok, false}, terminal), Ok);
+    EXPECT_EQ(folder.Read("out"), "Told\n");
+    termios after{};
+    ASSERT_EQ(tcgetattr(terminal.Number(), &after), 0);
+    EXPECT_EQ(after.c_lflag, before.c_lflag);
+    EXPECT_EQ(after.c_cc[VMIN], before.c_cc[VMIN]);
 }
 
 }  // namespace
