@@ -30,37 +30,37 @@ struct ParametersTest : public ::testing::Test {
             all += Replace(key.path, product, "") + ": ";
             for (const auto& [upperName, entry] : key.entries) {
                 const auto& [type, text, number] = entry.value;
-                const bool isNumber = type == RegistryType::Number;
-                all += entry.name + "=" + (isNumber ? "#" + std::to_string(number) : text) + ", ";
+                all += entry.name + "=";
+                all += (type == RegistryType::Number ? "#" + std::to_string(number) : text) + ", ";
             }
         }
         return all;
     }
     [[nodiscard]] std::string Stored(const std::string& name) const {
-        const std::vector<std::string> pieces = Split(StoredAll(), name + "=");
-        return pieces.size() < 2 ? "(absent)" : Split(pieces[1], ",")[0];
+        return Split(Split(StoredAll(), name + "=").at(1), ",")[0];
     }
     // Reads a setting for the first time, gives it a value of its own, and reads that.
     template <typename Got, typename Given>
     void Use(Got (P::*get)(), void (P::*let)(Given)) {
-        defaults << (Settings().*get)() << '|';
+        texts << (Settings().*get)() << '|';
         if constexpr (std::is_arithmetic_v<Given>) {
             (Settings().*let)(static_cast<Given>(++used));
         } else {
             (Settings().*let)("t" + std::to_string(++used));
         }
-        values << (Settings().*get)() << ' ';
+        texts << (Settings().*get)() << ' ';
     }
 
     int used = 0;
-    std::ostringstream defaults;
-    std::ostringstream values;
+    std::ostringstream texts;
 };
 
 TEST_F(ParametersTest, EverySettingHasADefaultAndAPlaceOfItsOwn) {
-    Use(&P::TemporaryFolder, &P::TemporaryFolder);
+    EXPECT_EQ(Settings().TemporaryFolder(), test.Shared().Files().GetWindowsTempPath());
+    EXPECT_EQ(Settings().SavedBatchFile(), test.Shared().Platform().fileSystem->ProgramFolder());
+    Settings().SavedBatchFile("b");
+    Settings().TemporaryFolder("t");
     Use(&P::CurrentVersion, &P::CurrentVersion);
-    Use(&P::SavedBatchFile, &P::SavedBatchFile);
     Use(&P::DestinationFolder, &P::DestinationFolder);
     Use(&P::DestinationFolderMerge, &P::DestinationFolderMerge);
     Use(&P::LastOpenFileFolder, &P::LastOpenFileFolder);
@@ -82,33 +82,27 @@ TEST_F(ParametersTest, EverySettingHasADefaultAndAPlaceOfItsOwn) {
     Use(&P::CompressPasswordProtect, &P::CompressPasswordProtect);
     Use(&P::CompressLevel, &P::CompressLevel);
     Use(&P::CompressPassword, &P::CompressPassword);
-    EXPECT_EQ(defaults.str(), test.Shared().Files().GetWindowsTempPath() + "|v3.85 Pro|" +
-                                  test.Shared().Platform().fileSystem->ProgramFolder() +
-                                  R"(|||C:\|C:\|Size||1|1|1|0|0|0|0|1|0|1|0|-1|0|8||)");
+    EXPECT_EQ(texts.str(), R"(v3.85 Pro|t1 |t2 |t3 C:\|t4 C:\|t5 Size|t6 |t7 1|8 1|9 1|10 0|11 )"
+                           "0|12 0|13 0|14 1|15 0|16 1|17 0|18 -1|19 0|20 8|21 |t22 ");
     EXPECT_EQ(Settings().DeleteSplitParts(), 0);
-    EXPECT_EQ(values.str(),
-              "t1 t2 t3 t4 t5 t6 t7 t8 t9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 t24 ");
     const std::string all = StoredAll();
     EXPECT_EQ(all.substr(all.find("General")),
-              "General: Current Version=t2, Temporary Folder=t1, Last Used: Auto Join=#19, "
-              "Compress Destination=#18, Compute GB=#16, Compute MB=#17, CRC 32=#14, "
-              "Custom Sizes=t9, Delete Source=#13, Delete Split Parts=#0, Destination Folder=t4, "
-              "Destination Folder Merge=t5, Destination Folder Use Merge=#12, "
-              "Destination Folder Use Source=#11, Last Open File Folder=t6, "
-              "Last Open Folder Merge File=t7, Saved Batch File=t3, SFV File=#15, "
-              "Split Criteria=t8, View Side Bar=#10, Preferences: "
-              "Compress Encryption Lenght=#21, Compress Encryption Level=#20, Compress Level=#23, "
+              "General: Current Version=t1, Temporary Folder=t, Last Used: Auto Join=#17, "
+              "Compress Destination=#16, Compute GB=#14, Compute MB=#15, CRC 32=#12, "
+              "Custom Sizes=t7, Delete Source=#11, Delete Split Parts=#0, Destination Folder=t2, "
+              "Destination Folder Merge=t3, Destination Folder Use Merge=#10, "
+              "Destination Folder Use Source=#9, Last Open File Folder=t4, "
+              "Last Open Folder Merge File=t5, Saved Batch File=b, SFV File=#13, "
+              "Split Criteria=t6, View Side Bar=#8, Preferences: "
+              "Compress Encryption Lenght=#19, Compress Encryption Level=#18, Compress Level=#21, "
               "Compress Password=" +
-                  CryptPass("t24", true) + ", Compress Password Protect=#22, ");
-    test.Shared().Drop();
-    EXPECT_EQ(Settings().CurrentVersion(), "v3.85 Pro") << "each creation writes it";
+                  CryptPass("t22", true) + ", Compress Password Protect=#20, ");
 }
 
 TEST_F(ParametersTest, TheValueDecidesTheStoredType) {
     using Case = std::tuple<const char*, std::string, std::string>;
-    for (const auto& [value, stored, back] :
-         {Case("650", "#650", "650"), Case("2.5", "#2", "2"), Case(" -7 ", "#-7", "-7"),
-          Case("  a b ", "a b", "a b"), Case("1x", "1x", "1x"), Case("   ", "", "")}) {
+    for (const auto& [value, stored, back] : {Case("2.5", "#2", "2"), Case(" -7 ", "#-7", "-7"),
+                                              Case("  a b ", "a b", "a b"), Case("   ", "", "")}) {
         Settings().ComboSize(value);
         EXPECT_EQ(Stored("Custom Sizes"), stored) << value;
         EXPECT_EQ(Settings().ComboSize(), back) << value;
@@ -123,36 +117,31 @@ TEST_F(ParametersTest, StoredValuesOfAnotherType) {
     };
     EXPECT_EQ(error({RegistryType::Text, "x", 0}), ErrorNumber::TypeMismatch);
     EXPECT_EQ(error({RegistryType::Number, {}, 32768}), ErrorNumber::Overflow);
-    // A text ends at its first NUL, and a blank value is absent, as one of another type is.
-    using Case = std::tuple<std::string, std::int16_t>;
-    for (const auto& [text, number] :
-         {Case("6.5", 6), Case(std::string("7\0008", 3), 7), Case("", 1)}) {
-        EXPECT_EQ(error({RegistryType::Text, text, 0}), std::nullopt);
-        EXPECT_EQ(Settings().SizeMB(), number) << text;
-    }
+    // A text ends at its first NUL; a blank value is absent, as one of another type is.
+    EXPECT_EQ(error({RegistryType::Text, std::string("6.5\0008", 5), 0}), std::nullopt);
+    EXPECT_EQ(Settings().SizeMB(), 6);
     test.home.Write("config/settings.reg", "[HKEY_CURRENT_USER\\" + product +
                                                "Last Used]\n\"Split Criteria\"=hex(2):41,00\n");
     EXPECT_EQ(Settings().SplitCriteria(), "Size");
     EXPECT_EQ(Stored("Split Criteria"), "Size");
+    test.Shared().Drop();
+    EXPECT_EQ(Settings().CurrentVersion(), "v3.85 Pro") << "each creation writes it";
 }
 
 TEST_F(ParametersTest, ThePriorityIsAppliedByEachAccess) {
     EXPECT_EQ(Settings().PriorityProcessor(), 1.9);
     EXPECT_EQ(Settings().PriorityProcessor(), 2);
-    Settings().PriorityProcessor(3.9);
-    EXPECT_EQ(Stored("Priority Processor"), "#4");
-    Settings().PriorityProcessor(2.5);
-    EXPECT_EQ(Settings().PriorityProcessor(), 2) << "class by the value, store by its rounding";
-    Settings().PriorityProcessor(1);
-    Settings().PriorityProcessor(3);
-    EXPECT_EQ(processes.calls, "normal normal real-time high normal idle high ");
+    for (const double value : {3.9, 3.0, 2.5, 1.0}) {
+        Settings().PriorityProcessor(value);
+    }
+    EXPECT_EQ(Stored("Priority Processor"), "#1");
+    EXPECT_EQ(processes.calls, "normal normal real-time high high idle ");
 }
 
 TEST_F(ParametersTest, DeleteSplitPartsCorrectsTheCallersVariable) {
     using Case = std::tuple<StoredValue, StoredValue, std::int16_t>;
-    for (auto [value, corrected, stored] :
-         {Case(2, 1, 1), Case(-3, -3, -3), Case("yes", 0, 0), Case("1", "1", 1), Case("1.2", 1, 1),
-          Case("99999999999", 1, 1)}) {
+    for (auto [value, corrected, stored] : {Case(2, 1, 1), Case(-3, -3, -3), Case("yes", 0, 0),
+                                            Case("1", "1", 1), Case("1.2", 1, 1)}) {
         Settings().DeleteSplitParts(value);
         EXPECT_EQ(value, corrected);
         EXPECT_EQ(Settings().DeleteSplitParts(), stored);
@@ -164,13 +153,9 @@ TEST_F(ParametersTest, StoreOperationsBesideTheSettings) {
     SettingsStore store(Store(), test.Shared().Separators());
     store.CreateRegistryKey(User, R"(A\B)");
     EXPECT_TRUE(store.RegistryKeyExists(User, R"(A\B)"));
-    store.SaveRegistryValue(User, R"(A\B)", "x", "text");
     store.DeleteRegistryValue(User, R"(A\B)", "x");
-    EXPECT_EQ(store.ReadRegistryValue(User, R"(A\B)", "x"), StoredValue(std::string()));
     EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);
     EXPECT_TRUE(store.DeleteRegistryKey(User, "A", "B"));
-    EXPECT_FALSE(store.RegistryKeyExists(User, R"(A\B)"));
-    EXPECT_EQ(store.LastStatus(), RegistryStatus::NotFound);
 }
 
 TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
@@ -180,20 +165,18 @@ TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
     for (const auto& [password, stored] : {Pair("AB", "$("), Pair(of("12"), "#12")}) {
         Settings().CompressPassword(password);
         EXPECT_EQ(Stored("Compress Password"), stored);
+        EXPECT_EQ(Settings().ZipPassword(), "") << "no password is asked for";
     }
+    Settings().CompressPasswordProtect(1);
     const LocaleSeparators comma{",", ".", "-", ":"};
     using Case = std::tuple<std::string, bool, bool>;
     for (const auto& [password, isKept, isKeptInGerman] :
          {Case("Gr\u00FC\u00DFe \u20AC", true, true), Case("\u4E2D", false, false),
           Case("a\xE9", false, false), Case(std::string("a\0b", 3), false, false),
-          Case(of("99999999999"), false, false), Case(of("1E999"), false, false),
-          Case(of("1.5.5"), true, false), Case(of("a "), false, false),
-          Case(of("a b"), true, true)}) {
+          Case(of("1E999"), false, false), Case(of("1.5.5"), true, false),
+          Case(of("a "), false, false), Case(of("a b"), true, true)}) {
         EXPECT_EQ(KeepsPassword(password, {}), isKept) << password;
         EXPECT_EQ(KeepsPassword(password, comma), isKeptInGerman) << password;
-        Settings().CompressPasswordProtect(0);
-        EXPECT_EQ(Settings().ZipPassword(), "");
-        Settings().CompressPasswordProtect(1);
         if (isKept) {
             Settings().CompressPassword(password);
             EXPECT_EQ(Settings().ZipPassword(), password);
@@ -209,7 +192,7 @@ TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
 }
 
 TEST(CryptPassTest, EveryCodeComesBackAtEveryPosition) {
-    std::string text = "x";
+    std::string text;
     for (int code = 1; code <= 255; ++code) {
         AppendCharacter(text, CharacterOfCode(static_cast<std::uint8_t>(code)));
     }

@@ -20,6 +20,9 @@ class WatchedFileSystem : public ForwardingFileSystem {
     std::optional<std::uint32_t> Attributes(std::string_view path) override {
         return attributes ? attributes : ForwardingFileSystem::Attributes(path);
     }
+    std::optional<FileIdentity> Identity(std::string_view path) override {
+        return hiddenLooks-- > 0 ? std::nullopt : ForwardingFileSystem::Identity(path);
+    }
     void SetNormalAttributes(std::string_view path) override {
         "normal " + std::string(path) == refused ? throw RuntimeError(ErrorNumber::DeviceIOError)
                                                  : ForwardingFileSystem::SetNormalAttributes(path);
@@ -64,6 +67,7 @@ class WatchedFileSystem : public ForwardingFileSystem {
     std::function<void()> whenFinding = [] {};
     std::string refused;                      ///< the step that fails
     std::optional<std::uint32_t> attributes;  ///< those of every path
+    int hiddenLooks = 0;                      ///< so often no file has an identity
 
     /// Makes every file into one of a test's own.
     std::function<std::unique_ptr<LargeFileAccess>(std::unique_ptr<LargeFileAccess>)> wrap =
