@@ -10,14 +10,7 @@
 namespace zarn::testing {
 namespace {
 
-using Answers = std::deque<BoxAnswer>;
-const Answers yes = {BoxAnswer::Yes};
-const Answers no = {BoxAnswer::No};
-
-constexpr ColourValue Warning = 192;
 constexpr std::array Figures = {"txtFileSystem", "txtDriveCapacity", "txtFreeSpace"};
-constexpr const char* Ask = "Temporary folder doesn't exist, create this new folder ?   ";
-constexpr const char* Differ = " Password and confirmation do not match ";
 
 // The page in a window that only notes what it is asked for. The tests write and read paths with
 // HERE for their folder and SYSTEM for the system's one.
@@ -38,7 +31,6 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
         tab_ = tab;
         return PageFixture::Open();
     }
-    std::string SystemFolder() { return Shared().Files().GetWindowsTempPath(); }
     HSlider& Slider() { return Find<HSlider>("Slider1"); }
     void Click(const char* name) { Button(name).click(); }
     bool CanApply() {
@@ -46,7 +38,7 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
         return IsEnabled("CmdApply");
     }
     std::string Short(std::string_view text) {
-        return PageFixture::Short(Replace(text, SystemFolder(), "SYSTEM"));
+        return PageFixture::Short(Replace(text, Shared().Files().GetWindowsTempPath(), "SYSTEM"));
     }
 
     QTabBar& Tabs() { return Find<QTabBar>("TabStrip1"); }
@@ -54,16 +46,15 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
         EXPECT_NE(Widget("Panel1Settings").isVisible(), Widget("Panel3Settings").isVisible());
         return Widget("Panel1Settings").isVisible();
     }
-    // The folder with its colour, the box of the system's folder, the buttons, and whether the free
-    // space is that of another folder.
+    // The folder with its colour, the box of the system's folder, the buttons, and whether a figure
+    // is that of another folder.
     std::string General() {
+        const bool isKept = std::ranges::any_of(
+            Figures, [this](const char* name) { return LabelText(name) == "kept"; });
         return Short(Text("txtTemporaryFolder")) + " " + ColourName("txtTemporaryFolder") +
                (IsChecked("ChkWindowsTempFolder") ? " ticked" : "") +
                (IsEnabled("CmdTemporaryFolder") ? " pick" : "") + (CanApply() ? " apply" : "") +
-               (std::ranges::any_of(Figures,
-                                    [this](const char* name) { return LabelText(name) == "kept"; })
-                    ? " kept"
-                    : "");
+               (isKept ? " kept" : "");
     }
     // The level, the passwords if they are asked for, and their fields.
     std::string Compression() {
@@ -88,14 +79,9 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
 TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
     Open("GENERAL");
     EXPECT_TRUE(ShowsGeneral());
-    EXPECT_EQ(FromQt(Tabs().tabText(0) + Tabs().tabText(1)), "GeneralCompression and Security");
     Tabs().setCurrentIndex(1);
     EXPECT_FALSE(ShowsGeneral());
     Slider().setFocus();
-    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home}) {
-        QTest::keyClick(&Slider(), key);
-        EXPECT_EQ(CanApply(), key != Qt::Key_Right);
-    }
     for (const int level : {1, 8, 0}) {
         Slider().Value(level);
         EXPECT_EQ(CanApply(), level != 8);
@@ -106,7 +92,6 @@ TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
     Tabs().setCurrentIndex(0);
     EXPECT_EQ(Page().focusWidget(), &Tabs());
     EXPECT_EQ(Compression(), "Level 8 (High) |");
-    EXPECT_EQ(Slider().Value(), 8);
     // Another tab while the page is dirty, whose refresh lets events run.
     Write("txtTemporaryFolder", Folder().Drive());
     const Soon turn([this] { Tabs().setCurrentIndex(0); });
@@ -117,32 +102,26 @@ TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
 
 TEST_F(PreferencesPageTest, SaysByColourWhatAFolderIs) {
     Folder().MakeFolder("other");
-    using Case = std::tuple<const char*, const char*, Names>;
-    for (const auto& [text, shown, said] :
-         {Case(R"(HERE\other)", R"(HERE\other black pick apply)", {}),
-          Case(R"(HERE\new)", R"(HERE\new blue ticked apply kept)", {}),
-          Case(R"(HERE\ne?w)", R"(HERE\ne?w red ticked kept)",
-               {"Invalid Characters in Temporary folder,\r"
-                "Please check, previous selection will be assumed"}),
-          Case("tmp", "tmp red ticked kept", {})}) {
+    const std::string invalid =
+        "Invalid Characters in Temporary folder,\rPlease check, previous selection will be assumed";
+    // Whoever leaves the field has its shape looked at alone.
+    using Case = std::tuple<std::string, std::string, std::string, std::string>;
+    for (const auto& [path, colour, state, said] :
+         {Case(R"(HERE\other)", "black", " pick apply", ""),
+          Case(R"(HERE\new)", "blue", " ticked apply kept", ""),
+          Case(R"(HERE\ne?w)", "red", " ticked kept", invalid),
+          Case("tmp", "red", " ticked kept", "")}) {
         Open("GENERAL");
         EXPECT_EQ(General(), "SYSTEM black ticked");
         for (const char* figure : Figures) {
             Find<PanelText>(figure).setText("kept");
         }
-        Write("txtTemporaryFolder", Long(text));
-        EXPECT_EQ(General(), shown);
-        EXPECT_EQ(Said(), said);
-        EXPECT_EQ(Short(Settings().TemporaryFolder()), "SYSTEM");
-    }
-    // Whoever leaves the field has its shape looked at alone.
-    for (const auto& [text, shown] :
-         {std::pair(R"(HERE\new)", R"(HERE\new black ticked apply kept)"),
-          std::pair("tmp", "tmp red ticked kept")}) {
         Field("txtTemporaryFolder").setFocus();
-        Write("txtTemporaryFolder", Long(text));
+        Write("txtTemporaryFolder", Long(path));
+        EXPECT_EQ(General(), path + " " + colour + state);
+        EXPECT_EQ(Told(), said);
         Widget("ChkWindowsTempFolder").setFocus();
-        EXPECT_EQ(General(), shown);
+        EXPECT_EQ(General(), path + (path == "tmp" ? " red" : " black") + state);
     }
 }
 
@@ -170,14 +149,19 @@ TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
     std::string security;
     QObject::connect(&Page(), &PreferencesPage::SecurityChanged, &Page(),
                      [&security](bool on) { security += on ? "on " : "off "; });
-    for (const auto& [password, confirmation, warns, canApply] :
+    const auto warns = [this] {
+        const bool isShown = Widget("lblPasswordMatch").isVisible();
+        EXPECT_EQ(LabelText("lblPasswordMatch"),
+                  isShown ? " Password and confirmation do not match " : "");
+        EXPECT_EQ(Colour("lblPasswordMatch"), WarningRed);
+        EXPECT_EQ(Colour("txtPassword2"), isShown ? WarningRed : Black);
+        return isShown;
+    };
+    for (const auto& [password, confirmation, isWrong, canApply] :
          {std::tuple("secret", "other", true, false), std::tuple("secret", "secret", false, false),
           std::tuple("new", "old", false, true), std::tuple("secret", "old", true, false)}) {
         WritePasswords(password, confirmation);
-        EXPECT_EQ(LabelText("lblPasswordMatch"), warns ? Differ : "");
-        EXPECT_EQ(Widget("lblPasswordMatch").isVisible(), warns);
-        EXPECT_EQ(Colour("lblPasswordMatch"), Warning);
-        EXPECT_EQ(Colour("txtPassword2"), warns ? Warning : Black);
+        EXPECT_EQ(warns(), isWrong) << password << confirmation;
         EXPECT_EQ(CanApply(), canApply);
     }
     for (const bool ticked : {false, true}) {
@@ -185,20 +169,13 @@ TEST_F(PreferencesPageTest, WarnsOnlyWhileThePasswordIsTheStoredOne) {
         for (const char* name : {"Label24", "Label25", "txtPassword", "txtPassword2"}) {
             EXPECT_EQ(IsEnabled(name), ticked) << name;
         }
-        EXPECT_EQ(CanApply(), !ticked);
-        EXPECT_EQ(LabelText("lblPasswordMatch"), ticked ? Differ : "");
+        EXPECT_EQ(LabelText("lblPasswordMatch").empty(), !ticked);
     }
     EXPECT_EQ(security, "off on ");
     // A password that is not blank is selected when its field gets the keyboard.
-    WritePasswords("secret", "  ");
-    for (const auto& [field, reason, selects] :
-         {std::tuple("txtPassword", Qt::MouseFocusReason, true),
-          std::tuple("txtPassword2", Qt::MouseFocusReason, false),
-          std::tuple("txtPassword", Qt::ActiveWindowFocusReason, false)}) {
-        Field("txtPassword").deselect();
-        Field(field).setFocus(reason);
-        EXPECT_EQ(Field(field).hasSelectedText(), selects);
-    }
+    Widget("txtPassword2").setFocus();
+    Field("txtPassword").setFocus();
+    EXPECT_TRUE(Field("txtPassword").hasSelectedText());
     QTest::keyClick(&Field("txtPassword"), Qt::Key_S);
     EXPECT_NE(Text("txtPassword"), "secret");
 }
@@ -211,9 +188,8 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     Write("txtTemporaryFolder", Folder().Drive());
     Widget("CmdApply").setFocus();
     Click("CmdApply");
-    EXPECT_EQ(Said(), Names());
     EXPECT_EQ(Page().focusWidget(), &Tabs());
-    EXPECT_EQ(Calls(), ", unit HERE, return, summary");
+    EXPECT_EQ(Told() + Calls(), ", unit HERE, return, summary");
     EXPECT_FALSE(Contains(StoreFile(), "Grüße"));
     for (const char* tab : {"", "COMPRESSION"}) {
         EXPECT_EQ(General(), "HERE black pick");
@@ -232,27 +208,27 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
         Page().CmdApply_Click();
         EXPECT_TRUE(StoredPreferences(Settings()) ==
                     (Preferences{Folder().Drive(), level, false, ""}));
-        EXPECT_EQ(Calls(),
-                  std::string(level == 0 ? ", untick" : "") + ", unit HERE, return, summary");
+        EXPECT_EQ(Calls().starts_with(", untick"), level == 0);
     }
-    EXPECT_EQ(General() + Compression(), "HERE black pickLevel 1 (Low Compression) |");
+    EXPECT_EQ(Compression(), "Level 1 (Low Compression) |");
 }
 
 TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     Folder().Write("plain", "");
     const std::string made = R"(HERE\new\deep)";
+    constexpr BoxAnswer Yes = BoxAnswer::Yes;
     // The text, and then: the text, the stored folder and level, the box, and what the window was
     // asked for.
-    using Case = std::tuple<std::string, Answers, std::string, std::string>;
-    for (const auto& [text, answers, atEnter, applied] :
-         {Case("HERE", {}, R"(HERE, C:\ 8, unit HERE)", "HERE, HERE 5, unit HERE, return, summary"),
-          Case(" ", {}, R"( , C:\ 8)", "SYSTEM, SYSTEM 5, return, summary"),
-          Case(R"(HERE\no)", no, R"(SYSTEM, C:\ 8, asked)",
+    using Case = std::tuple<std::string, BoxAnswer, std::string, std::string>;
+    for (const auto& [text, answer, atEnter, applied] :
+         {Case("HERE", Yes, R"(HERE, C:\ 8, unit HERE)",
+               "HERE, HERE 5, unit HERE, return, summary"),
+          Case(" ", Yes, R"( , C:\ 8)", "SYSTEM, SYSTEM 5, return, summary"),
+          Case(R"(HERE\n*)", Yes, R"(SYSTEM, C:\ 8)", "SYSTEM, SYSTEM 5, return, summary"),
+          Case(R"(HERE\no)", BoxAnswer::No, R"(SYSTEM, C:\ 8, asked)",
                "SYSTEM, SYSTEM 5, asked, return, summary"),
-          Case(made, yes, R"(HERE\new\deep, HERE\new\deep 8, asked)",
-               R"(HERE\new\deep, HERE\new\deep 5, asked)"),
-          Case(R"(B:\x)", yes, R"(SYSTEM, C:\ 8, asked)", R"(SYSTEM, C:\ 5, asked)"),
-          Case(R"(HERE\plain\x)", yes, R"(SYSTEM, C:\ 8, asked)", R"(SYSTEM, C:\ 5, asked)")}) {
+          Case(made, Yes, made + ", " + made + " 8, asked", made + ", " + made + " 5, asked"),
+          Case(R"(HERE\plain\x)", Yes, R"(SYSTEM, C:\ 8, asked)", R"(SYSTEM, C:\ 5, asked)")}) {
         for (const bool byEnter : {true, false}) {
             fs::remove_all(Folder().System("new"));
             Settings().TemporaryFolder(R"(C:\)");
@@ -262,16 +238,17 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
             Write("txtTemporaryFolder", Long(text));
             Said();
             Find<PanelText>("txtFreeSpace").setText("kept");
-            Boxes().answers = answers;
+            Boxes().answers = {answer};
             Calls();
             if (byEnter) {
                 QTest::keyClick(&Widget("txtTemporaryFolder"), Qt::Key_Return);
             } else {
                 Page().CmdApply_Click();
             }
+            const std::string told = Replace(
+                Told(), "Temporary folder doesn't exist, create this new folder ?   ", ", asked");
             EXPECT_EQ(Short(Text("txtTemporaryFolder") + ", " + Settings().TemporaryFolder()) +
-                          " " + std::to_string(Settings().CompressLevel()) +
-                          (Said() == Names{Ask} ? ", asked" : "") + Calls(),
+                          " " + std::to_string(Settings().CompressLevel()) + told + Calls(),
                       byEnter ? atEnter : applied);
             EXPECT_EQ(Folder().Has("new/deep"), text == made);
             if (text == made) {
@@ -298,16 +275,15 @@ TEST_F(PreferencesPageTest, UndoesAndIsLeftWithWhatCannotBeApplied) {
         if (undoes) {
             Click("CmdUndo");
         } else {
-            Boxes().answers = yes;
+            Boxes().answers = {BoxAnswer::Yes};
             Page().LeavePage();
-            EXPECT_EQ(Said(), (Names{"Apply Settings ? ", "Passwords do not match   "}));
+            EXPECT_EQ(Told(), "Apply Settings ? Passwords do not match   ");
         }
         EXPECT_EQ(General() + ", " + Compression(),
                   undoes ? "SYSTEM black ticked, Level 8 (High) |"
                          : "HERE black pick apply, Level 1 (Low Compression) secured new|old");
-        EXPECT_EQ(Settings().CompressLevel(), 8);
         Page().LeavePage();
-        EXPECT_EQ(Said(), Names());
+        EXPECT_EQ(Told(), "");
     }
     // Nothing is left to apply either where the stored folder cannot be one.
     Settings().TemporaryFolder(R"(C:\a?b)");
