@@ -3,25 +3,29 @@
 #include <sys/stat.h>
 
 #include <fstream>
+#include <sstream>
 
+#include "support/Snapshot.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
 
-/// The lines of a script that copy the set of the fixture, and those that give it its name.
-inline const std::string copies =
+/// A script that joins the set of the fixture, and one that also deletes it.
+inline const std::string keepingScript =
     "IF EXIST Zarn.TMP Del Zarn.TMP\r\n"
     "Copy \"Movie.avi_Part1\" Zarn.TMP\r\n"
     "Copy /b Zarn.TMP + \"Movie.avi_Part2\" Zarn.TMP\r\n"
-    "Copy /b Zarn.TMP + \"Movie.avi_Part3\" Zarn.TMP\r\n";
-inline const std::string naming =
+    "Copy /b Zarn.TMP + \"Movie.avi_Part3\" Zarn.TMP\r\n"
     "IF EXIST \"Movie.avi\" Del \"Movie.avi\"\r\n"
     "Ren Zarn.TMP \"Movie.avi\"\r\n";
-inline const std::string keepingScript = copies + naming;
 inline const std::string deletion = "Del \"Movie.avi_Part*\"\r\n";
 inline const std::string wholeScript = keepingScript + deletion;
 
-/// A set of three parts of "Movie.avi" with its script, and the names of its files.
+inline std::string MoveLines(const std::string& from, const std::string& to) {
+    return "Del \"" + to + "\"\r\nMove \"" + from + "\" \"" + to + "\"\r\n";
+}
+
+/// A set of three parts of "Movie.avi" with its script.
 inline void WriteSet(const TestFolder& folder, const std::string& script,
                      const std::string& at = {}) {
     folder.Write(at + "Movie.avi_Part0.bat", script);
@@ -29,40 +33,35 @@ inline void WriteSet(const TestFolder& folder, const std::string& script,
     folder.Write(at + "Movie.avi_Part2", "two ");
     folder.Write(at + "Movie.avi_Part3", "three");
 }
-inline const Names setNames = {"Movie.avi_Part0.bat", "Movie.avi_Part1", "Movie.avi_Part2",
-                               "Movie.avi_Part3"};
 
-/// A folder with a set, and another one.
 class JoinFixture : public ::testing::Test {
   protected:
-    void SetUp() override { WriteSet(folder, ""); }
+    JoinFixture() { Clear(); }
 
     /// Makes the set anew, and nothing else.
     void Clear() {
-        for (const TestFolder* place : {&folder, &other}) {
-            for (const std::string& name : place->Names()) {
-                fs::remove_all(place->System(name));
-            }
-        }
         lock->Close();
-        SetUp();
+        RestoreSnapshot(folder.System(), {});
+        RestoreSnapshot(other.System(), {});
+        WriteSet(folder, "");
     }
     /// Does what a verb and a file's name say; "there/" is the other folder.
     void Happen(const std::string& act) {
-        const std::string verb = act.substr(0, act.find(' '));
-        const std::string name = act.substr(std::min(verb.size() + 1, act.size()));
+        std::string verb;
+        std::string name;
+        std::istringstream(act) >> verb >> name;
         const std::string path =
             (name.starts_with("there/") ? other : folder).System(Replace(name, "there/", ""));
-        if (verb == "lock") {
-            ASSERT_TRUE(lock->CreateLocked(folder.Drive(name)));
-        } else if (verb != "write" && verb != "protect" && !name.empty()) {
+        if (verb == "remove" || verb == "exchange" || verb == "pipe") {
             fs::remove(path);
         }
-        if (verb == "write" || verb == "exchange" || verb == "protect") {
+        if (verb == "lock") {
+            EXPECT_TRUE(lock->CreateLocked(folder.Drive(name)));
+        } else if (verb == "pipe") {
+            EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        } else if (verb == "write" || verb == "exchange" || verb == "protect") {
             std::ofstream(path) << "other";
             chmod(path.c_str(), verb == "protect" ? 0400 : 0600);
-        } else if (verb == "folder" || verb == "pipe") {
-            EXPECT_EQ(verb == "pipe" ? mkfifo(path.c_str(), 0600) : mkdir(path.c_str(), 0700), 0);
         }
     }
     /// What lies in a folder; the whole file has a star.
@@ -70,8 +69,8 @@ class JoinFixture : public ::testing::Test {
         std::string text;
         for (const std::string& name : place.Names()) {
             const bool isFile = UpperCase(name) == "MOVIE.AVI";
-            text += Replace(name, "Movie.avi_", "") +
-                    (isFile && place.Read(name) == "one two three" ? "* " : " ");
+            text += Replace(name, "Movie.avi_", "");
+            text += isFile && place.Read(name) == "one two three" ? "* " : " ";
         }
         return Replace(text, "Part0.bat Part1 Part2 Part3", "set");
     }

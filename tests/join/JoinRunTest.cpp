@@ -29,8 +29,7 @@ class JoinRunTest : public JoinFixture {
 TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
     const std::string here = folder.Drive("Movie.avi");
     const std::string there = other.Drive("Movie.avi");
-    const std::string move =
-        "\r\nDel \"" + there + "\"\r\nMove \"" + here + "\" \"" + there + "\"\r\n";
+    const std::string move = "\r\n" + MoveLines(here, there);
     using Row = std::tuple<const char*, const char*, std::string, std::string>;
     for (const auto& [name, copyName, target, text] :
          {Row("Movie.avi_Part0.bat", "Movie.avi_Part0_TMP.bat", here, "\xF6"),

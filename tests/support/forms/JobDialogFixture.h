@@ -1,15 +1,8 @@
 #pragma once
 
-#include <QApplication>
-#include <QLabel>
-#include <QTest>
-#include <QTimer>
-
 #include "controls/Colours.h"
 #include "controls/QtMessageQueue.h"
-#include "controls/QtText.h"
 #include "controls/XP_ProgressBar.h"
-#include "controls/chameleonButton.h"
 #include "support/Soon.h"
 #include "support/TestPlatform.h"
 #include "support/forms/FormChecks.h"
@@ -17,7 +10,6 @@
 namespace zarn::testing {
 
 /// The window of a job over the real platform, and every state that it shows while the job runs.
-/// A test replaces parts of `test.platform` before the first call of `Shared`.
 template <typename Form>
 class JobDialogFixture : public ::testing::Test {
   protected:
@@ -28,11 +20,9 @@ class JobDialogFixture : public ::testing::Test {
 
     SharedObjects& Shared() { return test.Shared(); }
 
-    /// All that can be seen.
     virtual std::string State() = 0;
 
-    /// Takes a new window of which nothing was seen yet, and whose timers only a test lets tick.
-    /// Returns how many milliseconds they were set to.
+    /// Takes a new window, whose timers only a test lets tick. Returns their milliseconds.
     std::string Take(std::unique_ptr<Form> window) {
         form = std::move(window);
         states.clear();
@@ -56,7 +46,6 @@ class JobDialogFixture : public ::testing::Test {
     bool IsTiming() {
         return std::ranges::any_of(Timers(), [](const QTimer* timer) { return timer->isActive(); });
     }
-    /// Another window comes to the front, and then this one again.
     void ComeBack() {
         for (const auto type : {QEvent::WindowDeactivate, QEvent::WindowActivate}) {
             QEvent event(type);
@@ -64,13 +53,12 @@ class JobDialogFixture : public ::testing::Test {
         }
     }
 
-    /// A line's text and colour; a line that is shown must have room for all of it.
+    /// A line's text and colour.
     std::string TextOf(const char* name) {
         const auto& label = Find<QLabel>(name);
-        EXPECT_TRUE(Fits(label)) << FromQt(label.text());
-        return label.isHidden()
-                   ? "-|"
-                   : FromQt(label.text()) + "#" + std::to_string(TextColour(label)) + "|";
+        const std::string text = FromQt(label.text());
+        EXPECT_TRUE(Fits(label)) << text;
+        return label.isHidden() ? "-|" : text + "#" + std::to_string(TextColour(label)) + "|";
     }
     std::string ButtonText() {
         EXPECT_TRUE(Fits(Button())) << FromQt(Button().Caption());
@@ -83,24 +71,20 @@ class JobDialogFixture : public ::testing::Test {
         const std::string state = State();
         if (states.empty() || states.back() != state) {
             states.push_back(state);
-            if (!awaited_.empty() && state.find(awaited_) != std::string::npos) {
-                awaited_.clear();
-                whenAwaited_();
+            if (!awaited_.first.empty() && Contains(state, awaited_.first)) {
+                std::exchange(awaited_, {}).second();
             }
         }
     }
     /// Acts the first time that a state holds a text.
-    void When(const std::string& text, const std::function<void()>& act) {
-        awaited_ = text;
-        whenAwaited_ = act;
-    }
+    void When(const std::string& text, const std::function<void()>& act) { awaited_ = {text, act}; }
 
-    /// Runs the job below an event loop, as the program does, and acts whenever that loop is idle
-    /// with the countdown going. Returns what the window raises.
+    /// Runs the job below an event loop and acts whenever that is idle with the countdown going.
+    /// Returns what the window raises.
     std::optional<ErrorNumber> Run() {
         std::optional<ErrorNumber> error;
         QTimer idle;
-        QObject::connect(&idle, &QTimer::timeout, [this] {
+        idle.callOnTimeout([this] {
             if (Timer("Timer2").isActive()) {
                 Look();
                 whenCounting();
@@ -112,9 +96,7 @@ class JobDialogFixture : public ::testing::Test {
             QCoreApplication::exit();
         });
         QCoreApplication::exec();
-        EXPECT_FALSE(form->isVisible() || IsTiming());
-        EXPECT_TRUE(owner.isEnabled());
-        EXPECT_EQ(Pointer(), "");
+        EXPECT_FALSE(form->isVisible() || IsTiming() || !owner.isEnabled() || Pointer() != "");
         return error;
     }
 
@@ -132,8 +114,7 @@ class JobDialogFixture : public ::testing::Test {
         return form->template findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     }
 
-    std::string awaited_;
-    std::function<void()> whenAwaited_;
+    std::pair<std::string, std::function<void()>> awaited_;
 };
 
 }  // namespace zarn::testing
