@@ -1,19 +1,18 @@
 // A layer between a program and the C library that makes file operations fail. It is preloaded into
-// the programs as they were built; these variables tell it what to do. Operations on paths below
-// one folder are counted, with those on files opened there and every question for free space; the
-// n-th fails. A program that takes too long is ended by SIGALRM.
+// the programs as they were built. Operations on paths below one folder are counted, with those on
+// files opened there and every question for free space; the n-th fails. A program that takes too
+// long is ended by SIGALRM. These variables say the rest:
 //
 //   ZARN_FAULT_FOLDER  the folder; _VIEW: another path of it
 //   ZARN_FAULT_NUMBER  n, from 1; 0 lets all pass. _STAYS, where it is set: every later one fails
 //                      too; of ENOSPC those that need space
-//   ZARN_FAULT_KIND    what becomes of it: ENOSPC, EIO, EACCES, ENOENT or EINTR; `half` of the
-//                      bytes that were asked for; `kill`, or `kill-within` (half of the bytes are
-//                      moved); or somebody does something before it, and it goes on: `rename` gives
-//                      the file _FROM the name _TO (a file of that name gets the first one),
-//                      `rewrite` moves its bytes into the place of another's
-//   ZARN_FAULT_VOLUME  what the volume is like: `buffered` (the kernel does not copy), `shares`
-//                      (it shares blocks), `split` (each folder is a volume of its own),
-//                      `replaces` (it cannot rename without replacing), `replaces, no links`
+//   ZARN_FAULT_KIND    ENOSPC, EIO, EACCES, ENOENT or EINTR; `half` of the bytes that were asked
+//                      for; `kill`, or `kill-within` (half of the bytes are moved); or somebody
+//                      acts before it, and it goes on: `rename` gives the file _FROM the name _TO
+//                      (a file of that name gets the first one), `rewrite` moves its bytes there
+//   ZARN_FAULT_VOLUME  `buffered` (the kernel does not copy), `shares` (it shares blocks), `split`
+//                      (each folder is a volume of its own), `replaces` (it cannot rename without
+//                      replacing), `replaces, no links`
 //   ZARN_FAULT_LOG     the log: the call and the path of every operation; behind it `to` with the
 //                      path that a file gets by it, and `failed` if it did; at the end `left` with
 //                      the path of every file that was open
@@ -24,28 +23,27 @@
 #include <linux/fs.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
-#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/vfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
-#include <type_traits>
+#include <utility>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string Variable(const char* name) {
     const char* value = std::getenv(name);
@@ -58,18 +56,9 @@ Function* Next(const char* name, Function* /*taker*/) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-void Kill() {
-    static_cast<void>(kill(getpid(), SIGKILL));
-}
-
 struct Layer {
-    Layer() {
-        constexpr unsigned TooLong = 20;
-        constexpr unsigned OwnerOnly = 0600;
-        constexpr int Append = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
-        alarm(TooLong);
-        logFile = Next("open", open)(Variable("ZARN_FAULT_LOG").c_str(), Append, OwnerOnly);
-    }
+    static constexpr unsigned TooLong = 20;
+    Layer() { alarm(TooLong); }
 
     void Log(std::string_view call, const std::string& path) const {
         const std::string line = std::string(call) + " " + path + "\n";
@@ -93,7 +82,7 @@ struct Layer {
             return 0;
         }
         if (kind == "kill") {
-            Kill();
+            static_cast<void>(raise(SIGKILL));
         }
         Interfere();
         bytes = (bytes + 1) / 2;
@@ -101,40 +90,31 @@ struct Layer {
         return found == errors.end() ? 0 : found->second;
     }
 
-    // A file that is rewritten must be there: no new one is made.
-    void Interfere() const {
-        const std::string from = Variable("ZARN_FAULT_FROM");
-        const std::string to = Variable("ZARN_FAULT_TO");
+    // Nothing of this is counted. A file that is rewritten must be there: no new one is made.
+    void Interfere() {
+        const std::string watched = std::exchange(folder, "");
         const auto rename = Next("renameat2", renameat2);
         if (kind == "rename" &&
             rename(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) != 0) {
             rename(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0);
-        } else if (kind == "rewrite") {
-            const int source = Next("open", open)(from.c_str(), O_RDONLY);
-            const int target = Next("open", open)(to.c_str(), O_WRONLY | O_TRUNC);
-            if (Next("sendfile", sendfile)(target, source, nullptr, INT_MAX) > 0) {
-                Next("unlink", unlink)(from.c_str());
-            }
-            Next("close", close)(source);
-            Next("close", close)(target);
+        } else if (kind == "rewrite" && fs::exists(to)) {
+            fs::copy_file(from, to, fs::copy_options::overwrite_existing);
+            fs::remove(from);
         }
+        folder = watched;
     }
 
-    // Watches a file, where there is one and it lies in the folder.
-    void Opened(int file, const std::string& path) {
-        if (file >= 0 && !path.empty()) {
-            files[file] = path;
-        }
-    }
-
-    const std::string folder = Variable("ZARN_FAULT_FOLDER");
+    std::string folder = Variable("ZARN_FAULT_FOLDER");
     const std::string kind = Variable("ZARN_FAULT_KIND");
+    const std::string from = Variable("ZARN_FAULT_FROM");
+    const std::string to = Variable("ZARN_FAULT_TO");
     const std::string view = Variable("ZARN_FAULT_VIEW");
     const std::string volume = Variable("ZARN_FAULT_VOLUME");
     const bool stays = !Variable("ZARN_FAULT_STAYS").empty();
     const long number = std::strtol(Variable("ZARN_FAULT_NUMBER").c_str(), nullptr, 10);
     long count = 0;
-    int logFile = -1;
+    const int logFile =
+        Next("open", open)(Variable("ZARN_FAULT_LOG").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
     std::map<int, std::string> files;
 };
 
@@ -152,13 +132,12 @@ const std::unique_ptr<Layer, void (*)(Layer*)> atEnd(&TheLayer(), [](Layer* laye
 
 // The absolute path of a path, or of a file that was opened; empty if it is not in the folder.
 std::string Watched(const char* path) {
-    const std::string& folder = TheLayer().folder;
+    const auto& [folder, view] = std::tie(TheLayer().folder, TheLayer().view);
     if (path == nullptr || folder.empty()) {
         return {};
     }
     std::error_code error;
-    std::string whole = std::filesystem::absolute(path, error).string();
-    const std::string& view = TheLayer().view;
+    std::string whole = fs::absolute(path, error).string();
     if (!view.empty() && (whole + "/").starts_with(view + "/")) {
         whole.replace(0, view.size(), folder);
     }
@@ -186,7 +165,7 @@ auto Strike(std::string_view call, const std::string& path, std::size_t bytes,
     const int error = TheLayer().Count(call, path, bytes);
     const Result result = error != 0 ? failure : operation(bytes);
     if (TheLayer().kind == "kill-within" && TheLayer().count == TheLayer().number) {
-        Kill();
+        static_cast<void>(raise(SIGKILL));
     }
     if (result == failure) {
         errno = error != 0 ? error : errno;
@@ -210,8 +189,17 @@ ssize_t OnBytes(std::string_view call, const char* name,
                   [&](std::size_t some) { return Next(name, taker)(file, bytes, some, rest...); });
 }
 
-std::filesystem::path FolderOf(const char* path) {
-    return std::filesystem::path(Watched(path)).parent_path();
+fs::path FolderOf(const char* path) {
+    return fs::path(Watched(path)).parent_path();
+}
+
+// Watches a file that was opened as `what`, if that is in the folder.
+template <typename What>
+int Opened(int file, What what) {
+    if (const std::string path = Watched(what); file >= 0 && !path.empty()) {
+        TheLayer().files[file] = path;
+    }
+    return file;
 }
 
 // Gives a file a name, where the volume can do that.
@@ -228,14 +216,12 @@ int Name(std::string_view call, const char* from, const char* to, bool canDoIt, 
 
 // What sharing blocks comes to for whoever reads the files.
 int CopyRange(int to, const file_clone_range& range) {
-    std::string bytes(range.src_length, '\0');
-    const auto got = Next("pread", pread)(static_cast<int>(range.src_fd), bytes.data(),
-                                          bytes.size(), static_cast<off_t>(range.src_offset));
-    const bool copied =
-        got == static_cast<ssize_t>(bytes.size()) &&
-        pwrite(to, bytes.data(), bytes.size(), static_cast<off_t>(range.dest_offset)) == got;
+    auto fromAt = static_cast<off_t>(range.src_offset);
+    auto toAt = static_cast<off_t>(range.dest_offset);
+    const ssize_t copied = Next("copy_file_range", copy_file_range)(
+        static_cast<int>(range.src_fd), &fromAt, to, &toAt, range.src_length, 0);
     errno = EINVAL;
-    return copied ? 0 : -1;
+    return copied == static_cast<ssize_t>(range.src_length) ? 0 : -1;
 }
 
 }  // namespace
@@ -247,17 +233,13 @@ int open(const char* path, int flags, ...) {
     va_start(rest, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
     va_end(rest);
-    const std::string watched = Watched(path);
-    const int file = Strike((flags & O_CREAT) != 0 ? "create" : "open", watched, 0,
-                            [&](auto...) { return Next("open", open)(path, flags, mode); });
-    TheLayer().Opened(file, watched);
-    return file;
+    const char* const call = (flags & O_CREAT) != 0 ? "create" : "open";
+    const auto operation = [&](auto...) { return Next("open", open)(path, flags, mode); };
+    return Opened(Strike(call, Watched(path), 0, operation), path);
 }
 
 int mkostemp(char* pattern, int flags) {
-    const int file = On("create", "mkostemp", mkostemp, pattern, flags);
-    TheLayer().Opened(file, Watched(pattern));
-    return file;
+    return Opened(On("create", "mkostemp", mkostemp, pattern, flags), pattern);
 }
 
 int mkstemp(char* pattern) {
@@ -291,12 +273,10 @@ ssize_t write(int file, const void* bytes, std::size_t count) {
 ssize_t copy_file_range(int from, off_t* fromAt, int to, off_t* toAt, std::size_t count,
                         unsigned flags) {
     errno = EXDEV;
-    return TheLayer().volume == "buffered"
-               ? -1
-               : Strike("copy", Watched(to), count, [&](std::size_t some) {
-                     return Next("copy_file_range", copy_file_range)(from, fromAt, to, toAt, some,
-                                                                     flags);
-                 });
+    const auto copy = [&](std::size_t some) {
+        return Next("copy_file_range", copy_file_range)(from, fromAt, to, toAt, some, flags);
+    };
+    return TheLayer().volume == "buffered" ? -1 : Strike("copy", Watched(to), count, copy);
 }
 
 int ioctl(int file, unsigned long request, ...) {
@@ -350,9 +330,7 @@ int flock(int file, int operation) noexcept {
 }
 
 int dup(int file) noexcept {
-    const int copy = Next("dup", dup)(file);
-    TheLayer().Opened(copy, Watched(file));
-    return copy;
+    return Opened(Next("dup", dup)(file), file);
 }
 
 int stat(const char* path, struct stat* status) noexcept {
@@ -432,7 +410,7 @@ int link(const char* from, const char* to) noexcept {
 
 DIR* opendir(const char* path) {
     DIR* const folder = On("list", "opendir", opendir, path);
-    TheLayer().Opened(folder == nullptr ? -1 : dirfd(folder), Watched(path));
+    Opened(folder == nullptr ? -1 : dirfd(folder), path);
     return folder;
 }
 
@@ -450,24 +428,22 @@ int closedir(DIR* folder) {
 std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* stream) {
     const std::string watched = Watched(fileno(stream));
     std::size_t done = 0;
-    ssize_t wrote = 0;
-    while (done < size * count && wrote >= 0) {
+    std::size_t wrote = 1;
+    while (done < size * count && wrote > 0) {
         const char* const rest = static_cast<const char*>(bytes) + done;
         wrote = Strike("write", watched, size * count - done, [&](std::size_t some) {
-            const std::size_t moved = Next("fwrite", fwrite)(rest, 1, some, stream);
-            return moved < some ? ssize_t(-1) : static_cast<ssize_t>(moved);
+            return Next("fwrite", fwrite)(rest, 1, some, stream);
         });
-        done += wrote < 0 ? 0 : static_cast<std::size_t>(wrote);
+        done += wrote;
     }
     return size == 0 ? 0 : done / size;
 }
 
 std::size_t fread(void* bytes, std::size_t size, std::size_t count, std::FILE* stream) {
-    const ssize_t got =
-        Strike("read", Watched(fileno(stream)), size * count, [&](std::size_t some) {
-            return static_cast<ssize_t>(Next("fread", fread)(bytes, 1, some, stream));
-        });
-    return got < 0 || size == 0 ? 0 : static_cast<std::size_t>(got) / size;
+    const auto read = [&](std::size_t some) {
+        return Next("fread", fread)(bytes, 1, some, stream);
+    };
+    return Strike("read", Watched(fileno(stream)), size * count, read) / std::max(size, 1UL);
 }
 
 int fclose(std::FILE* stream) {
