@@ -13,32 +13,28 @@ class AnsweringDialogs : public FileDialogs {
   public:
     using Name = std::optional<std::string>;
 
-    Name OpenFile(QWidget* /*owner*/, std::string_view title, FileFilter filter,
+    Name OpenFile(QWidget* owner, std::string_view title, FileFilter filter,
                   std::string_view start) override {
-        return Answer(std::string(title) + "|" + std::string(filter.label) + "|" +
-                      std::string(filter.pattern) + "|" + std::string(start));
+        const std::string label(filter.label);
+        const std::string pattern(filter.pattern);
+        return PickFolder(owner, std::string(title) + "|" + label + "|" + pattern, start);
     }
     Name SaveFile(QWidget* owner, std::string_view title, FileFilter filter,
                   std::string_view start) override {
         return OpenFile(owner, title, filter, start);
     }
     Name PickFolder(QWidget* /*owner*/, std::string_view title, std::string_view start) override {
-        return Answer(std::string(title) + "|" + std::string(start));
+        asked.push_back(std::string(title) + "|" + std::string(start));
+        if (answers.empty()) {
+            return std::nullopt;
+        }
+        Name answer = answers.front();
+        answers.pop_front();
+        return answer;
     }
 
     std::deque<Name> answers;
     std::vector<std::string> asked;
-
-  private:
-    Name Answer(const std::string& question) {
-        asked.push_back(question);
-        Name answer;
-        if (!answers.empty()) {
-            answer = answers.front();
-            answers.pop_front();
-        }
-        return answer;
-    }
 };
 
 }  // namespace zarn::testing
