@@ -100,10 +100,10 @@ TEST_F(DialogsTest, BeginWhereTheyAreTold) {
                       QFileInfo(dialog.selectedFiles().value(0)).fileName());
         dialog.reject();
     };
+    Next<QFileDialog>(tell);
+    EXPECT_EQ(Pick(folder.Drive("deep\\read ME")), std::nullopt);
+    EXPECT_EQ(told, "Title|All Files (*)|deep|deep");
     for (const auto& [name, file] : {std::pair("DEEP\\", ""), {"deep\\read ME", "Read me"}}) {
-        Next<QFileDialog>(tell);
-        EXPECT_EQ(Pick(folder.Drive(name)), std::nullopt);
-        EXPECT_EQ(told, "Title|All Files (*)|deep|deep");
         Next<QFileDialog>(tell);
         EXPECT_EQ(Open(folder.Drive(name)), std::nullopt);
         EXPECT_EQ(told, std::string("Title|All Files (*.*) (*)|deep|") + file);
@@ -114,15 +114,14 @@ TEST(QtMessageBoxes, ShowWhatTheyAreGivenAndAreAnsweredByKeys) {
     QWidget window;
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    using enum BoxIcon;
+    using enum BoxAnswer;
     using Row = std::tuple<BoxIcon, QMessageBox::Icon, BoxButtons, Qt::Key, BoxAnswer>;
     for (const auto& [icon, shown, buttons, key, answer] :
-         {Row(BoxIcon::Question, QMessageBox::Question, BoxButtons::YesNo, Qt::Key_Return,
-              BoxAnswer::Yes),
-          Row(BoxIcon::Stop, QMessageBox::Critical, BoxButtons::YesNo, Qt::Key_N, BoxAnswer::No),
-          Row(BoxIcon::Exclamation, QMessageBox::Warning, BoxButtons::YesNo, Qt::Key_Escape,
-              BoxAnswer::No),
-          Row(BoxIcon::Information, QMessageBox::Information, BoxButtons::Ok, Qt::Key_Escape,
-              BoxAnswer::Ok)}) {
+         {Row(Question, QMessageBox::Question, BoxButtons::YesNo, Qt::Key_Return, Yes),
+          Row(Stop, QMessageBox::Critical, BoxButtons::YesNo, Qt::Key_N, No),
+          Row(Exclamation, QMessageBox::Warning, BoxButtons::YesNo, Qt::Key_Escape, No),
+          Row(Information, QMessageBox::Information, BoxButtons::Ok, Qt::Key_Escape, Ok)}) {
         Next<QMessageBox>([&, shown = shown, key = key](QMessageBox& box) {
             EXPECT_EQ(box.windowTitle(), "Title");
             EXPECT_EQ(box.icon(), shown);
@@ -155,14 +154,13 @@ TEST_F(DialogsTest, AnErrorOfAHandlerComesToWhoeverWaits) {
         GuardedApplication::RethrowRaised();
     };
     using Case = std::tuple<const char*, std::function<void()>, bool>;
-    for (const auto& [name, act, endsTheLoop] :
-         {Case(
-              "file dialog", [this] { Pick(); }, true),
-          Case("box", box, true),
-          Case(
-              "queue", [] { QtMessageQueue().Run(); }, false),
-          Case(
-              "wait", [] { QtMessageQueue().Wait(std::chrono::seconds(5)); }, false)}) {
+    const std::vector<Case> cases = {
+        {"file dialog", [this] { Pick(); }, true},
+        {"box", box, true},
+        {"queue", [] { QtMessageQueue().Run(); }, false},
+        {"wait", [] { QtMessageQueue().Wait(std::chrono::seconds(5)); }, false},
+    };
+    for (const auto& [name, act, endsTheLoop] : cases) {
         std::optional<ErrorNumber> error;
         const QObject here;
         QTimer::singleShot(0, [&, act = act] {

@@ -123,20 +123,16 @@ class UpDownTest : public ::testing::Test {
     }
 
     static constexpr QPoint Upper{8, 10};
-    static constexpr QPoint Lower{8, 11};
     UpDown arrows;
     std::string raised;
 };
 
 TEST_F(UpDownTest, ValueStaysWithinTheRange) {
-    for (const auto& [property, value, kept] : {std::tuple("Value", 101, 100),
-                                                {"Max", 9, 9},
-                                                {"Min", 2, 9},
-                                                {"Value", 1, 2},
-                                                {"Min", 99, 9},
-                                                {"Value", 100, 99},
-                                                {"Max", INT32_MAX, 99},
-                                                {"Min", INT32_MAX, INT32_MAX}}) {
+    using Row = std::tuple<const char*, int, int>;
+    for (const auto& [property, value, kept] :
+         {Row("Value", 101, 100), Row("Max", 9, 9), Row("Min", 2, 9), Row("Value", 1, 2),
+          Row("Min", 99, 9), Row("Value", 100, 99), Row("Max", INT32_MAX, 99),
+          Row("Min", INT32_MAX, INT32_MAX)}) {
         arrows.setProperty(property, value);
         EXPECT_EQ(arrows.Value(), kept) << property << " " << value;
     }
@@ -156,7 +152,7 @@ TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
     click(Upper);
     click(Upper);
     click(Upper, Qt::RightButton);
-    click(Lower);
+    click(QPoint(8, 11));
     for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Left}) {
         QTest::keyClick(&arrows, key);
     }
@@ -170,9 +166,10 @@ TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
 }
 
 TEST_F(UpDownTest, HeldArrowRepeatsUntilItIsLetGo) {
-    for (const std::function<void()>& end : std::initializer_list<std::function<void()>>{
-             [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); },
-             [this] { arrows.hide(); }, [this] { arrows.setEnabled(false); }}) {
+    const std::vector<std::function<void()>> ends = {
+        [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); },
+        [this] { arrows.hide(); }, [this] { arrows.setEnabled(false); }};
+    for (const auto& end : ends) {
         arrows.Value(0);
         arrows.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&arrows));
