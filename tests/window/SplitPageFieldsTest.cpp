@@ -200,7 +200,7 @@ class SplitPageSize : public SplitPageFixture {
 TEST_F(SplitPageSize, AUnitIsStoredSuppliesACountAndMarksAMissingSource) {
     using Case = std::tuple<const char*, const char*, int, int>;
     for (const auto& [count, unit, gigabytes, supplied] :
-         {Case("", "OptGB", 1, 2), Case("7", "OptMB", 0, 7), Case("none", "OptGB", 1, 2)}) {
+         {Case("", "OptGB", 1, 2), Case("none", "OptMB", 0, 2), Case("7", "OptGB", 1, 7)}) {
         Write("txtPartsNumber", count);
         Click(unit);
         EXPECT_EQ(Text("txtPartsNumber"), std::to_string(supplied));
