@@ -19,14 +19,10 @@ class RecordingEvents : public SplitterEvents {
              std::to_string(static_cast<int>(total)) + " " +
              std::to_string(static_cast<int>(size)) + " " + path.substr(path.rfind('\\') + 1));
     }
-    void StatusZIP(std::int32_t percent) override {
-        percents.push_back(percent);
-        then("zip " + std::to_string(percent));
-    }
+    void StatusZIP(std::int32_t percent) override { Keep("zip " + std::to_string(percent)); }
 
     Names log;
-    std::vector<std::int32_t> percents;  ///< of the archive
-    std::function<void(const std::string& event)> then = [](const std::string& /*event*/) {};
+    std::function<void(const std::string&)> then = [](const std::string& /*event*/) {};
 
   private:
     void Keep(const std::string& event) {
@@ -35,8 +31,7 @@ class RecordingEvents : public SplitterEvents {
     }
 };
 
-/// A folder for the source, an empty one for its parts. A test replaces parts of `test.platform`
-/// before the first call of `Engine`.
+/// A test replaces parts of `test.platform` before the first call of `Engine`.
 class EngineTest : public ::testing::Test {
   protected:
     SplitterEngine& Engine() {
@@ -57,6 +52,7 @@ class EngineTest : public ::testing::Test {
     std::string destination = out.Drive() + "\\";
     TestPlatform test;
     TestQueue& queue = test.Queue();
+    TestVolumes& volumes = test.Volumes();
     SharedProgress progress;
     RecordingEvents events;
     double usedPartSize = 0;

@@ -1,12 +1,12 @@
 #include "scripts/BatchGenerator.h"
+#include "scripts/Crc32.h"
+#include "scripts/FileChecksum.h"
+#include "scripts/clsCRC32.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
 namespace {
 
-constexpr ErrorNumber Refused = ErrorNumber::SubscriptOutOfRange;
-
-/// The real platform at a moment of the test's own.
 class BatchGeneratorTest : public ::testing::Test {
   protected:
     std::string Script(const std::string& original, const Names& parts) {
@@ -63,18 +63,13 @@ TEST_F(BatchGeneratorTest, HoursNamesAndTheSettingDecideLines) {
         EXPECT_TRUE(Contains(script, hour == 0 ? " 12:05 AM\r" : " 12:05 PM\r"));
         EXPECT_TRUE(Contains(script, "Ren Zarn.TMP \"50% \xE9.avi\"\r\nRem  \r\n"));
     }
-    const std::string script = folder.Read("a_Part0.bat");
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Script("a", {})); }), Refused);
-    EXPECT_EQ(folder.Read("a_Part0.bat"), script);
 }
 
 TEST(ScriptNamesTest, AllZerosInTheWidthOfTheNumbers) {
     using Case = std::tuple<const char*, const char*, const char*>;
     for (const auto& [firstPart, base, script] :
-         {Case("Movie.avi_Part1", R"(C:\OUT\x)", R"(C:\OUT\Movie.avi_Part0.bat)"),
-          Case("Movie.avi_Part0001", "Movie.avi", "Movie.avi_Part0000.bat"),
+         {Case("Movie.avi_Part0001", "Movie.avi", "Movie.avi_Part0000.bat"),
           Case("Disk 11_Part001", R"(\\s\h\x)", R"(\\s\h\Disk 11_Part000.bat)"),
-          Case("My_Part_Movie.avi_Part1", R"(C:\x)", R"(C:\My_Part_Movie.avi.bat)"),
           Case("a_Part12.avi_Part1", R"(C:\x)", R"(C:\a_Part02.avi.bat)"),
           Case("a_part1_Part1", R"(C:\x)", R"(C:\a_part1_Part0.bat)"),
           Case("_Part", R"(C:\x)", R"(C:\_Part.bat)")}) {
@@ -84,7 +79,6 @@ TEST(ScriptNamesTest, AllZerosInTheWidthOfTheNumbers) {
 
 TEST_F(BatchGeneratorTest, EveryByteOfASfvFile) {
     EXPECT_EQ(Sfv({{"a.avi_Part01", "A1B2C3D", "1457664", "3/14/2007 9:05:01 PM"},
-                   {"", "123456789012", "", ""},
                    {"  ", "123456789012", "7", "date"},
                    {"\xC3\xA9.avi_Part02", "53 ERROR ", "1234567890123456", "1/1/1601 0:00:00 AM"},
                    {"a.avi_Part04", "", "123456789012345", "3/14/2007 9:05:02 PM"},
@@ -116,22 +110,85 @@ TEST_F(BatchGeneratorTest, EveryByteOfASfvFile) {
 
 TEST_F(BatchGeneratorTest, TheLongestChecksumOfTheSetIsTheWidth) {
     clock.now = {987, 1, 2, 0, 4, 5};
-    const std::string narrow =
-        Sfv({{"a.avi_Part01", "ABCDEF", "", ""}, {"\xD0\x96_Part02", "C", "", ""}});
+    const std::string narrow = Sfv({{"a.avi_Part01", "ABCDEF", "", ""}, {"\xD0\x96", "C", "", ""}});
     EXPECT_TRUE(Contains(narrow, " : 01-02-0987 12:04:05 AM\r\n"));
-    EXPECT_TRUE(Contains(narrow, "\na.avi_Part01  ABCDEF\r\n\xD0\x96_Part02  00000C\r\n;\r"));
+    EXPECT_TRUE(Contains(narrow, "\na.avi_Part01  ABCDEF\r\n\xD0\x96  00000C\r\n;\r"));
     EXPECT_TRUE(Contains(Sfv({{"a.avi_Part01", "", "", ""}, {}}), "\na.avi_Part01  \r\n"));
-    std::string text;
-    EXPECT_EQ(BatchGenerator::PadLeftZero(text, -1), "");
 }
 
 TEST_F(BatchGeneratorTest, ASetWithoutItsFirstPartLeavesNoFile) {
-    for (const std::vector<SfvEntry>& entries : {std::vector<SfvEntry>(),
-                                                 {{"", "", "", ""}, {"a_Part2", "1", "2", "3"}},
-                                                 {{"a.avi_part1", "1", "2", "3"}}}) {
-        EXPECT_EQ(ErrorOf([&] { static_cast<void>(Sfv(entries)); }), Refused);
+    constexpr ErrorNumber Refused = ErrorNumber::SubscriptOutOfRange;
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Script("a", {})); }), Refused);
+    for (const char* name : {"", "a.avi_part1"}) {
+        EXPECT_EQ(ErrorOf([&] { static_cast<void>(Sfv({{name, "1", "2", "3"}})); }), Refused);
     }
     EXPECT_TRUE(folder.Names().empty());
+}
+
+std::uint32_t BitByBit(std::span<const std::byte> data, std::uint32_t running,
+                       std::uint32_t polynomial = Crc32::IeeePolynomial) {
+    for (const std::byte byte : data) {
+        running ^= std::to_integer<std::uint32_t>(byte);
+        for (int bit = 0; bit < 8; ++bit) {
+            running = (running >> 1U) ^ ((running & 1U) != 0 ? polynomial : 0);
+        }
+    }
+    return running;
+}
+
+class Crc32Test : public ::testing::TestWithParam<Crc32::Method> {};
+
+TEST_P(Crc32Test, EveryLengthAtEveryAddress) {
+    Crc32 crc(GetParam());
+    EXPECT_EQ(crc.CRCTableBuild(Crc32::IeeePolynomial, 5), 5);
+    const std::string text = TestBytes(100000);
+    const std::span<const std::byte> all = std::as_bytes(std::span(text));
+    for (std::uint32_t start = 0; start < 32; ++start) {
+        const std::uint32_t running = Crc32::InitialValue - start;
+        std::uint32_t expected = running;
+        for (std::size_t length = 0; length <= 300; ++length) {
+            ASSERT_EQ(crc.CRCUpdate(all.subspan(start, length), running), expected)
+                << length << " from " << start;
+            expected = BitByBit(all.subspan(start + length, 1), expected);
+        }
+    }
+    EXPECT_EQ(crc.CRCUpdate(all, 7), BitByBit(all, 7));
+    constexpr std::uint32_t Castagnoli = 0x82F63B78;
+    crc.CRCTableBuild(Castagnoli, 0);
+    EXPECT_EQ(crc.CRCUpdate(all, 0), BitByBit(all, 0, Castagnoli));
+}
+
+INSTANTIATE_TEST_SUITE_P(Methods, Crc32Test,
+                         ::testing::Values(Crc32::Method::SlicedTable, Crc32::Method::Folding128,
+                                           Crc32::Method::Folding256));
+
+TEST(FileChecksumTest, OfAFileOrTheReasonThatThereIsNone) {
+    const TestPlatform test;
+    FileSystem& files = *test.platform.fileSystem;
+    const TestFolder folder;
+    const std::string large = TestBytes(524289);
+    folder.Write("empty", "");
+    folder.Write("digits", "123456789");
+    folder.Write("zeros ahead", "\xEF\x4B\x84\x5E");
+    folder.Write("large", large);
+    double whole = ~BitByBit(std::as_bytes(std::span(large)), Crc32::InitialValue);
+    using Case = std::pair<const char*, std::string>;
+    for (const auto& [name, text] :
+         {Case("missing", "53 ERROR "), Case("missing\\file", "76 ERROR "),
+          Case("digits", "CBF43926"), Case("empty", "0"), Case("zeros ahead", "ABCDEF"),
+          Case("large", FormatCRCHex(whole))}) {
+        EXPECT_EQ(CalcCRC32(files, folder.Drive(name)), text) << name;
+    }
+    clsCRC32 engine(files);
+    double crc = 1;
+    std::int16_t success = 1;
+    std::int32_t code = 1;
+    for (const auto& [name, expected] : {std::pair("missing", std::tuple(0.0, 0, 53)),
+                                         std::pair("digits", std::tuple(3421780262.0, -1, 0))}) {
+        engine.FileCRC(folder.Drive(name), crc, success);
+        engine.LastError(code);
+        EXPECT_EQ(std::tuple(crc, success, code), expected);
+    }
 }
 
 }  // namespace
