@@ -99,8 +99,8 @@ TEST_F(FrmProgressTest, CutsAnArchiveAndStartsAgainOnlyAtZero) {
     folder.Write("movie.avi", std::string(2048, 'x'));
     for (const bool compress : {false, true}) {
         Shared().Parameters().CompressDestination(compress ? 1 : 0);
-        const std::string work = " Compressing file ..." + processed +
-                                 (compress ? "Compressing" : "Encrypting") + " file Process at ";
+        const std::string verb = compress ? "Compressing" : "Encrypting";
+        const std::string work = " Compressing file ..." + processed + verb + " file Process at ";
         MakeForm("Parts");
         form->job.compress = true;
         form->job.compressionLevel = 9;
@@ -114,7 +114,6 @@ TEST_F(FrmProgressTest, CutsAnArchiveAndStartsAgainOnlyAtZero) {
         EXPECT_EQ(std::ranges::count(states, work + "100 %#0|100/100 w314|-|-|-|wait"), 1);
         EXPECT_EQ(preparations, compress ? 2 : 4);
         EXPECT_EQ(states.back() == Done(" Writing file pieces ...", 4), compress);
-        EXPECT_TRUE(out.Has("movie.zip_Part0.bat"));
         EXPECT_EQ(out.Read("movie.zip_Part2").size() < 200, compress);
     }
 }
@@ -135,12 +134,12 @@ TEST_F(FrmProgressTest, ACancelRemovesThePartsAndCountsToTheEnd) {
     };
     EXPECT_EQ(Run(), std::nullopt);
     const std::string cancelled =
-        " Writing file pieces ...|             Canceled by User#128|#128|-|&Canc";
+        " Writing file pieces ...|             Canceled by User#128|#128|-|&Cancel";
     EXPECT_EQ(Names(states.begin(), states.end() - 6),
-              (Names{split[0], split[1], split[2], cancelled + "eling  off @128|-|-|wait"}));
-    EXPECT_EQ(states[4], cancelled + "eling  off @128|-|-|");
-    EXPECT_EQ(states[5], cancelled + "elling (5) off @128|-|-|");
-    EXPECT_EQ(states.back(), cancelled + "elling (1) off @128|-|-|");
+              (Names{split[0], split[1], split[2], cancelled + "ing  off @128|-|-|wait"}));
+    EXPECT_EQ(states[4], cancelled + "ing  off @128|-|-|");
+    EXPECT_EQ(states[5], cancelled + "ling (5) off @128|-|-|");
+    EXPECT_EQ(states.back(), cancelled + "ling (1) off @128|-|-|");
     EXPECT_EQ(FromQt(Button().Caption()), "&Cancelling ");
     // The setting takes the source in any case, behind a flush.
     EXPECT_TRUE(out.Names().empty());
