@@ -3,6 +3,7 @@
 #include "platform/linux/RegistryText.h"
 #include "runtime/CodePage.h"
 #include "settings/CryptPass.h"
+#include "settings/PreferencesState.h"
 #include "support/forms/QuietProcesses.h"
 
 namespace zarn::testing {
@@ -23,7 +24,7 @@ struct ParametersTest : public ::testing::Test {
         Store().SetValue(RegistryHive::CurrentUser, product + key, name, value);
     }
     // All that is stored; "#" stands before numbers.
-    [[nodiscard]] std::string StoredAll() const {
+    std::string StoredAll() {
         const auto keys = ParseRegistry(test.home.Read("config/settings.reg"));
         std::string all;
         for (const auto& [upperPath, key] : keys.value()) {
@@ -36,7 +37,7 @@ struct ParametersTest : public ::testing::Test {
         }
         return all;
     }
-    [[nodiscard]] std::string Stored(const std::string& name) const {
+    std::string Stored(const std::string& name) {
         return Split(Split(StoredAll(), name + "=").at(1), ",")[0];
     }
     // Reads a setting for the first time, gives it a value of its own, and reads that.
@@ -168,15 +169,13 @@ TEST_F(ParametersTest, AZipGetsNoOtherPasswordThanTheOneThatWasTyped) {
         EXPECT_EQ(Settings().ZipPassword(), "") << "no password is asked for";
     }
     Settings().CompressPasswordProtect(1);
-    const LocaleSeparators comma{",", ".", "-", ":"};
-    using Case = std::tuple<std::string, bool, bool>;
-    for (const auto& [password, isKept, isKeptInGerman] :
-         {Case("Gr\u00FC\u00DFe \u20AC", true, true), Case("\u4E2D", false, false),
-          Case("a\xE9", false, false), Case(std::string("a\0b", 3), false, false),
-          Case(of("1E999"), false, false), Case(of("1.5.5"), true, false),
-          Case(of("a "), false, false), Case(of("a b"), true, true)}) {
+    EXPECT_FALSE(KeepsPassword(of("1.5.5"), {",", ".", "-", ":"}));
+    using Case = std::pair<std::string, bool>;
+    for (const auto& [password, isKept] :
+         {Case("Gr\u00FC\u00DFe \u20AC", true), Case("\u4E2D", false), Case("a\xE9", false),
+          Case(std::string("a\0b", 3), false), Case(of("1E999"), false), Case(of("1.5.5"), true),
+          Case(of("a "), false), Case(of("a b"), true)}) {
         EXPECT_EQ(KeepsPassword(password, {}), isKept) << password;
-        EXPECT_EQ(KeepsPassword(password, comma), isKeptInGerman) << password;
         if (isKept) {
             Settings().CompressPassword(password);
             EXPECT_EQ(Settings().ZipPassword(), password);
@@ -203,6 +202,54 @@ TEST(CryptPassTest, EveryCodeComesBackAtEveryPosition) {
         EXPECT_EQ(CryptPass(scrambled, false), text) << position;
     }
     EXPECT_EQ(CryptPass(CryptPass("a\u4E2Db\xE9", true), false), "a?b\u00E9") << "a byte is a code";
+}
+
+TEST(PreferencesState, TheFirstFindingCounts) {
+    const Preferences inStore = {R"(C:\tmp\)", 8, true, "secret"};
+    // What is found: "c" changed, "m" malformed, "p" passwords looked at.
+    using Case = std::pair<Preferences, const char*>;
+    for (const auto& [page, found] :
+         {Case(inStore, "p"), Case({" C ", 3, true, "secret"}, "m"),
+          Case({"C:", 3, true, "secret"}, "c"), Case({"C:", 8, true, "new"}, "m"),
+          Case({R"(\\server)", 8, true, "secret"}, "c"),
+          Case({R"(C:\tmp)", 8, true, "secret"}, "c"),
+          Case({R"(C:\tmp\)", 8, false, "secret"}, "c"),
+          Case({R"(C:\tmp\)", 8, true, "Secret"}, "c")}) {
+        const PreferencesState state = JudgePreferences(page, "", inStore);
+        EXPECT_EQ(std::string(state.changed ? "c" : "") + (state.folderIsMalformed ? "m" : "") +
+                      (state.passwords ? "p" : ""),
+                  found)
+            << page.folder << page.level << page.password;
+    }
+}
+
+TEST(PreferencesState, WarnsOfPasswordsAndRefusesThem) {
+    const std::string differ = " Password and confirmation do not match ";
+    const std::string refused = "Passwords do not match   ";
+    const std::string blank = "Password field is empty    ";
+    const std::string lost =
+        "This password cannot be stored exactly as it was typed.\r"
+        "Please choose another one. Letters that are not Western European cannot be stored.";
+    // The fields: whether they take the password, or stay as they are and show that it is wrong.
+    constexpr std::optional<bool> Wrong;
+    using Case =
+        std::tuple<bool, const char*, const char*, std::string, std::optional<bool>, std::string>;
+    for (const auto& [security, password, confirmation, caption, areActive, refusal] :
+         {Case(true, "a", "a", "", true, ""), Case(true, "a", "b", differ, Wrong, refused),
+          Case(true, "a", " ", " Confirmation password field is empty ", Wrong, refused),
+          Case(true, " ", "", " Password and confirmation are empty ", true, blank),
+          Case(true, "", "b", "", true, blank), Case(true, "\u4E2D", "\u4E2D", "", true, lost),
+          Case(false, "\u4E2D", "\u4E2D", "", false, ""),
+          Case(false, "a", "b", differ, Wrong, "")}) {
+        SCOPED_TRACE(password + ("|" + caption));
+        const Preferences page = {R"(C:\tmp)", 8, security, password};
+        const auto judged = JudgePreferences(page, confirmation, page).passwords;
+        ASSERT_TRUE(judged);
+        EXPECT_EQ(judged->caption, caption);
+        EXPECT_EQ(judged->confirmationIsWrong, areActive == Wrong);
+        EXPECT_EQ(judged->fieldsAreActive, areActive);
+        EXPECT_EQ(ApplyRefusal(page, confirmation, {}), refusal);
+    }
 }
 
 }  // namespace

@@ -14,22 +14,21 @@ constexpr std::array Figures = {"txtFileSystem", "txtDriveCapacity", "txtFreeSpa
 
 // The page in a window that only notes what it is asked for. The tests write and read paths with
 // HERE for their folder and SYSTEM for the system's one.
-class PreferencesPageTest : public PageFixture<PreferencesPage>, public PreferencesFrame {
-  protected:
-    void UntickCompress() override { calls_ += ", untick"; }
+struct PreferencesPageTest : public PageFixture<PreferencesPage>, public PreferencesFrame {
+    void UntickCompress() override { calls += ", untick"; }
     void ShowDestinationUnit(std::string_view path) override {
-        calls_ += ", unit " + std::string(path);
+        calls.append(", unit ").append(path);
     }
-    void ReturnToPrompt() override { calls_ += ", return"; }
-    void UpdateSummary() override { calls_ += ", summary"; }
+    void ReturnToPrompt() override { calls += ", return"; }
+    void UpdateSummary() override { calls += ", summary"; }
 
     std::unique_ptr<PreferencesPage> Make() override {
         return std::make_unique<PreferencesPage>(Shared(), Dialogs(), *this, nullptr);
     }
-    void BringUp(PreferencesPage& page) override { page.ShowSettingsTab(tab_); }
-    PreferencesPage& Open(std::string_view tab) {
-        tab_ = tab;
-        return PageFixture::Open();
+    void BringUp(PreferencesPage& page) override { page.ShowSettingsTab(tab); }
+    void Open(std::string_view name) {
+        tab = name;
+        PageFixture::Open();
     }
     HSlider& Slider() { return Find<HSlider>("Slider1"); }
     void Click(const char* name) { Button(name).click(); }
@@ -69,11 +68,9 @@ class PreferencesPageTest : public PageFixture<PreferencesPage>, public Preferen
         Write("txtPassword2", confirmation);
     }
     // What the page has asked of the window since the last call.
-    std::string Calls() { return Short(std::exchange(calls_, {})); }
-
-  private:
-    std::string tab_ = "GENERAL";
-    std::string calls_;
+    std::string Calls() { return Short(std::exchange(calls, {})); }
+    std::string tab = "GENERAL";
+    std::string calls;
 };
 
 TEST_F(PreferencesPageTest, ShowsATabAndLosesALevelThatWasNotApplied) {
@@ -191,10 +188,10 @@ TEST_F(PreferencesPageTest, StoresEverythingAndThePasswordScrambled) {
     EXPECT_EQ(Page().focusWidget(), &Tabs());
     EXPECT_EQ(Told() + Calls(), ", unit HERE, return, summary");
     EXPECT_FALSE(Contains(StoreFile(), "Grüße"));
-    for (const char* tab : {"", "COMPRESSION"}) {
+    for (const char* next : {"", "COMPRESSION"}) {
         EXPECT_EQ(General(), "HERE black pick");
         EXPECT_EQ(Compression(), "Level 3 (Low Compression) secured Grüße 7|Grüße 7");
-        Open(tab);
+        Open(next);
     }
     EXPECT_EQ(Field("txtPassword").echoMode(), QLineEdit::Password);
     EXPECT_EQ(Field("txtPassword2").echoMode(), QLineEdit::Password);
