@@ -12,17 +12,6 @@ namespace zarn::testing {
 
 namespace {
 
-constexpr const char* Script = R"(@\PARTS\DATA.BIN_Part0.bat)";
-constexpr const char* Move = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\DEST\DATA.BIN)";
-constexpr const char* MoveHome = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\PARTS\DATA.BIN)";
-constexpr const char* Sfv = R"(@\IN\DATA.BIN @\OUT\)";
-constexpr const char* CancelSplit = R"(@\IN\DATA.BIN @\OUT\ split)";
-constexpr const char* CancelJoin = R"(@\PARTS\DATA.BIN_Part0.bat @\DEST\DATA.BIN join)";
-
-std::string SplitWith(const std::string& switches) {
-    return R"(/F=@\IN\DATA.BIN /D=@\OUT )" + switches;
-}
-
 Names ArgumentsIn(const TestFolder& folder, const Job& job) {
     return Split(Replace(job.arguments, "@", folder.Drive()), " ");
 }
@@ -32,9 +21,9 @@ void StoreSettings(const Job& job, const TestFolder& folder) {
         MakeLinuxPlatform({folder.System("config/ZarnFileSplitter"), folder.System("cache"), {}}));
     Parameters& parameters = shared.Parameters();
     parameters.TemporaryFolder(folder.Drive("tmp") + (job.Has(Job::NoBackslash) ? "" : "\\"));
-    parameters.DeleteSource(job.Has(Job::DeletesSource) ? 1 : 0);
-    StoredValue deletesParts = 1;
-    parameters.DeleteSplitParts(deletesParts);
+    parameters.DeleteSource(job.Has(Job::Deletes) ? 1 : 0);
+    StoredValue yes = 1;
+    parameters.DeleteSplitParts(yes);
     parameters.CompressDestination(1);
     parameters.CompressPasswordProtect(job.Has(Job::Encrypted) ? 1 : 0);
     parameters.CompressPassword(Password);
@@ -56,9 +45,9 @@ void PrepareSplit(const Job& job, const TestFolder& folder) {
 
 void PrepareJoin(const Job& job, const TestFolder& folder) {
     folder.MakeFolder("DEST");
-    const std::string split = R"(/F=@\IN\DATA.BIN /D=@\PARTS /PN=3)";
-    const Job cut = {"", Road::Split, split + (job.Has(Job::DeletesParts) ? " /DP" : ""), "", {}};
-    EXPECT_EQ(RunWatched(cut, folder, {}).message, "");
+    const std::string cut = R"(/F=@\IN\DATA.BIN /D=@\PARTS /PN=3)";
+    const std::string deletes = job.Has(Job::DeletesParts) ? " /DP" : "";
+    EXPECT_EQ(RunWatched({"", Road::Split, cut + deletes, {}}, folder, {}).message, "");
     if (!job.Has(Job::OverNothing)) {
         folder.Write("PARTS/DATA.BIN", "an older result");
         folder.Write("DEST/DATA.BIN", "an older result elsewhere");
@@ -69,53 +58,52 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
     const Names words = ArgumentsIn(folder, job);
     if (!job.Has(Job::Cancelled) && words.size() > 1) {
         const std::string built = words[0].substr(0, words[0].find("_Part0"));
-        folder.Write("PARTS/DATA.BIN_Part0_TMP.bat", folder.Read("PARTS/DATA.BIN_Part0.bat") +
-                                                         "Del \"" + words[1] + "\"\r\nMove \"" +
-                                                         built + "\" \"" + words[1] + "\"\r\n");
+        const std::string move = "Del " + Quoted(words[1]) + "\r\nMove " + Quoted(built) + " ";
+        folder.Write("PARTS/DATA.BIN_Part0_TMP.bat",
+                     folder.Read("PARTS/DATA.BIN_Part0.bat") + move + Quoted(words[1]) + "\r\n");
     }
     RestoreSnapshot(folder.System("IN"), {});
 }
 
 }  // namespace
 
-std::vector<Job> Jobs() {
+std::vector<Job> JobsWithout(Job::Trait trait) {
     using enum Job::Trait;
-    using Traits = std::set<Job::Trait>;
-    const std::string packed = SplitWith("/PN=3 /C /CL=5");
-    const std::string bySize = SplitWith("/PS=0.0078125MB");
-    const char* const noLinks = "replaces, no links";
-    const Traits encrypted = {Compressed, Encrypted, DeletesSource, OverEarlier};
-    const Traits alone = {NamesOnly, Moves, OverNothing};
-    const Traits beside = {NamesOnly, Compressed, DeletesSource, OverEarlier, NoBackslash};
-    const Traits all = {NamesOnly, Compressed, DeletesAlways};
-    const Traits cancelled = {NamesOnly, Cancelled};
-    const Traits noSplit = {NamesOnly, Cancelled, DeletesSource};
-    const Traits noMove = {NamesOnly, Cancelled, Moves};
-    const Traits noParts = {NamesOnly, Cancelled, Moves, DeletesParts};
-    return {
-        {"Split", Road::Split, SplitWith("/PN=3 /DP"), "", {}},
-        {"SplitThroughABuffer", Road::Split, bySize, "buffered", {OverEarlier}},
-        {"SplitOfSharedBlocks", Road::Split, SplitWith("/PN=3"), "shares", {DeletesSource}},
-        {"SplitThatDeletes", Road::Split, SplitWith("/PN=3 /DS"), "", {DeletesAlways}},
-        {"Compressed", Road::Split, packed, "replaces", {Compressed}},
-        {"CompressedThatDeletes", Road::Split, packed + " /DS", "", all},
-        {"CompressedWithoutBackslash", Road::Split, packed + " /DS", "replaces", beside},
-        {"EncryptedThatDeletes", Road::Split, packed, "", encrypted},
-        {"CancelledSplit", Road::Sfv, CancelSplit, "", cancelled},
-        {"CancelledSplitThatDeletes", Road::Sfv, CancelSplit, "", noSplit},
-        {"Sfv", Road::Sfv, Sfv, "", {}},
-        {"SfvThatDeletes", Road::Sfv, Sfv, "buffered", {DeletesSource, OverEarlier}},
-        {"Join", Road::Join, Script, "", {}},
-        {"JoinThatDeletes", Road::Join, Script, "buffered", {DeletesParts}},
-        {"JoinThatMoves", Road::Join, Move, "shares", {Moves}},
-        {"JoinThatMovesAcross", Road::Join, Move, "split", {DeletesParts, Moves}},
-        {"JoinThatMovesHome", Road::Join, MoveHome, "", {NamesOnly, DeletesParts}},
-        {"JoinThatMovesByLink", Road::Join, Move, "replaces", {Moves, OverNothing}},
-        {"JoinThatMovesWithoutLinks", Road::Join, Move, noLinks, alone},
-        {"CancelledJoin", Road::Join, CancelJoin, "", noMove},
-        {"CancelledJoinThatDeletes", Road::Join, CancelJoin, "", noParts},
-        {"Settings", Road::Settings, SplitWith("/PN=3 /DP /TEST"), "", {}},
+    const std::string cut = R"(/F=@\IN\DATA.BIN /D=@\OUT )";
+    const std::string packed = cut + "/PN=3 /C /CL=5";
+    const std::string sfv = R"(@\IN\DATA.BIN @\OUT\)";
+    const std::string join = R"(@\PARTS\DATA.BIN_Part0.bat)";
+    const std::string move = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\DEST\DATA.BIN)";
+    const std::string home = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\PARTS\DATA.BIN)";
+    const std::string stop = join + R"( @\DEST\DATA.BIN join)";
+    const auto [split, window, script] = std::tuple(Road::Split, Road::Sfv, Road::Join);
+    const std::set<Job::Trait> beside = {NamesOnly, Compressed, Deletes, OverEarlier, NoBackslash};
+    std::vector<Job> jobs = {
+        {"Split", split, cut + "/PN=3 /DP", {}},
+        {"SplitThroughABuffer", split, cut + "/PS=0.0078125MB", {OverEarlier}, "buffered"},
+        {"SplitOfSharedBlocks", split, cut + "/PN=3", {Deletes}, "shares"},
+        {"SplitThatDeletes", split, cut + "/PN=3 /DS", {DeletesAlways}},
+        {"Compressed", split, packed, {Compressed}, "replaces"},
+        {"CompressedThatDeletes", split, packed + " /DS", {NamesOnly, Compressed, DeletesAlways}},
+        {"CompressedWithoutBackslash", split, packed + " /DS", beside, "replaces"},
+        {"EncryptedThatDeletes", split, packed, {Compressed, Encrypted, Deletes, OverEarlier}},
+        {"CancelledSplit", window, sfv + " split", {NamesOnly, Cancelled}},
+        {"CancelledSplitThatDeletes", window, sfv + " split", {NamesOnly, Cancelled, Deletes}},
+        {"Sfv", window, sfv, {}},
+        {"SfvThatDeletes", window, sfv, {Deletes, OverEarlier}, "buffered"},
+        {"Join", script, join, {}},
+        {"JoinThatDeletes", script, join, {DeletesParts}, "buffered"},
+        {"JoinThatMoves", script, move, {Moves}, "shares"},
+        {"JoinThatMovesAcross", script, move, {DeletesParts, Moves}, "split"},
+        {"JoinThatMovesHome", script, home, {NamesOnly, DeletesParts}},
+        {"JoinThatMovesByLink", script, move, {Moves, OverNothing}, "replaces"},
+        {"JoinThatMovesWithoutLinks", script, move, {NamesOnly, Moves, OverNothing}, "no links"},
+        {"CancelledJoin", script, stop, {NamesOnly, Cancelled, Moves}},
+        {"CancelledJoinThatDeletes", script, stop, {NamesOnly, Cancelled, Moves, DeletesParts}},
+        {"Settings", split, cut + "/PN=3 /DP /TEST", {ChecksOnly}},
     };
+    std::erase_if(jobs, [&](const Job& job) { return job.Has(trait); });
+    return jobs;
 }
 
 const std::string& Content() {

@@ -9,7 +9,7 @@
 
 namespace zarn::testing {
 
-enum class Road { Split, Sfv, Join, Settings };
+enum class Road { Split, Sfv, Join };
 
 /// A job of one of the programs, in a folder of its own: `IN/DATA.BIN` is split into three parts in
 /// `OUT`, or the parts in `PARTS` are joined.
@@ -17,22 +17,23 @@ struct Job {
     enum Trait {
         Compressed,
         Encrypted,
-        DeletesSource,  ///< by the setting
-        DeletesAlways,  ///< by `/DS`, however the run ended
+        Deletes,        ///< the source, by the setting
+        DeletesAlways,  ///< the same by `/DS`, however the run ended
         OverEarlier,    ///< parts and script of an earlier job are there
         OverNothing,    ///< no older result of a join is there
         DeletesParts,   ///< a join's script does
         Moves,          ///< a join's result, to `DEST`
         Cancelled,
         NoBackslash,  ///< behind the temporary folder: the archive has to be moved into it
-        NamesOnly     ///< runs in the identity sweep alone
+        NamesOnly,    ///< runs in the identity sweep alone
+        ChecksOnly    ///< the command line, and cuts nothing
     };
 
     std::string name;
     Road road = Road::Split;
     std::string arguments;     ///< '@' stands for the folder
-    std::string volume;        ///< what the volume is like
     std::set<Trait> traits;    ///< what else there is to know
+    std::string volume = {};   ///< what the volume is like
     std::string view = {};     ///< another path of the folder, which the arguments may have
     std::string current = {};  ///< the folder in it in which the program starts
 
@@ -44,7 +45,7 @@ struct Job {
     }
 };
 
-[[nodiscard]] std::vector<Job> Jobs();
+[[nodiscard]] std::vector<Job> JobsWithout(Job::Trait trait);
 
 /// Where a job's folder is made: nothing has to reach a disk.
 [[nodiscard]] inline TestFolder FolderInMemory() {

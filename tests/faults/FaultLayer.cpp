@@ -12,7 +12,7 @@
 //                      (a file of that name gets the first one), `rewrite` moves its bytes there
 //   ZARN_FAULT_VOLUME  `buffered` (the kernel does not copy), `shares` (it shares blocks), `split`
 //                      (each folder is a volume of its own), `replaces` (it cannot rename without
-//                      replacing), `replaces, no links`
+//                      replacing), `no links` (nor link)
 //   ZARN_FAULT_LOG     the log: the call and the path of every operation; behind it `to` with the
 //                      path that a file gets by it, and `failed` if it did; at the end `left` with
 //                      the path of every file that was open
@@ -393,8 +393,8 @@ int remove(const char* path) noexcept {
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
               unsigned flags) noexcept {
-    const bool canDoIt = flags == 0 || !TheLayer().volume.starts_with("replaces");
-    return Name("rename", from, to, canDoIt, EINVAL, [&] {
+    const bool replaces = TheLayer().volume == "replaces" || TheLayer().volume == "no links";
+    return Name("rename", from, to, flags == 0 || !replaces, EINVAL, [&] {
         return Next("renameat2", renameat2)(fromFolder, from, toFolder, to, flags);
     });
 }
@@ -404,7 +404,7 @@ int rename(const char* from, const char* to) noexcept {
 }
 
 int link(const char* from, const char* to) noexcept {
-    return Name("link", from, to, !TheLayer().volume.ends_with("no links"), EPERM,
+    return Name("link", from, to, TheLayer().volume != "no links", EPERM,
                 [&] { return Next("link", link)(from, to); });
 }
 

@@ -3,8 +3,6 @@
 // every operation. What may not happen is judged in `Verdict.cpp`. A plain run takes samples; with
 // `ZARN_FAULTS=all` in the environment it takes all of them, which needs minutes.
 
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 
 #include "faults/Verdict.h"
@@ -12,49 +10,34 @@
 
 namespace zarn::testing {
 
-// Prints what a test is about.
+// Gives a test its name.
 inline void PrintTo(const Job& job, std::ostream* stream) {
     *stream << job.name;
 }
 
 namespace {
 
-bool WantsAll() {
-    const char* value = std::getenv("ZARN_FAULTS");
-    return value != nullptr && std::string(value) == "all";
-}
-
-std::vector<Job> JobsBut(const std::function<bool(const Job&)>& isLeftOut) {
-    std::vector<Job> jobs = Jobs();
-    std::erase_if(jobs, isLeftOut);
-    return jobs;
-}
+const char* const faults = std::getenv("ZARN_FAULTS");
+const bool wantsAll = faults != nullptr && std::string(faults) == "all";
 
 class Sweep : public ::testing::TestWithParam<Job> {
   protected:
-    void Note(const std::string& complaint, const WatchedRun& run, const Fault& fault,
-              const std::string& relation = {}) {
+    void Note(const std::string& complaint, const WatchedRun& run, const Fault& fault) {
         ++runs_;
-        complaints_ += complaint.empty() ? 0 : 1;
         const FileOperation at = run.struck.value_or(FileOperation{"none", ""});
-        EXPECT_EQ(complaint, "") << relation << " " << fault.kind
-                                 << (fault.stays ? " for good" : "") << " " << fault.to << " at "
-                                 << fault.number << ", " << at.call << " of " << at.path << "\n"
+        EXPECT_EQ(complaint, "") << fault.kind << (fault.stays ? " for good " : " ") << fault.to
+                                 << " at " << fault.number << ", " << at.call << " of " << at.path
+                                 << "\n"
                                  << run.message;
     }
 
     void Report(const WatchedRun& clean, const std::string& relation = {}) {
-        std::printf("%s%s: %zu operations, %ld runs, %ld complaints\n", GetParam().name.c_str(),
-                    relation.c_str(), clean.operations.size(), runs_, complaints_);
-        runs_ = 0;
-        complaints_ = 0;
+        std::printf("%s%s: %zu operations, %ld runs\n", job_.name.c_str(), relation.c_str(),
+                    clean.operations.size(), std::exchange(runs_, 0));
     }
 
-    [[nodiscard]] long Runs() const { return runs_; }
-
-  private:
+    const Job& job_ = GetParam();
     long runs_ = 0;
-    long complaints_ = 0;
 };
 
 // What can become of a call; the last of a call that moves bytes alone.
@@ -82,14 +65,13 @@ class Faults : public Sweep {
         const Snapshot after = TakeSnapshot(folder_.System());
         const Evidence evidence = {job_, fault, run, before_, after, clean_};
         std::string complaint = JudgeRun(evidence);
-        if (complaint.empty() && (WantsAll() || (Runs() + 1) % RepeatsOne == 0)) {
+        if (complaint.empty() && (wantsAll || (runs_ + 1) % RepeatsOne == 0)) {
             const WatchedRun second = RunWatched(job_, folder_, {});
             complaint = JudgeRepetition(evidence, second, TakeSnapshot(folder_.System()));
         }
         Note(complaint, run, fault);
     }
 
-    const Job& job_ = GetParam();
     const TestFolder folder_ = FolderInMemory();
     Snapshot before_;
     WatchedRun run_;
@@ -103,7 +85,7 @@ TEST_P(Faults, OfEveryOperation) {
         const std::size_t count = kinds.size() - (movesBytes ? 0 : 1);
         const std::size_t turn = number / ZARN_FAULT_STRIDE + job_.name.size();
         for (std::size_t i = 0; i < count; ++i) {
-            if (WantsAll() || (number % ZARN_FAULT_STRIDE == 0 && turn % count == i)) {
+            if (wantsAll || (number % ZARN_FAULT_STRIDE == 0 && turn % count == i)) {
                 Try({number, kinds[i].kind, kinds[i].stays});
             }
         }
@@ -113,16 +95,14 @@ TEST_P(Faults, OfEveryOperation) {
 TEST_P(Faults, KillAtAnyMoment) {
     std::mt19937 random(static_cast<unsigned>(job_.name.size()));
     std::uniform_int_distribution<std::size_t> number(1, run_.operations.size());
-    for (int count = WantsAll() ? 150 : 4; count > 0; --count) {
+    for (int count = wantsAll ? 150 : 4; count > 0; --count) {
         Try({number(random), "kill"});
         Try({number(random), "kill-within"});
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Faults, ::testing::ValuesIn(JobsBut([](const Job& job) {
-                             return job.Has(Job::NamesOnly);
-                         })),
-                         [](const auto& job) { return job.param.name; });
+INSTANTIATE_TEST_SUITE_P(, Faults, ::testing::ValuesIn(JobsWithout(Job::NamesOnly)),
+                         ::testing::PrintToStringParamName());
 
 struct Relation {
     std::string name;
@@ -156,120 +136,115 @@ const std::vector<Relation> relations = {
 };
 
 // A job in a folder that is related to others in one of the ways.
-class Place {
-  public:
-    Place(Job given, const Relation& relation) : job(std::move(given)), setting_(relation.setting) {
-        lower_ = Replace(Replace(job.Stem(), "DATA", "data"), "BIN", "bin");
-        if (setting_.starts_with("mount")) {
-            mount_.emplace(folder.System());
-            View(mount_->folder.System(), "V:");
-        } else if (setting_.starts_with("folder link")) {
-            fs::create_directory_symlink(folder.System(), links_.System("view"));
-            View(links_.System("view"), links_.Drive("view"));
+struct Place {
+    Place(Job given, std::string way) : job(std::move(given)), setting(std::move(way)) {
+        if (setting.starts_with("mount")) {
+            mount.emplace(folder.System());
+            View(mount->folder.System(), "V:");
+        } else if (setting.starts_with("folder link")) {
+            fs::create_directory_symlink(folder.System(), links.System("view"));
+            View(links.System("view"), links.Drive("view"));
         }
         Prepare(job, folder);
-        if (mount_) {
+        if (mount) {
             folder.Write("config/ZarnFileSplitter/drives", "V: fixed " + job.view);
         }
-        if (Contains(setting_, "links")) {
+        if (setting == "links" || setting == "hard links") {
             MakeLinks();
-        }
-        if (setting_ == "namesakes" || setting_ == "other case") {
+        } else if (setting == "namesakes" || setting == "other case") {
             MakeNamesakes();
-        }
-        if (setting_.ends_with("relative")) {
+        } else if (setting.ends_with("relative")) {
             job.current = "IN";
             job.arguments.replace(0, job.arguments.find(' '), "/F=DATA.BIN");
             folder.Write("DATA.BIN", "of the same relative path, seen from above");
         }
     }
 
-    // The file that somebody changes, by the relation's word for it.
-    [[nodiscard]] std::string Target(const std::string& word) const {
-        return Replace(word, "%", lower_);
-    }
-
-    const TestFolder folder = FolderInMemory();
-    Job job;
-
-  private:
     // The input, or all else, is there under another path.
     void View(const std::string& system, const std::string& path) {
-        const std::size_t behind = std::min(job.arguments.find(' '), job.arguments.size());
-        const std::string input = job.arguments.substr(0, behind);
-        const std::string output = job.arguments.substr(behind);
-        const bool isInput = setting_.ends_with("from there");
+        const std::size_t input = std::min(job.arguments.find(' '), job.arguments.size());
+        const bool isInput = setting.ends_with("from there");
+        const std::size_t from = isInput ? 0 : input;
+        const std::size_t count = isInput ? input : std::string::npos;
         job.view = system;
-        job.arguments =
-            isInput ? Replace(input, "@", path) + output : input + Replace(output, "@", path);
+        job.arguments.replace(from, count, Replace(job.arguments.substr(from, count), "@", path));
     }
 
     void Link(const std::string& target, const std::string& name) const {
         const std::string link = folder.System(name);
         fs::remove(link);
-        const auto make = setting_ == "links" ? symlink : ::link;
+        const auto make = setting == "links" ? symlink : ::link;
         EXPECT_EQ(make(folder.System(target).c_str(), link.c_str()), 0) << link;
     }
 
     void MakeLinks() const {
+        if (job.Has(Job::Moves) && !job.Has(Job::OverNothing)) {
+            Link("PARTS/DATA.BIN", "DEST/DATA.BIN");
+        }
         if (job.IsJoin()) {
-            if (job.Has(Job::Moves) && !job.Has(Job::OverNothing)) {
-                Link("PARTS/DATA.BIN", "DEST/DATA.BIN");
-            }
             Link("PARTS/DATA.BIN_Part1", "PARTS/Zarn.TMP");
             return;
         }
         fs::create_directory(folder.System("OUT"));
         Link(SourceFile, "OUT/" + job.Stem() + "_Part1");
-        if (setting_ == "hard links") {
+        if (setting == "hard links") {
             Link(SourceFile, "IN/OTHER.BIN");
             Link(SourceFile, "tmp/" + job.Stem());
         }
     }
 
     void MakeNamesakes() const {
-        Names names = {"IN/data.bin", "OUT/" + lower_ + "_part1", "OUT/" + lower_ + "_part0.bat",
-                       "tmp/" + lower_};
+        Names names = {"IN/data.bin", "OUT/%_part1", "OUT/%_part0.bat", "tmp/%"};
         if (job.IsJoin()) {
             fs::remove(folder.System("PARTS/DATA.BIN"));
             fs::remove(folder.System("DEST/DATA.BIN"));
             names = {"PARTS/data.bin", "PARTS/zarn.tmp", "PARTS/data.bin_part1", "DEST/data.bin"};
-        } else if (setting_ == "other case") {
+        } else if (setting == "other case") {
             fs::rename(folder.System(SourceFile), folder.System("IN/data.bin"));
         }
         fs::create_directory(folder.System("OUT"));
-        for (const std::string& name : setting_ == "namesakes" ? names : Names()) {
-            folder.Write(name, "somebody else's " + name);
+        for (const std::string& name : setting == "namesakes" ? names : Names()) {
+            folder.Write(Named(name), "somebody else's " + name);
         }
     }
 
-    const std::string setting_;
-    std::string lower_;
-    const TestFolder links_;
-    std::optional<TestMount> mount_;
+    // A file by the word that a relation has for it.
+    [[nodiscard]] std::string Named(const std::string& word) const {
+        return Replace(word, "%", Replace(Replace(job.Stem(), "DATA", "data"), "BIN", "bin"));
+    }
+
+    const TestFolder folder = FolderInMemory();
+    Job job;
+    const std::string setting;
+    const TestFolder links;
+    std::optional<TestMount> mount;
 };
 
 class Identity : public Sweep {
   protected:
     void Run(const Relation& relation) {
         constexpr std::size_t Stride = std::size_t{16} * ZARN_FAULT_STRIDE;
-        const Place place(GetParam(), relation);
+        const Place place(job_, relation.setting);
         const Snapshot before = TakeSnapshot(place.folder.System());
         removal_ = 0;
-        const WatchedRun clean = Try(place, relation, before, {});
+        const WatchedRun clean = Try(place, before, {});
         EXPECT_TRUE(relation.name != "OneFile" || SaysDone(place.job, clean)) << clean.message;
-        for (std::size_t i = 0; i < clean.operations.size(); ++i) {
-            const FileOperation& operation = clean.operations[i];
-            if ((operation.call == "delete" || operation.call == "rename") &&
-                UpperCase(operation.path) == SourceFile) {
-                removal_ = i + 1;
-            }
+        for (std::size_t number = clean.operations.size(); number > 0 && removal_ == 0; --number) {
+            const auto& [call, path, to, failed] = clean.operations[number - 1];
+            const bool removes = call == "delete" || call == "rename";
+            removal_ = removes && UpperCase(path) == SourceFile ? number : 0;
         }
-        for (const std::string& word : place.job.IsJoin() ? relation.join : relation.split) {
-            const std::string target = place.Target(word);
+        for (const std::string& word : job_.IsJoin() ? relation.join : relation.split) {
+            const std::string target = place.Named(word);
+            const std::string& old = before.contains(target) ? before.at(target) : "";
+            Snapshot changed = before;
+            changed["new"] = relation.name == "Grown"    ? old + std::string(2000, 'n')
+                             : relation.name == "Shrunk" ? old.substr(0, old.size() / 2)
+                                                         : std::string(2000, 'n');
             for (std::size_t number = 1; number <= clean.operations.size(); ++number) {
-                if (WantsAll() || (number + target.size()) % Stride == 0) {
-                    Try(place, relation, before, {number, relation.kind, false, "new", target});
+                if (wantsAll || (number + target.size()) % Stride == 0) {
+                    RestoreSnapshot(place.folder.System(), changed);
+                    Try(place, changed, {number, relation.kind, false, "new", target});
                 }
             }
         }
@@ -277,19 +252,10 @@ class Identity : public Sweep {
     }
 
   private:
-    WatchedRun Try(const Place& place, const Relation& relation, Snapshot before,
-                   const Fault& fault) {
-        constexpr std::size_t Length = 2000;
-        if (fault.number > 0) {
-            const std::string target = before.contains(fault.to) ? before[fault.to] : "";
-            const std::string news(Length, 'n');
-            before[fault.from] = relation.name == "Grown"    ? target + news
-                                 : relation.name == "Shrunk" ? target.substr(0, target.size() / 2)
-                                                             : news;
-            RestoreSnapshot(place.folder.System(), before);
-        }
+    WatchedRun Try(const Place& place, Snapshot before, const Fault& fault) {
         WatchedRun run = RunWatched(place.job, place.folder, fault);
         const Snapshot after = TakeSnapshot(place.folder.System());
+        // Somebody has moved the file, and perhaps another one to its place.
         const auto left = after.find(fault.from);
         if (fault.number > 0 && (left == after.end() || left->second != before[fault.from])) {
             before[fault.to] = before[fault.from];
@@ -298,8 +264,7 @@ class Identity : public Sweep {
                 before.insert(*left);
             }
         }
-        Note(JudgeIdentity({place.job, fault, run, before, after, after}, removal_), run, fault,
-             relation.name);
+        Note(JudgeIdentity({place.job, fault, run, before, after, after}, removal_), run, fault);
         return run;
     }
 
@@ -312,16 +277,15 @@ TEST_P(Identity, IsHeldInEveryRelation) {
         // A window's job and a join have whole paths only, and a folder that is there stays as is.
         const bool fits = relation.name != "RelativePath" ||
                           (GetParam().road == Road::Split && !GetParam().Has(Job::OverEarlier));
-        if (fits && (WantsAll() || ++turn % (ZARN_FAULT_STRIDE / 2) == 0)) {
+        if (fits && (wantsAll || ++turn % (ZARN_FAULT_STRIDE / 2) == 0)) {
+            SCOPED_TRACE(relation.name);
             Run(relation);
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Identity, ::testing::ValuesIn(JobsBut([](const Job& job) {
-                             return job.road == Road::Settings;
-                         })),
-                         [](const auto& job) { return job.param.name; });
+INSTANTIATE_TEST_SUITE_P(, Identity, ::testing::ValuesIn(JobsWithout(Job::ChecksOnly)),
+                         ::testing::PrintToStringParamName());
 
 }  // namespace
 

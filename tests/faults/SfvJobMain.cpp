@@ -10,78 +10,78 @@
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "runtime/Numbers.h"
-#include "runtime/RuntimeError.h"
 #include "scripts/BatchGenerator.h"
 #include "scripts/FileChecksum.h"
 #include "shell/EntryProcedure.h"
 
+namespace zarn {
+
 namespace {
 
-struct CancelsHalfway : zarn::SplitterEvents {
-    void StatusSplitt(std::int32_t percent, std::int32_t /*currentPart*/,
-                      std::int32_t /*totalParts*/, double /*startTime*/) override {
+struct CancelsHalfway : SplitterEvents {
+    void StatusSplitt(std::int32_t percent, std::int32_t /*part*/, std::int32_t /*parts*/,
+                      double /*start*/) override {
         constexpr std::int32_t Half = 50;
         progress.StopRequested = cancels && percent >= Half;
     }
-    zarn::SharedProgress progress;
+    SharedProgress progress;
     bool cancels = false;
 };
 
-struct NobodyWaits : zarn::MessageQueue {
+struct NobodyWaits : MessageQueue {
     void Run() override {}
     void Wait(std::chrono::milliseconds /*time*/) override {}
 };
 
-void CancelJoin(zarn::SharedObjects& shared, const std::string& script, const std::string& file) {
-    zarn::JoinRun run(shared, {script, file});
+using Words = std::vector<std::string>;
+
+void CancelJoin(SharedObjects& shared, const Words& words) {
+    JoinRun run(shared, {words.at(0), words.at(1)});
     run.PrepareScript();
-    zarn::Platform& platform = shared.Platform();
-    zarn::ScriptInterpreter interpreter(*platform.fileSystem, *platform.endingSignals);
-    static_cast<void>(interpreter.Run(zarn::TempScript(script), file));
+    const Platform& platform = shared.Platform();
+    ScriptInterpreter interpreter(*platform.fileSystem, *platform.endingSignals);
+    static_cast<void>(interpreter.Run(TempScript(words[0]), words[1]));
     run.RemoveResults();
 }
 
-void Run(zarn::SharedObjects& shared, const std::string& source, const std::string& folder,
-         bool cancels) {
+void RunSplit(SharedObjects& shared, const Words& words) {
     CancelsHalfway events;
-    events.cancels = cancels;
-    zarn::SplitterEngine engine(shared, events.progress, events);
+    events.cancels = words.back() == "split";
+    SplitterEngine engine(shared, events.progress, events);
     double partSize = 0;
-    engine.SplittFile(source, folder, partSize, false, false, "Parts", 3, true);
-    std::vector<zarn::SfvEntry> entries;
+    engine.SplittFile(words.at(0), words.at(1), partSize, false, false, "Parts", 3, true);
+    std::vector<SfvEntry> entries;
     for (std::int32_t index = 1; index <= engine.ItemsFilesMatrixPath(); ++index) {
         const std::string& path = engine.tabFilesMatrixPath(index);
-        zarn::SfvEntry& entry = entries.emplace_back();
-        if (shared.Files().FileExist(path)) {
-            entry.CRC = zarn::CalcCRC32(*shared.Platform().fileSystem, path);
-            entry.Size = zarn::NumberText(shared.Files().FileSizeBytes(path), shared.Separators());
-            entry.Date = shared.Files().FileDate(path);
+        SfvEntry& entry = entries.emplace_back();
+        if (Files& files = shared.Files(); files.FileExist(path)) {
+            entry.CRC = CalcCRC32(*shared.Platform().fileSystem, path);
+            entry.Size = NumberText(files.FileSizeBytes(path), shared.Separators());
+            entry.Date = files.FileDate(path);
             entry.Name = engine.tabFilesMatrix(index);
         }
     }
-    if (!cancels) {
-        zarn::BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
+    if (!events.cancels) {
+        BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
     }
     if (shared.Parameters().DeleteSource() == 1) {
         engine.FlushOutput();
-        engine.DeleteSource(source);
+        engine.DeleteSource(words[0]);
     }
 }
 
 }  // namespace
 
+}  // namespace zarn
+
 int main(int count, char** arguments) {
     zarn::SharedObjects shared(zarn::MakeLinuxPlatform(zarn::UserFoldersFromEnvironment()));
-    shared.Platform().messageQueue = std::make_unique<NobodyWaits>();
+    shared.Platform().messageQueue = std::make_unique<zarn::NobodyWaits>();
     const std::vector<std::string> words(arguments + 1, arguments + count);
     try {
-        if (words.back() == "join") {
-            CancelJoin(shared, words.at(0), words.at(1));
-        } else {
-            Run(shared, words.at(0), words.at(1), words.back() == "split");
-        }
+        (words.back() == "join" ? zarn::CancelJoin : zarn::RunSplit)(shared, words);
     } catch (const zarn::RuntimeError& error) {
-        zarn::ReportCriticalError(error, shared);
+        ReportCriticalError(error, shared);
     }
     return 0;
 }

@@ -108,7 +108,7 @@ struct Judge : Evidence {
                     Matches(ending, R"(1|2|3|0\.bat|0_TMP\.bat|0\.sfv)")) ||
                    (Has(Job::Moves) && path == Elsewhere);
         }
-        const bool deletes = Has(Job::DeletesSource) || Has(Job::DeletesAlways);
+        const bool deletes = Has(Job::Deletes) || Has(Job::DeletesAlways);
         return Matches(ending, R"(1|2|3|0\.bat)") || path == "OUT/" || IsArchive(path) ||
                (job.road == Road::Sfv && ending == "0.sfv") || (IsSource(path) && deletes);
     }
@@ -197,7 +197,7 @@ struct Judge : Evidence {
     [[nodiscard]] bool IsLastCopy(const std::string& path) const {
         return job.IsJoin() ? path == Beside || (path.starts_with(Part("")) &&
                                                  !Matches(path, ".*(bak|TMP\\.bat)"))
-                            : IsSource(path) || (Has(Job::DeletesSource) && IsArchive(path));
+                            : IsSource(path) || (Has(Job::Deletes) && IsArchive(path));
     }
 
     // Nothing that holds the user's bytes goes before what replaces it is on the disk under its
@@ -257,7 +257,7 @@ struct Judge : Evidence {
         // The switch means that the source goes at the end whatever became of the run, and so does
         // the setting in a job of the window. The failure is told.
         const bool bySwitch =
-            (Has(Job::DeletesAlways) || (job.road == Road::Sfv && Has(Job::DeletesSource))) &&
+            (Has(Job::DeletesAlways) || (job.road == Road::Sfv && Has(Job::Deletes))) &&
             !run.killed && (Has(Job::Cancelled) || !run.message.empty());
         // The identity is taken by the second question about the open file.
         constexpr std::size_t UntilIdentity = 3;
@@ -368,9 +368,9 @@ struct Judge : Evidence {
 
     // A run that says nothing has done its work, here in `files`.
     [[nodiscard]] std::string Result(const WatchedRun& told, const Snapshot& files) const {
-        return !SaysDone(job, told) || job.road == Road::Settings ? ""
-               : job.IsJoin()                                     ? JoinResult(files)
-                                                                  : SplitResult(files);
+        return !SaysDone(job, told) || Has(Job::ChecksOnly) ? ""
+               : job.IsJoin()                               ? JoinResult(files)
+                                                            : SplitResult(files);
     }
 
     // The run time's text for a fault. Where the program only asks for a file it may take the fault
@@ -467,7 +467,7 @@ struct Judge : Evidence {
 
 bool SaysDone(const Job& job, const WatchedRun& run) {
     const std::string done = "Information\nScript Checked Successfully !\n";
-    return !run.killed && run.message == (job.road == Road::Settings ? done : "");
+    return !run.killed && run.message == (job.Has(Job::ChecksOnly) ? done : "");
 }
 
 std::string JudgeRun(const Evidence& evidence) {
