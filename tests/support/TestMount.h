@@ -18,7 +18,7 @@ class TestMount {
     TestMount& operator=(const TestMount&) = delete;
     ~TestMount();
 
-    TestFolder folder;
+    TestFolder folder{"/tmp"};  // below /dev, say, a mount is no drive
 };
 
 }  // namespace zarn::testing
