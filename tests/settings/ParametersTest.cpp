@@ -9,8 +9,6 @@
 namespace zarn::testing {
 namespace {
 
-using P = Parameters;
-
 const std::string product = R"(Software\Zarn Technology\Zarn File Splitter\)";
 
 struct ParametersTest : public ::testing::Test {
@@ -18,7 +16,7 @@ struct ParametersTest : public ::testing::Test {
     QuietProcesses& processes =
         TestPlatform::Put(test.platform.processes, std::make_unique<QuietProcesses>(test.home));
 
-    P& Settings() { return test.Settings(); }
+    Parameters& Settings() { return test.Settings(); }
     Registry& Store() { return *test.Shared().Platform().registry; }
     void Put(const char* key, const char* name, const RegistryValue& value) {
         Store().SetValue(RegistryHive::CurrentUser, product + key, name, value);
@@ -44,7 +42,7 @@ struct ParametersTest : public ::testing::Test {
 
 // The first look at a setting writes its default into its own place.
 TEST_F(ParametersTest, EverySettingHasADefaultAndAPlaceOfItsOwn) {
-    P& all = Settings();
+    Parameters& all = Settings();
     EXPECT_EQ(all.TemporaryFolder(), test.Shared().Files().GetWindowsTempPath());
     EXPECT_EQ(all.SavedBatchFile(), test.Shared().Platform().fileSystem->ProgramFolder());
     all.SavedBatchFile("b");
