@@ -54,10 +54,10 @@ TEST_F(FrmMonitorTest, ShowsLoadAndMemoryUntilAQueryFails) {
     figures.times->idle = 1'000'000'000;
     panel.Start();
     figures.memory = {536870912, 2047};
-    EXPECT_EQ(Tick(25), "Current CPU usage 75%|75 #8388608|524288  |1  ");
     EXPECT_EQ(Tick(24), "Current CPU usage 76%|76 #192|524288  |1  ");
+    EXPECT_EQ(Tick(25), "Current CPU usage 75%|75 #8388608|524288  |1  ");
     const auto times = std::exchange(figures.times, std::nullopt);
-    EXPECT_EQ(Tick(0), "Current CPU usage 76%|76 #192|524288  |1  ");
+    EXPECT_EQ(Tick(0), "Current CPU usage 75%|75 #8388608|524288  |1  ");
     EXPECT_FALSE(Timer1().isActive());
     // The window comes to the front again: a first sample anew.
     figures.times = times;
