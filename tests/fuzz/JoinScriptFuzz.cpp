@@ -28,7 +28,6 @@ const Snapshot strangers = {
     {"Movie.avi", "outside"},
     {"Movie.avi_Part1", "outside"},
     {"here/", ""},
-    {"here/Movie.avi_Part1.bak", "bak"},
     {"here/Movie.avi_PartyPhoto.jpg", "photo"},
     {"here/Zarn.TMP.old", "tmp"},
     {"there/", ""},

@@ -7,8 +7,7 @@ namespace zarn::testing {
 namespace {
 
 // Real scripts, which seem to run until a test lets them end. Notes pauses.
-class HeldProcesses : public LinuxProcesses {
-  public:
+struct HeldProcesses : LinuxProcesses {
     using LinuxProcesses::LinuxProcesses;
     std::int32_t ExitCode(ProcessId process) override {
         return held ? StillActive : LinuxProcesses::ExitCode(process);
@@ -58,20 +57,21 @@ class FrmProgressJoinTest : public JobDialogFixture<FrmProgressJoin> {
                                         FoldersIn(test.home)));
 };
 
-std::string Joining(int step) {
-    return "Please wait while processing the files ...#0|Joining File#0|" + std::to_string(step) +
-           "/10 s2 #65280|&Cancel|wait";
+std::string Joining(const std::string& step) {
+    return "Please wait while processing the files ...#0|Joining File#0|" + step +
+           " #65280|&Cancel|wait";
 }
 
 TEST_F(FrmProgressJoinTest, ShowsAJoinFromStartToCountdown) {
     Names expected;
-    for (const int step : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 0, 1}) {
-        expected.push_back(Joining(step));
+    for (const char* step : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "0", "1"}) {
+        expected.push_back(Joining(std::string(step) + "/10 s2"));
     }
-    expected.push_back(Replace(expected.back(), "1/10 s2", "0/100 s0"));
+    expected.push_back(Joining("0/100 s0"));
     expected.emplace_back("Join Task Done#0|Done !!!#0|-|&Cancel|");
-    for (const std::string left : {"5", "4", "3", "2", "1"}) {
-        expected.push_back("File joined successfully ...#0|Done !!!#0|-|&Done (" + left + ")|");
+    for (const char* left : {"5", "4", "3", "2", "1"}) {
+        expected.push_back("File joined successfully ...#0|Done !!!#0|-|&Done (" +
+                           std::string(left) + ")|");
     }
     whenCounting = [this] { Tick("Timer2"); };
     Shared().Parameters().PriorityProcessor(2);
@@ -103,13 +103,12 @@ TEST_F(FrmProgressJoinTest, JoinsOnceWithoutAChecksumStageUntilTheButtonCloses) 
 }
 
 TEST_F(FrmProgressJoinTest, ACancelWaitsForTheScriptAndRemovesWhatItMade) {
-    const auto cancelled = [](const std::string& status, int step, const std::string& caption) {
-        return "Job Cancelled by user ...#0|" + status + "|" + std::to_string(step) +
-               "/10 s2 #192|&" + caption + " off|wait";
-    };
-    const Names expected = {Joining(1), Joining(2), cancelled("Stoping Process#0", 2, "Cancel"),
-                            cancelled("Canceled#128", 3, "Canceling"),
-                            cancelled("Canceled#128", 4, "Canceling")};
+    const std::string rest = "/10 s2 #192|&Cancel off|wait";
+    const std::string label = "Job Cancelled by user ...#0|";
+    const std::string later = Replace(rest, "Cancel", "Canceling");
+    const Names expected = {Joining("1/10 s2"), Joining("2/10 s2"),
+                            label + "Stoping Process#0|2" + rest, label + "Canceled#128|3" + later,
+                            label + "Canceled#128|4" + later};
     for (const bool closed : {false, true}) {
         MakeForm(out);
         Join({[this] { Tick("Timer1"); },

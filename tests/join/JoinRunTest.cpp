@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "join/JoinFixture.h"
 #include "join/JoinRun.h"
 #include "join/PriorityPause.h"
@@ -50,37 +48,29 @@ TEST_F(JoinRunTest, AppendsTheMoveWithNamesAsTheFilesHaveThem) {
 TEST_F(JoinRunTest, PutsTheFileWhereItIsWantedUnlessItIsCancelled) {
     const std::string here = folder.Drive("Movie.avi");
     const std::string there = other.Drive("Movie.avi");
+    const std::string none = other.Drive("none\\Movie.avi");
+    const std::string cased = folder.Drive("MOVIE.avi");
     const std::string refused = "Rem |  Parts Count ..: 1000\r\n" + keepingScript;
-    // What is there before, what is done, and what is left beside the parts and in the other
-    // folder.
-    struct Row {
-        const char* before;
-        std::string script, target;
-        bool isCancelled;
-        const char *left, *leftThere;
-    };
-    for (const auto& [before, script, target, isCancelled, left, leftThere] : std::vector<Row>{
-             {"write Movie.avi", keepingScript, here, false, "Movie.avi* set Zarn.TMP ", ""},
-             {"write Movie.avi", keepingScript, folder.Drive("MOVIE.avi"), false,
-              "MOVIE.avi* set Zarn.TMP ", ""},
-             {"write there/Movie.avi", wholeScript, there, false, "Zarn.TMP ", "Movie.avi* "},
-             {"write there/Movie.avi", wholeScript, there, true, "Zarn.TMP ", "Movie.avi* "},
-             {"write there/Movie.avi", keepingScript, " " + there + " ", true, "set ", ""},
-             {"write Movie.avi", keepingScript, other.Drive("none\\Movie.avi"), true, "set ", ""},
-             {"write MOVIE.AVI", keepingScript, here, true, "MOVIE.AVI set ", ""},
-             {"write Movie.avi", refused, here, true, "Movie.avi set Zarn.TMP ", ""},
-             {"protect Movie.avi", keepingScript, here, true, "Movie.avi set ", ""},
-             {"lock Zarn.TMP", keepingScript, here, true, "set Zarn.TMP ", ""},
-         }) {
-        SCOPED_TRACE(std::string(before) + left + leftThere);
+    // What is there before, what is done, and what is left here and there.
+    using Row = std::tuple<std::string, std::string, std::string, bool, std::string, std::string>;
+    for (const auto& [before, script, target, isCancelled, left, leftThere] :
+         {Row("write Movie.avi", keepingScript, here, false, "Movie.avi* set Zarn.TMP ", ""),
+          Row("write Movie.avi", keepingScript, cased, false, "MOVIE.avi* set Zarn.TMP ", ""),
+          Row("write there/Movie.avi", wholeScript, there, false, "Zarn.TMP ", "Movie.avi* "),
+          Row("write there/Movie.avi", wholeScript, there, true, "Zarn.TMP ", "Movie.avi* "),
+          Row("write there/Movie.avi", keepingScript, " " + there + " ", true, "set ", ""),
+          Row("write Movie.avi", keepingScript, none, true, "set ", ""),
+          Row("write MOVIE.AVI", keepingScript, here, true, "MOVIE.AVI set ", ""),
+          Row("write Movie.avi", refused, here, true, "Movie.avi set Zarn.TMP ", ""),
+          Row("protect Movie.avi", keepingScript, here, true, "Movie.avi set ", ""),
+          Row("lock Zarn.TMP", keepingScript, here, true, "set Zarn.TMP ", "")}) {
         Clear();
         Happen(before);
         JoinRun run(shared, Job(script, target));
         RunScript(run);
         Happen("write Zarn.TMP");  // as a script leaves it that was killed
         isCancelled ? run.RemoveResults() : run.RemoveScript();
-        EXPECT_EQ(Listing(folder), left);
-        EXPECT_EQ(Listing(other), leftThere);
+        EXPECT_EQ(Listing(folder) + "|" + Listing(other), left + "|" + leftThere) << before;
     }
 }
 
@@ -89,18 +79,17 @@ TEST_F(JoinRunTest, TouchesNothingWhereThePathMisleads) {
     folder.MakeFolder("Movie.avi_Parts");
     folder.MakeFolder("renamed");
     other.Write("Movie.avi", "of an earlier join");
-    for (const auto& [at, script, unrelated] :
-         {std::tuple("Movie.avi_Parts", "Movie.avi_Part0.bat", "Movie.avi"),
-          {"renamed", "holiday_Part0.bat", "renamed/holiday"}}) {
-        const std::string place = std::string(at) + "/";
-        WriteSet(folder, wholeScript, place);
-        folder.Write(place + script, wholeScript);
+    for (const std::string place : {"Movie.avi_Parts/Movie.avi", "renamed/holiday"}) {
+        const std::string script = place + "_Part0.bat";
+        WriteSet(folder, "", place.substr(0, place.find('/') + 1));
+        folder.Write(script, wholeScript);
+        const std::string unrelated = place.starts_with("renamed") ? place : "Movie.avi";
         folder.Write(unrelated, "the only copy");
-        JoinRun run(shared, {folder.Drive(place + script), other.Drive("Movie.avi")});
+        JoinRun run(shared, {folder.Drive(script), other.Drive("Movie.avi")});
         RunScript(run);
         run.RemoveResults();
         EXPECT_EQ(folder.Read(unrelated), "the only copy");
-        EXPECT_EQ(folder.Read(place + "Movie.avi_Part1"), "one ");
+        EXPECT_EQ(folder.Read(place.substr(0, place.find('/')) + "/Movie.avi_Part1"), "one ");
         EXPECT_EQ(other.Read("Movie.avi"), "of an earlier join");
     }
 }
@@ -111,21 +100,17 @@ TEST_F(JoinRunTest, RaisesWhereTheCopyCannotBeMadeOrStarted) {
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::FileNotFound);
     folder.Write("a.bat/x_Part0.bat", "");
     EXPECT_EQ(ErrorOf([&] { run.PrepareScript(); }), ErrorNumber::PathNotFound);
-    const auto use = [this](const char* interpreter) {
+    const std::string target = folder.Drive("Movie.avi");
+    JoinRun started(shared, Job(keepingScript, target));
+    const auto runBy = [&](const char* interpreter) {
         shared.Platform().processes = std::make_unique<LinuxProcesses>(
             std::make_shared<PathResolver>(test.home.System()), FoldersIn(test.home), interpreter);
+        RunScript(started);
     };
-    use("/no/interpreter");
-    JoinRun unstarted(shared, Job(keepingScript, other.Drive("Movie.avi")));
-    unstarted.PrepareScript();
-    EXPECT_EQ(ErrorOf([&] { unstarted.Start(); }), ErrorNumber::FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { runBy("/no/interpreter"); }), ErrorNumber::FileNotFound);
     EXPECT_FALSE(folder.Has("Movie.avi_Part0_TMP.bat"));
-
-    const std::string target = folder.Drive("Movie.avi");
-    use("/bin/false");
-    JoinRun silent(shared, Job(keepingScript, target));
-    RunScript(silent);
-    EXPECT_EQ(silent.Failure(),
+    runBy("/bin/false");
+    EXPECT_EQ(started.Failure(),
               "The file was not made :\r" + target + "\r\rthe script ended with status 1");
 }
 
@@ -134,22 +119,18 @@ TEST_F(JoinRunTest, TellsWhereAFileIsThatIsComplete) {
     const std::string target = folder.Drive("Movie.avi");
     JoinRun run(shared, Job(wholeScript, target));
     RunScript(run);
-    EXPECT_EQ(run.Failure(),
-              "The file was joined, but not all was done :\r" + target +
-                  "\r\rcannot delete \"Movie.avi_Part0.sfv\": Path/File access error\r"
-                  "The joined file is complete: " +
-                  target);
+    EXPECT_EQ(run.Failure(), "The file was joined, but not all was done :\r" + target +
+                                 "\r\rcannot delete \"Movie.avi_Part0.sfv\": Path/File access "
+                                 "error\rThe joined file is complete: " +
+                                 target);
 }
 
 TEST(PriorityPause, ThereIsOneForEachOfTenPriorities) {
-    constexpr std::string_view Pauses = "2221100000";
+    constexpr std::array<int, 10> Pauses = {2, 2, 2, 1, 1, 0, 0, 0, 0, 0};
     for (std::size_t priority = 0; priority < Pauses.size(); ++priority) {
-        EXPECT_EQ(PriorityPause(static_cast<double>(priority)),
-                  std::chrono::milliseconds(Pauses[priority] - '0'));
+        EXPECT_EQ(PriorityPause(static_cast<double>(priority)).value().count(), Pauses[priority]);
     }
-    for (const double none : {-1.0, 10.0, 1.9, std::nan("")}) {
-        EXPECT_FALSE(PriorityPause(none)) << none;
-    }
+    EXPECT_FALSE(PriorityPause(-1) || PriorityPause(10) || PriorityPause(1.9));
 }
 
 }  // namespace

@@ -13,10 +13,12 @@ using namespace std::string_literals;
 class JoinScripts : public JoinFixture {
   protected:
     ScriptOutcome Run(const std::string& script, const std::string& destination = {},
+                      WatchedFileSystem* files = nullptr,
                       const std::string& name = "Movie.avi_Part0.bat") {
         fileSystem.log.clear();
         folder.Write(name, script);
-        return ScriptInterpreter(fileSystem, endingSignals).Run(folder.Drive(name), destination);
+        return ScriptInterpreter(files == nullptr ? fileSystem : *files, endingSignals)
+            .Run(folder.Drive(name), destination);
     }
     // Makes the set anew, and lets something happen once at a step; "" is before the run.
     void Begin(WatchedFileSystem& files, const std::string& when, const std::string& act) {
@@ -31,17 +33,15 @@ class JoinScripts : public JoinFixture {
         files.whenFinding = [&files] { files.whenStep("find"); };
         files.whenStep("");
     }
-    // A message in few words; a file that is complete has a star.
+    // A message in few words; behind a star is where the complete file lies.
     std::string Brief(std::string message) {
-        for (const auto& [words, brief] : {std::pair(folder.Drive(), "HERE"),
-                                           {other.Drive(), "THERE"},
-                                           {"Movie.avi_", ""},
-                                           {"\nThe joined file is complete: ", " *"},
-                                           {"\"", ""},
-                                           {"cannot ", "no "},
-                                           {"it is not the file that was joined", "another file"},
-                                           {"Path/File access error", "access"},
-                                           {"the older file is ", ""}}) {
+        using Words = std::pair<std::string, const char*>;
+        for (const auto& [words, brief] :
+             {Words(folder.Drive("Movie.avi"), "HERE"), Words(other.Drive("Movie.avi"), "THERE"),
+              Words("Movie.avi_", ""), Words("\nThe joined file is complete: ", " *"),
+              Words("\"", ""), Words("cannot ", ""), Words("Path/File access error", "access"),
+              Words("it is not the file that was joined", "another file"),
+              Words("the older file is ", "")}) {
             message = Replace(message, words, brief);
         }
         return message;
@@ -149,11 +149,12 @@ TEST_F(JoinScripts, RefusesEveryOtherScriptBeforeItTouchesAFile) {
          }) {
         for (const std::string& fault : faults) {
             std::string text = Replace(script, "@", fault);
-            for (const auto& [mark, words] : {std::pair("[name]", "Ren Zarn.TMP Movie.avi\n"),
-                                              {"[copy ", "Copy Movie.avi_Part"},
-                                              {"[add ", "Copy /b Zarn.TMP + Movie.avi_Part"},
-                                              {"]", " Zarn.TMP\n"},
-                                              {"Count ", "Rem |  Parts Count ..: "}}) {
+            using Words = std::pair<const char*, const char*>;
+            for (const auto& [mark, words] :
+                 {Words("[name]", "Ren Zarn.TMP Movie.avi\n"),
+                  Words("[copy ", "Copy Movie.avi_Part"), Words("]", " Zarn.TMP\n"),
+                  Words("[add ", "Copy /b Zarn.TMP + Movie.avi_Part"),
+                  Words("Count ", "Rem |  Parts Count ..: ")}) {
                 text = Replace(text, mark, words);
             }
             const auto [status, message] = Run(text, target);
@@ -189,7 +190,7 @@ TEST_F(JoinScripts, FlushesBeforeItDeletesOrReplacesAndOnlyThen) {
                                      "delete Movie.avi_Part1", "delete Movie.avi_Part2",
                                      "delete Movie.avi_Part3", "delete Movie.avi_Part0.bat"}));
     Clear();
-    EXPECT_EQ(Run(wholeScript, {}, "join.bat").message, "");
+    EXPECT_EQ(Run(wholeScript, {}, nullptr, "join.bat").message, "");
     fileSystem.log.resize(3);
     EXPECT_EQ(fileSystem.log, (Names{"flush", "move Zarn.TMP", "flush volume"}));
     EXPECT_EQ(Listing(folder), "Movie.avi* join.bat ");
@@ -197,10 +198,10 @@ TEST_F(JoinScripts, FlushesBeforeItDeletesOrReplacesAndOnlyThen) {
     const std::string target = other.Drive("Movie.avi");
     const std::string moving = keepingScript + MoveLines(folder.Drive("Movie.avi"), target);
     Happen("write there/Movie.avi");
-    EXPECT_EQ(Run(moving, target, "Movie.avi_Part00.bat").message, "");
+    EXPECT_EQ(Run(moving, target, nullptr, "Movie.avi_Part00.bat").message, "");
     EXPECT_EQ(fileSystem.log,
               (Names{"flush", "move Zarn.TMP", "flush volume", "replace " + target}));
-    EXPECT_EQ(Run(moving + deletion, target, "Movie.avi_Part00.bat").message, "");
+    EXPECT_EQ(Run(moving + deletion, target, nullptr, "Movie.avi_Part00.bat").message, "");
     EXPECT_EQ(std::ranges::count(fileSystem.log, "flush volume"), 1);
     EXPECT_EQ(Listing(folder), "");
 }
@@ -209,26 +210,24 @@ TEST_F(JoinScripts, FlushesBeforeItDeletesOrReplacesAndOnlyThen) {
 TEST_F(JoinScripts, LosesNothingAndTouchesOnlyTheVeryFilesThatItMeans) {
     using Row = std::array<const char*, 4>;
     for (const auto& [when, happens, said, left] :
-         {Row{"", "remove Part2", "no copy Part2: File not found", "Part0.bat Part1 Part3 "},
-          Row{"", "pipe Part2", "no copy Part2: File not found", "set "},
-          Row{"find", "protect Movie.avi", "no replace Movie.avi: read-only", "Movie.avi set "},
+         {Row{"", "remove Part2", "copy Part2: File not found", "Part0.bat Part1 Part3 "},
+          Row{"", "pipe Part2", "copy Part2: File not found", "set "},
           Row{"", "lock Zarn.TMP", "another join is running in this folder", "set Zarn.TMP "},
-          Row{"", "protect Movie.avi", "no replace Movie.avi: read-only", "Movie.avi set "},
+          Row{"", "protect Movie.avi", "replace Movie.avi: read-only", "Movie.avi set "},
+          Row{"find", "protect Movie.avi", "replace Movie.avi: read-only", "Movie.avi set "},
           Row{"", "write MOVIE.AVI", "", "MOVIE.AVI Movie.avi* "},
           Row{"", "write movie.avi_part0.sfv", "", "Movie.avi* movie.avi_part0.sfv "},
-          Row{"", "refuse flush", "no rename Zarn.TMP: access", "set "},
-          Row{"", "refuse delete Part1", "no delete Part1: access *HERE\\Movie.avi",
-              "Movie.avi* set "},
-          Row{"flush", "exchange Zarn.TMP", "no rename Zarn.TMP: Device I/O error",
-              "set Zarn.TMP "},
-          Row{"move Zarn.TMP", "write Movie.avi", "no rename Zarn.TMP: File already exists",
+          Row{"", "refuse flush", "rename Zarn.TMP: access", "set "},
+          Row{"", "refuse delete Part1", "delete Part1: access *HERE", "Movie.avi* set "},
+          Row{"flush", "exchange Zarn.TMP", "rename Zarn.TMP: Device I/O error", "set Zarn.TMP "},
+          Row{"move Zarn.TMP", "write Movie.avi", "rename Zarn.TMP: File already exists",
               "Movie.avi set "},
-          Row{"flush volume", "write Part2", "no delete Part2: another file *HERE\\Movie.avi",
+          Row{"flush volume", "write Part2", "delete Part2: another file *HERE",
               "Movie.avi* Part2 "},
-          Row{"flush volume", "exchange Part2", "no delete Part2: another file *HERE\\Movie.avi",
+          Row{"flush volume", "exchange Part2", "delete Part2: another file *HERE",
               "Movie.avi* Part2 "},
-          Row{"flush volume", "exchange Part0.bat",
-              "no delete Part0.bat: another file *HERE\\Movie.avi", "Movie.avi* Part0.bat "}}) {
+          Row{"flush volume", "exchange Part0.bat", "delete Part0.bat: another file *HERE",
+              "Movie.avi* Part0.bat "}}) {
         SCOPED_TRACE(when + ": "s + happens);
         Begin(fileSystem, when, happens);
         const auto [status, message] = Run(wholeScript);
@@ -247,15 +246,14 @@ TEST_F(JoinScripts, NeedsTheFileForAllThatComesAfterItsName) {
     using Case = std::tuple<std::string, std::string, const char*>;
     for (const auto& [lines, to, done] :
          {Case("", "", "build Movie.avi"), Case(deletion, "", "delete Part*"),
-          Case(move, target, "replace THERE\\Movie.avi"),
+          Case(move, target, "replace THERE"),
           Case(move.substr(move.find("Move")), target, "move Movie.avi")}) {
-        EXPECT_EQ(Brief(Run(unnamed + lines, to).message), "no "s + done + ": File not found");
+        EXPECT_EQ(Brief(Run(unnamed + lines, to).message), done + ": File not found"s);
         EXPECT_EQ(Listing(folder), "set ");
     }
 }
 
-class SignalsAfterAWhile : public LinuxSignals {
-  public:
+struct SignalsAfterAWhile : LinuxSignals {
     bool IsHeld() override { return --looks < 0; }
     int looks = 0;
 };
@@ -263,15 +261,15 @@ class SignalsAfterAWhile : public LinuxSignals {
 TEST_F(JoinScripts, ASignalStopsItAtAnyLook) {
     SignalsAfterAWhile stopping;
     std::set<std::string> endings;
-    for (int looks = 0; !endings.contains("Movie.avi* "); ++looks) {
+    for (int looks = 0; !endings.contains("Movie.avi* "); stopping.looks = ++looks) {
         ASSERT_LT(looks, 20);
         Begin(fileSystem, "", "write Movie.avi");
         folder.Write("Movie.avi_Part0.bat", wholeScript);
-        stopping.looks = looks;
-        const ScriptOutcome outcome =
-            ScriptInterpreter(fileSystem, stopping).Run(folder.Drive("Movie.avi_Part0.bat"), "");
+        const std::string message = ScriptInterpreter(fileSystem, stopping)
+                                        .Run(folder.Drive("Movie.avi_Part0.bat"), "")
+                                        .message;
         EXPECT_EQ(endings.insert(Listing(folder)).first->starts_with("Movie.avi* set"),
-                  Contains(outcome.message, "\nThe joined file is complete: "));
+                  Contains(message, "\nThe joined file is complete: "));
     }
     EXPECT_EQ(endings, (std::set<std::string>{"Movie.avi set ", "Movie.avi* set ", "Movie.avi* "}));
 }
@@ -287,8 +285,7 @@ TEST_F(JoinScripts, FollowsLinksToPartsAndNoLinkInPlaceOfTheTemporaryFile) {
 
 // Folders between which the system moves nothing. One of them may be the other one, mounted a
 // second time from somewhere that gives its files other numbers.
-class TwoMounts : public WatchedFileSystem {
-  public:
+struct TwoMounts : WatchedFileSystem {
     using WatchedFileSystem::WatchedFileSystem;
     std::optional<FileIdentity> Identity(std::string_view path) override {
         auto file = WatchedFileSystem::Identity(path);
@@ -303,8 +300,6 @@ class TwoMounts : public WatchedFileSystem {
     void ReplaceFile(std::string_view from, std::string_view to) override {
         Cross(from, to), WatchedFileSystem::ReplaceFile(from, to);
     }
-
-  private:
     static void Cross(std::string_view from, std::string_view to) {
         if (FunctionPath(from) != FunctionPath(to)) {
             throw RuntimeError(ErrorNumber::PathFileAccessError);
@@ -315,44 +310,33 @@ class TwoMounts : public WatchedFileSystem {
 TEST_F(JoinScripts, DoesNotDeleteTheFileThatItBuiltWhereverItIsMoved) {
     TwoMounts mounts(MakeLinuxPlatform(FoldersIn(test.home)).fileSystem);
     // Where to, what happens at which step, what is said, and what is there and here then.
-    struct Row {
-        std::string to;
-        const char *when, *happens, *said, *there, *here;
-    };
+    using Row = std::array<std::string, 6>;
     const std::string target = other.Drive("Movie.avi");
-    const std::string alias = other.Drive("alias\\Movie.avi");
-    for (const auto& [to, when, happens, said, there, here] : {
-             Row{target, "", "write there/Movie.avi", "", "Movie.avi* alias ", ""},
-             Row{target, "", "write there/MOVIE.AVI", "", "MOVIE.AVI Movie.avi* alias ", ""},
-             Row{target, "move Movie.avi", "write there/Movie.avi",
-                 R"(no move Movie.avi: File already exists *HERE\Movie.avi)", "Movie.avi alias ",
-                 "Movie.avi* set "},
-             Row{target, "", "refuse delete Part1", R"(no delete Part1: access *THERE\Movie.avi)",
-                 "Movie.avi* alias ", "set "},
-             Row{target, "", "protect there/Movie.avi", R"(no replace THERE\Movie.avi: read-only)",
-                 "Movie.avi alias ", "set "},
-             Row{target, "find", "protect there/Movie.avi",
-                 R"(no replace THERE\Movie.avi: read-only *HERE\Movie.avi)", "Movie.avi alias ",
-                 "Movie.avi* set "},
-             Row{other.Drive("no\\Movie.avi"), "", "",
-                 R"(no move Movie.avi: Path not found *HERE\Movie.avi)", "alias ",
-                 "Movie.avi* set "},
-             Row{alias, "", "", "", "alias ", "Movie.avi* "},
-             Row{alias, "", "write Movie.avi", "", "alias ", "Movie.avi* "},
-             Row{folder.Drive("MOVIE.avi"), "", "", "", "alias ", "MOVIE.avi* "},
-             Row{folder.Drive("Movie.avi"), "", "", "", "alias ", "Movie.avi* "},
-         }) {
+    const std::string alias = other.Drive("@\\Movie.avi");
+    for (const auto& [to, when, happens, said, there, here] :
+         {Row{target, "", "write there/Movie.avi", "", "@ Movie.avi* ", ""},
+          Row{target, "", "write there/MOVIE.AVI", "", "@ MOVIE.AVI Movie.avi* ", ""},
+          Row{target, "move Movie.avi", "write there/Movie.avi",
+              "move Movie.avi: File already exists *HERE", "@ Movie.avi ", "Movie.avi* set "},
+          Row{target, "", "refuse delete Part1", "delete Part1: access *THERE", "@ Movie.avi* ",
+              "set "},
+          Row{target, "", "protect there/Movie.avi", "replace THERE: read-only", "@ Movie.avi ",
+              "set "},
+          Row{target, "find", "protect there/Movie.avi", "replace THERE: read-only *HERE",
+              "@ Movie.avi ", "Movie.avi* set "},
+          Row{other.Drive("no\\Movie.avi"), "", "", "move Movie.avi: Path not found *HERE", "@ ",
+              "Movie.avi* set "},
+          Row{alias, "", "", "", "@ ", "Movie.avi* "},
+          Row{alias, "", "write Movie.avi", "", "@ ", "Movie.avi* "},
+          Row{folder.Drive("MOVIE.avi"), "", "", "", "@ ", "MOVIE.avi* "},
+          Row{folder.Drive("Movie.avi"), "", "", "", "@ ", "Movie.avi* "}}) {
         for (WatchedFileSystem* files : {&fileSystem, static_cast<WatchedFileSystem*>(&mounts)}) {
             SCOPED_TRACE(to + when + happens + (files == &mounts ? " mounts" : ""));
             Begin(*files, when, happens);
-            fs::create_directory_symlink(folder.System(), other.System("alias"));
-            const std::string script = folder.Drive("Movie.avi_Part0.bat");
-            folder.Write("Movie.avi_Part0.bat",
-                         keepingScript + MoveLines(folder.Drive("Movie.avi"), to) + deletion);
-            EXPECT_EQ(Brief(ScriptInterpreter(*files, endingSignals).Run(script, to).message),
-                      said);
-            EXPECT_EQ(Listing(other), there);
-            EXPECT_EQ(Listing(folder), here);
+            fs::create_directory_symlink(folder.System(), other.System("@"));
+            const std::string move = MoveLines(folder.Drive("Movie.avi"), to);
+            EXPECT_EQ(Brief(Run(keepingScript + move + deletion, to, files).message), said);
+            EXPECT_EQ(Listing(other) + Listing(folder), there + here);
         }
     }
 }
@@ -366,17 +350,13 @@ TEST_F(JoinScripts, TheProgramTakesPathsOfBothFormsAndSaysWhatIsWrong) {
     folder.Write("bad.bat", "@Echo off\r\nFormat C:\r\n");
     folder.Write("fails.bat",
                  "Rem |  Parts Count ..: 3\r\n" + Replace(keepingScript, "Part3", "Part4"));
-    folder.Write("long.bat", std::string(std::size_t{17} * 1024 * 1024, '\n'));
     using Case = std::tuple<Names, int, std::string>;
     for (const auto& [arguments, status, error] :
          {Case({system / "Movie.avi_Part0.bat", other.System("Movie.avi")}, 0, ""),
-          Case({"../" / system.filename() / "Movie.avi_Part0.bat", target}, 0, ""),
-          Case({"Movie.avi_Part0.bat", other.System("Movie.avi")}, 0, ""), Case({}, 2, usage),
+          Case({"Movie.avi_Part0.bat", target}, 0, ""), Case({}, 2, usage),
           Case({"a", "b", "c"}, 2, usage),
           Case({"bad.bat"}, 2, "ZarnScript: bad.bat: line 2: no line of a join script\n"),
-          Case({"missing.bat"}, 2, "ZarnScript: missing.bat: File not found\n"),
           Case({"a/b\\c.bat"}, 2, "ZarnScript: a/b\\c.bat: Bad file name or number\n"),
-          Case({"long.bat"}, 2, "ZarnScript: long.bat: no join script\n"),
           Case({"fails.bat"}, 1,
                "ZarnScript: fails.bat: cannot copy \"Movie.avi_Part4\": File not found\n")}) {
         const ProgramResult result = RunProgram("ZarnScript", arguments, {}, system);
@@ -384,7 +364,6 @@ TEST_F(JoinScripts, TheProgramTakesPathsOfBothFormsAndSaysWhatIsWrong) {
         EXPECT_EQ(result.output + result.error, error);
         EXPECT_EQ(fs::remove(other.System("Movie.avi")), status == 0) << error;
     }
-    EXPECT_EQ(RunProgram("ZarnScript", {"--help"}).output, usage);
 }
 
 }  // namespace
