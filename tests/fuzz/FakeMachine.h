@@ -49,10 +49,9 @@ class FakeFiles : public testing::ForwardingFileSystem {
 struct FakeMachine {
     FakeMachine() {
         drives.find = [](std::string_view root) {
-            const bool isKnown = root == "C:\\" || root == "A:\\";
-            return testing::Volume{!isKnown         ? DriveType::NoRoot
-                                   : root == "C:\\" ? DriveType::Fixed
-                                                    : DriveType::Removable,
+            return testing::Volume{root == "C:\\"   ? DriveType::Fixed
+                                   : root == "A:\\" ? DriveType::Removable
+                                                    : DriveType::NoRoot,
                                    VolumeInformation{}};
         };
     }

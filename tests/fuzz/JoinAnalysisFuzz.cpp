@@ -12,13 +12,11 @@ namespace zarn::fuzz {
 namespace {
 
 /// The script, and beside it parts whose names are divisible by a number.
-class ScriptFolder : public FakeFiles {
-  public:
+struct ScriptFolder : FakeFiles {
     ScriptFolder(std::string_view path, std::string_view script, unsigned divisor)
         : path_(path), script_(script) {
         isThere = [path, divisor](std::string_view asked) {
             const std::string_view name = FunctionLastPathItem(asked);
-            // What stands in the middle of a path counts as its ending too.
             const bool isSfv = asked.size() == path.size() && Contains(UpperCase(asked), ".SFV");
             Require(isSfv || asked == Files::FunctionPath(path) + std::string(name),
                     "a part lies beside its script");
@@ -35,7 +33,6 @@ class ScriptFolder : public FakeFiles {
         return std::string(script_);
     }
 
-  private:
     std::string_view path_;
     std::string_view script_;
 };

@@ -9,18 +9,15 @@ namespace {
 
 class FrmCommandLineTest : public PageFixture<FrmCommandLine> {
   protected:
-    FrmCommandLineTest() {
-        settings.source = "C:\\\xF0\x9F\x8E\xAC\xFF\\Remo.dat";  // a surrogate pair, and no UTF-8
-        settings.partSize = "0.01 MB";
-        settings.bySize = true;
-    }
     std::unique_ptr<FrmCommandLine> Make() override {
         return std::make_unique<FrmCommandLine>(
             Shared(), Dialogs(), settings, [this] { ++helps; }, nullptr);
     }
     void BringUp(FrmCommandLine& /*viewer*/) override {}
 
-    CommandLineSettings settings;
+    // A surrogate pair, and no UTF-8.
+    CommandLineSettings settings{
+        "C:\\\xF0\x9F\x8E\xAC\xFF\\Remo.dat", "", "0.01 MB", true, false, false, ""};
     int helps = 0;
 };
 
