@@ -83,8 +83,8 @@ struct WatchedRun {
     bool hung = false;    ///< ended by the watchdog
     bool killed = false;  ///< by the fault
     std::vector<FileOperation> operations = {};
-    std::optional<FileOperation> struck = {};  ///< the one that the fault met
-    Names open = {};                           ///< files that were open at the end
+    FileOperation struck = {};  ///< the one that the fault met, if it met one
+    Names open = {};            ///< files that were open at the end
 };
 
 /// Runs a job over the file layer. Its program's settings, cache and temporary folder are `config`,

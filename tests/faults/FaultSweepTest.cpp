@@ -24,10 +24,9 @@ class Sweep : public ::testing::TestWithParam<Job> {
   protected:
     void Note(const std::string& complaint, const WatchedRun& run, const Fault& fault) {
         ++runs_;
-        const FileOperation at = run.struck.value_or(FileOperation{"none", ""});
         EXPECT_EQ(complaint, "") << fault.kind << (fault.stays ? " for good " : " ") << fault.to
-                                 << " at " << fault.number << ", " << at.call << " of " << at.path
-                                 << "\n"
+                                 << " at " << fault.number << ", " << run.struck.call << " of "
+                                 << run.struck.path << "\n"
                                  << run.message;
     }
 

@@ -16,7 +16,7 @@ constexpr const char* Source = "IN/DATA.BIN";
 constexpr const char* Beside = "PARTS/DATA.BIN";
 constexpr const char* Elsewhere = "DEST/DATA.BIN";
 
-bool Matches(const std::string& text, const char* pattern) {
+bool Matches(const std::string& text, const std::string& pattern) {
     return std::regex_match(text, std::regex(pattern));
 }
 
@@ -43,29 +43,21 @@ std::string Unpack(const std::string& archive) {
 // The names under which the programs build a file. A run that was killed, or whose deletion was
 // refused, leaves them; they are in nobody's way.
 bool IsUnfinished(const std::string& path) {
-    static const std::regex names(
-        R"(.*/(\.zarn-|settings\.reg\.new-)\w{6}(\.\w{6})?|tmp/zarn-\w{6}/|(DEST|PARTS)/Zarn-1\.TMP)");
-    return std::regex_match(path, names);
+    return Matches(path, R"(.*/(\.zarn-|settings\.reg\.new-)\w{6}(\.\w{6})?|tmp/zarn-\w{6}/|)"
+                         R"((DEST|PARTS)/Zarn-1\.TMP)");
 }
 
 std::string FirstOf(const Names& complaints) {
-    const auto found = std::find_if(complaints.begin(), complaints.end(),
-                                    [](const std::string& text) { return !text.empty(); });
+    const auto found = std::ranges::find_if_not(complaints, &std::string::empty);
     return found == complaints.end() ? std::string() : *found;
 }
 
 struct Judge : Evidence {
     [[nodiscard]] bool Has(Job::Trait trait) const { return job.Has(trait); }
 
-    // True if the operation that was struck is one of these calls.
-    [[nodiscard]] bool Struck(const Words& calls) const {
-        return run.struck && calls.contains(run.struck->call);
-    }
-
-    // True if it is one on such a path.
-    [[nodiscard]] bool StruckPath(const char* pattern) const {
-        return run.struck && Matches(run.struck->path, pattern);
-    }
+    // The operation that was struck is one of these calls, or one on such a path.
+    [[nodiscard]] bool Struck(const Words& calls) const { return calls.contains(run.struck.call); }
+    [[nodiscard]] bool At(const char* pattern) const { return Matches(run.struck.path, pattern); }
 
     [[nodiscard]] std::string Part(const std::string& ending) const {
         return (job.IsJoin() ? "PARTS/" : "OUT/") + job.Stem() + "_Part" + ending;
@@ -73,19 +65,16 @@ struct Judge : Evidence {
 
     // Where an archive of that name is somebody's, the job's own gets a folder.
     [[nodiscard]] bool IsArchive(const std::string& path) const {
-        return Has(Job::Compressed) &&
-               (path == "tmp/" + job.Stem() ||
-                (Matches(path, "tmp/zarn-\\w{6}/.*") && path.ends_with("/" + job.Stem())));
+        return Has(Job::Compressed) && Matches(path, R"(tmp/(zarn-\w{6}/(.*/)?)?)" + job.Stem());
     }
 
     // The parts hold these bytes, in the order in which the script's commands join them.
     [[nodiscard]] bool PartsHold(const Snapshot& files, const std::string& bytes) const {
         static const std::regex copy(R"re(Copy (?:/b Zarn\.TMP \+ )?"([^"]+)" Zarn\.TMP\r\n)re");
-        const std::string& script = BytesOf(files, Part("0.bat"));
+        std::string script = BytesOf(files, Part("0.bat"));
         std::string joined;
-        for (std::sregex_iterator next(script.begin(), script.end(), copy), end; next != end;
-             ++next) {
-            joined += BytesOf(files, "OUT/" + (*next)[1].str());
+        for (std::smatch next; std::regex_search(script, next, copy); script = next.suffix()) {
+            joined += BytesOf(files, "OUT/" + next[1].str());
         }
         return (Has(Job::Compressed) ? Unpack(joined) : joined) == bytes;
     }
@@ -98,28 +87,23 @@ struct Judge : Evidence {
     [[nodiscard]] bool IsOfJob(const std::string& path) const {
         const std::string stem = Part("");
         const std::string ending = path.starts_with(stem) ? path.substr(stem.size()) : "";
-        if (path.starts_with("config/") || path.starts_with("cache/")) {
-            return true;
-        }
         if (job.IsJoin()) {
-            return path == Beside || path == "PARTS/Zarn.TMP" ||
+            return Matches(path, "(config|cache)/.*|PARTS/(DATA\\.BIN|Zarn\\.TMP)") ||
                    (Has(Job::Cancelled) && ending == "0_TMP.bat") ||
-                   (Has(Job::DeletesParts) &&
-                    Matches(ending, R"(1|2|3|0\.bat|0_TMP\.bat|0\.sfv)")) ||
+                   (Has(Job::DeletesParts) && Matches(ending, R"(1|2|3|0(_TMP)?\.bat|0\.sfv)")) ||
                    (Has(Job::Moves) && path == Elsewhere);
         }
-        const bool deletes = Has(Job::Deletes) || Has(Job::DeletesAlways);
-        return Matches(ending, R"(1|2|3|0\.bat)") || path == "OUT/" || IsArchive(path) ||
-               (job.road == Road::Sfv && ending == "0.sfv") || (IsSource(path) && deletes);
+        return Matches(path, "(config|cache)/.*|OUT/") || Matches(ending, R"(1|2|3|0\.bat)") ||
+               IsArchive(path) || (job.road == Road::Sfv && ending == "0.sfv") ||
+               (IsSource(path) && (Has(Job::Deletes) || Has(Job::DeletesAlways)));
     }
 
     [[nodiscard]] std::string Others() const {
         const bool mayLeave = run.killed || !fault.to.empty() || fault.stays ||
-                              Struck({"delete"}) || (run.struck && IsUnfinished(run.struck->path));
+                              Struck({"delete"}) || IsUnfinished(run.struck.path);
         for (const auto& [path, bytes] : before) {
             // An archive that was there is not the job's own.
-            const bool stays = !IsOfJob(path) || path == "tmp/" + job.Stem();
-            if (stays && BytesOf(after, path) != bytes) {
+            if ((!IsOfJob(path) || path == "tmp/" + job.Stem()) && BytesOf(after, path) != bytes) {
                 return "lost or changed: " + path;
             }
         }
@@ -132,9 +116,9 @@ struct Judge : Evidence {
         return {};
     }
 
-    // The store is written whole, value by value: every value in it is the one before, the one
-    // behind the run, or one on the way (a setting that is put back at the end, or a default that
-    // stands in for a value that a folder denied).
+    // The store is written whole. Every value in it is the one before, the one behind the run, or
+    // one on the way (a setting that is put back at the end, or a default where a folder denied
+    // it).
     [[nodiscard]] std::string Store() const {
         const std::string path = "config/ZarnFileSplitter/settings.reg";
         const std::string& store = BytesOf(after, path);
@@ -148,7 +132,7 @@ struct Judge : Evidence {
             }
         }
         const std::string known = "\n" + old + "\n" + BytesOf(clean, path);
-        const bool denied = fault.kind == "ENOENT" && StruckPath("config.*");
+        const bool denied = fault.kind == "ENOENT" && At("config.*");
         for (const std::string& line : Split(store, "\n")) {
             if (!Contains(known, "\n" + line + "\n") && !denied &&
                 !line.starts_with("\"Delete Split Parts\"=dword:0000000")) {
@@ -160,14 +144,14 @@ struct Judge : Evidence {
 
     // Bytes of the job's own may be missing. The end of a file that was only read says nothing.
     [[nodiscard]] bool StrikesOutput() const {
+        const Words moves = {"create", "write", "copy", "flush", "sync"};
         // Joins give a file such a name only to delete it, and do without if they cannot.
-        const bool isNameAlone = job.IsJoin() && StruckPath(R"(.*/\.zarn-.*)");
+        const bool isNameAlone = job.IsJoin() && At(R"(.*/\.zarn-.*)");
+        const bool closes =
+            Struck({"close"}) && (At(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
+                                  (job.road == Road::Split && At("OUT/.*_Part[1-9]")));
         return fault.kind.starts_with('E') && fault.kind != "EINTR" &&
-               ((Struck({"create", "write", "copy", "flush", "sync"}) && !isNameAlone &&
-                 StruckPath("(OUT|DEST|PARTS)(/.*)?")) ||
-                (Struck({"close"}) &&
-                 (StruckPath(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
-                  (job.road == Road::Split && StruckPath("OUT/.*_Part[1-9]")))));
+               (closes || (Struck(moves) && !isNameAlone && At("(OUT|DEST|PARTS)(/.*)?")));
     }
 
     // The rest of a short count, or what a signal can break off, has only to be done again; but the
@@ -178,7 +162,7 @@ struct Judge : Evidence {
             fault.kind == "EINTR" && Struck({"open", "create", "read", "write", "copy", "share",
                                              "flush", "sync", "close", "statfs", "space", "lock"});
         return (broken || fault.kind == "half") &&
-               !(run.struck && StruckPath(R"(tmp/(zarn-\w{6}/)?\.zarn-\w{6}(\.\w{6})?)"));
+               !At(R"(tmp/(zarn-\w{6}/)?\.zarn-\w{6}(\.\w{6})?)");
     }
 
     [[nodiscard]] std::string End() const {
@@ -204,9 +188,8 @@ struct Judge : Evidence {
     // name, nor is an older file replaced by one whose bytes are not there yet, nor one that was in
     // the way of a rename.
     [[nodiscard]] std::string Order() const {
-        std::map<std::string, bool>
-            unsafe;  // what was written; true if not even its bytes are safe
-        std::map<std::string, std::string> copies;              // under other names, by those
+        std::map<std::string, bool> unsafe;         // what was written; true before a flush
+        std::map<std::string, std::string> copies;  // under other names, by those
         std::set<std::pair<std::string, std::string>> refused;  // names, because they are taken
         std::size_t number = 0;
         for (const auto& [call, path, to, failed] : run.operations) {
@@ -241,9 +224,8 @@ struct Judge : Evidence {
                 }
             } else if (call == "delete") {
                 unsafe.erase(path);
-                const bool hasOther = std::any_of(
-                    copies.begin(), copies.end(),
-                    [&, &name = path](const auto& copy) { return copy.second == name; });
+                const bool hasOther =
+                    std::ranges::count(copies, path, &Snapshot::value_type::second) > 0;
                 const bool isCopy = (IsLastCopy(path) && !hasOther) || copies.erase(path) > 0;
                 if (isCopy && !unsafe.empty()) {
                     return path + " deleted before a flush of " + unsafe.begin()->first;
@@ -261,20 +243,18 @@ struct Judge : Evidence {
             !run.killed && (Has(Job::Cancelled) || !run.message.empty());
         // The identity is taken by the second question about the open file.
         constexpr std::size_t UntilIdentity = 3;
-        const auto opened = std::find_if(
-            run.operations.begin(), run.operations.end(), [](const FileOperation& operation) {
-                return operation.call == "open" && IsSource(operation.path);
-            });
-        const bool wasRead =
-            static_cast<std::size_t>(opened - run.operations.begin()) + UntilIdentity <
-            fault.number;
+        const auto opened = std::ranges::find_if(run.operations, [](const FileOperation& one) {
+            return one.call == "open" && IsSource(one.path);
+        });
+        const auto opening = static_cast<std::size_t>(opened - run.operations.begin());
+        const bool wasRead = opening + UntilIdentity < fault.number;
         for (const auto& [path, bytes] : before) {
             const auto isArchiveOfIt = [&, &held = bytes](const auto& file) {
                 return Matches(file.first, "tmp/.*zip") && Unpack(file.second) == held;
             };
             if (IsSource(path) && BytesOf(after, path) != bytes && !PartsHold(after, bytes) &&
                 !(bySwitch && (bytes == Content() || !wasRead)) &&
-                !(Has(Job::Compressed) && std::any_of(after.begin(), after.end(), isArchiveOfIt))) {
+                !(Has(Job::Compressed) && std::ranges::any_of(after, isArchiveOfIt))) {
                 return "LOSS of " + path;
             }
         }
@@ -285,7 +265,7 @@ struct Judge : Evidence {
         // Somebody may have changed a part while it was read, or afterwards.
         const std::string now = JoinedParts(before);
         const auto isHeld = [&](const std::string& bytes) {
-            return std::any_of(after.begin(), after.end(), [&](const auto& file) {
+            return std::ranges::any_of(after, [&](const auto& file) {
                 return (file.second == Content() || file.second == now) &&
                        Contains(file.second, bytes);
             });
@@ -313,16 +293,16 @@ struct Judge : Evidence {
     // found again has none.
     [[nodiscard]] std::string Checksums(const Snapshot& files) const {
         const std::string& sfv = BytesOf(files, Part("0.sfv"));
-        const bool partStruck = StruckPath("OUT.*") || fault.stays;
+        const bool partStruck = At("OUT.*") || fault.stays;
         for (const char* ending : {"1", "2", "3"}) {
             const std::string path = Part(ending);
             const std::regex pattern("\n" + path.substr(4) + "  ([^\r]*)\r");
             std::smatch line;
             const bool found = std::regex_search(sfv, line, pattern);
+            const auto bytes = std::as_bytes(std::span(BytesOf(files, path)));
             Crc32 engine;
-            const std::uint32_t right = Crc32::CRCFinal(
-                engine.CRCUpdate(std::as_bytes(std::span(BytesOf(files, path))),
-                                 engine.CRCTableBuild(Crc32::IeeePolynomial, Crc32::InitialValue)));
+            const auto seed = engine.CRCTableBuild(Crc32::IeeePolynomial, Crc32::InitialValue);
+            const auto right = Crc32::CRCFinal(engine.CRCUpdate(bytes, seed));
             const bool saysSo = partStruck && (!found || line[1].str().ends_with(" ERROR "));
             if (!saysSo && (!found || std::stoul(line[1], nullptr, 16) != right)) {
                 return "no or wrong checksum of " + path;
@@ -333,7 +313,7 @@ struct Judge : Evidence {
 
     [[nodiscard]] std::string SplitResult(const Snapshot& files) const {
         // The program has no word for a store that cannot be read or written: it uses defaults.
-        const bool otherSettings = StruckPath("config.*") || (fault.stays && fault.number > 0);
+        const bool otherSettings = At("config.*") || (fault.stays && fault.number > 0);
         if (!PartsHold(files, Content())) {
             return Has(Job::Compressed) && otherSettings ? "" : "the parts are not the source";
         }
@@ -377,18 +357,14 @@ struct Judge : Evidence {
     // for an absence, and a deletion tells no reason; a fault that stays may be met again
     // elsewhere. Where the first part is gone, the file of checksums has no name.
     [[nodiscard]] bool IsReason(const std::string& text) const {
-        static const std::map<std::string, Words> reasons = {
-            {"ENOSPC", {"Disk full"}},
-            {"EIO", {"Device I/O error"}},
-            {"EACCES", {"Permission denied"}},
-            {"ENOENT", {"File not found", "Path not found"}},
-            {"EINTR", {"Path/File access error"}}};
+        static const std::string reasons =
+            "\nENOSPC: Disk full\nEIO: Device I/O error\nEACCES: Permission denied\n"
+            "ENOENT: File not found\nENOENT: Path not found\nEINTR: Path/File access error\n";
         static const Words others = {"File not found", "Path not found", "Path/File access error",
                                      "File already exists", "it is not the file that was joined"};
         const bool vague = fault.stays || Struck({"stat", "list", "attribute", "statfs", "delete",
                                                   "chdir", "space", "chmod"});
-        const auto found = reasons.find(fault.kind);
-        return (found != reasons.end() && found->second.contains(text)) ||
+        return Contains(reasons, "\n" + fault.kind + ": " + text + "\n") ||
                (vague && others.contains(text)) ||
                (job.road == Road::Sfv && text == "Subscript out of range") ||
                (run.status == 2 && text == "no join script");
@@ -415,7 +391,7 @@ struct Judge : Evidence {
             words.empty() || (std::regex_match(words, match, run.status == 2 ? refused : failed) &&
                               IsReason(match[1]));
         const std::string place = match.empty() ? "" : Replace(match[2].str(), "\\", "/");
-        const bool isThere = std::any_of(after.begin(), after.end(), [&](const auto& file) {
+        const bool isThere = std::ranges::any_of(after, [&](const auto& file) {
             return file.second == Content() && ("/" + file.first).ends_with(place);
         });
         return known && (place.empty() || isThere) ? "" : "words of nobody's: " + run.message;
@@ -423,7 +399,7 @@ struct Judge : Evidence {
 
     // Until its removal, a source that is another one by then stays, and the user is told.
     [[nodiscard]] std::string Kept(std::size_t removal) const {
-        const bool stays = std::all_of(before.begin(), before.end(), [&](const auto& file) {
+        const bool stays = std::ranges::all_of(before, [&](const auto& file) {
             return !IsSource(file.first) || BytesOf(after, file.first) == file.second;
         });
         return removal > 0 && fault.number <= removal && stays && SaysDone(job, run)
@@ -434,8 +410,7 @@ struct Judge : Evidence {
     // The joined file is there once, and so is a file that has taken its place.
     [[nodiscard]] std::string OneOfEach() const {
         const auto count = [&](const std::string& bytes) {
-            return std::count_if(after.begin(), after.end(),
-                                 [&](const auto& file) { return file.second == bytes; });
+            return std::ranges::count(after, bytes, &Snapshot::value_type::second);
         };
         if (!job.IsJoin() || Has(Job::Cancelled)) {
             return {};
