@@ -47,7 +47,7 @@ namespace fs = std::filesystem;
 
 std::string Variable(const char* name) {
     const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
+    return value == nullptr ? "" : value;
 }
 
 // The C library's own function of a name that this file takes; of the taker's type.
@@ -67,18 +67,13 @@ struct Layer {
 
     // The error of the next operation; 0 if it goes through, perhaps with fewer bytes.
     int Count(std::string_view call, const std::string& path, std::size_t& bytes) {
-        static const std::map<std::string_view, int> errors = {{"ENOSPC", ENOSPC},
-                                                               {"EIO", EIO},
-                                                               {"EACCES", EACCES},
-                                                               {"ENOENT", ENOENT},
-                                                               {"EINTR", EINTR}};
-        static const std::set<std::string_view> needSpace = {
-            "create", "write", "copy", "share", "mkdir", "flush", "sync", "rename", "link"};
+        using Words = std::set<std::string_view>;
+        static const Words needSpace = {"create", "write", "copy",   "share", "mkdir",
+                                        "flush",  "sync",  "rename", "link"};
         Log(call, path);
         ++count;
-        const bool suffers =
-            number > 0 && count > number && stays && (kind != "ENOSPC" || needSpace.contains(call));
-        if (count != number && !suffers) {
+        const bool suffers = stays && (kind != "ENOSPC" || needSpace.contains(call));
+        if (number == 0 || count < number || (count > number && !suffers)) {
             return 0;
         }
         if (kind == "kill") {
@@ -86,8 +81,12 @@ struct Layer {
         }
         Interfere();
         bytes = (bytes + 1) / 2;
-        const auto found = errors.find(kind);
-        return found == errors.end() ? 0 : found->second;
+        return kind == "ENOSPC"   ? ENOSPC
+               : kind == "EIO"    ? EIO
+               : kind == "EACCES" ? EACCES
+               : kind == "ENOENT" ? ENOENT
+               : kind == "EINTR"  ? EINTR
+                                  : 0;
     }
 
     // Nothing of this is counted. A file that is rewritten must be there: no new one is made.
@@ -181,18 +180,6 @@ Result On(std::string_view call, const char* name, Result (*taker)(What, Rest...
                   [&](auto...) { return Next(name, taker)(what, rest...); });
 }
 
-template <typename Bytes, typename... Rest>
-ssize_t OnBytes(std::string_view call, const char* name,
-                ssize_t (*taker)(int, Bytes, std::size_t, Rest...), int file, Bytes bytes,
-                std::size_t count, Rest... rest) {
-    return Strike(call, Watched(file), count,
-                  [&](std::size_t some) { return Next(name, taker)(file, bytes, some, rest...); });
-}
-
-fs::path FolderOf(const char* path) {
-    return fs::path(Watched(path)).parent_path();
-}
-
 // Watches a file that was opened as `what`, if that is in the folder.
 template <typename What>
 int Opened(int file, What what) {
@@ -208,7 +195,9 @@ int Name(std::string_view call, const char* from, const char* to, bool canDoIt, 
          const Operation& operation) {
     return Strike(call, Watched(from), 0, [&](auto...) {
         TheLayer().Log("to", Watched(to));
-        const bool crosses = TheLayer().volume == "split" && FolderOf(from) != FolderOf(to);
+        const bool crosses =
+            TheLayer().volume == "split" &&
+            fs::path(Watched(from)).parent_path() != fs::path(Watched(to)).parent_path();
         errno = crosses ? EXDEV : otherwise;
         return crosses || !canDoIt ? -1 : operation();
     });
@@ -259,15 +248,18 @@ int close(int file) {
 }
 
 ssize_t read(int file, void* bytes, std::size_t count) {
-    return OnBytes("read", "read", read, file, bytes, count);
+    return Strike("read", Watched(file), count,
+                  [&](std::size_t some) { return Next("read", read)(file, bytes, some); });
 }
 
 ssize_t pread(int file, void* bytes, std::size_t count, off_t at) {
-    return OnBytes("read", "pread", pread, file, bytes, count, at);
+    return Strike("read", Watched(file), count,
+                  [&](std::size_t some) { return Next("pread", pread)(file, bytes, some, at); });
 }
 
 ssize_t write(int file, const void* bytes, std::size_t count) {
-    return OnBytes("write", "write", write, file, bytes, count);
+    return Strike("write", Watched(file), count,
+                  [&](std::size_t some) { return Next("write", write)(file, bytes, some); });
 }
 
 ssize_t copy_file_range(int from, off_t* fromAt, int to, off_t* toAt, std::size_t count,
@@ -307,10 +299,6 @@ int syncfs(int file) noexcept {
 // Nothing has to reach a disk here.
 void sync() noexcept {
     Strike("sync", TheLayer().folder, 0, [](auto...) { return 0; });
-}
-
-int ftruncate(int file, off_t size) noexcept {
-    return On("truncate", "ftruncate", ftruncate, file, size);
 }
 
 int fstat(int file, struct stat* status) noexcept {
@@ -361,10 +349,6 @@ ssize_t readlink(const char* path, char* target, std::size_t size) noexcept {
 
 ssize_t getxattr(const char* path, const char* name, void* value, std::size_t size) noexcept {
     return On("attribute", "getxattr", getxattr, path, name, value, size);
-}
-
-int removexattr(const char* path, const char* name) noexcept {
-    return On("attribute", "removexattr", removexattr, path, name);
 }
 
 int chmod(const char* path, mode_t mode) noexcept {
