@@ -19,16 +19,10 @@ TITLE, PROGRESS, HELP = "^Zarn File Splitter v", r" \.\.\.$", "^Command Line Hel
 # Middles of the controls, from the window's upper left corner.
 FILE_MENU = (18, 9)
 SOURCE, DESTINATION, START, SPLIT_DONE = (389, 113), (389, 296), (335, 362), (173, 63)
-JOIN_PAGE, BROWSE, JOIN = (49, 84), (564, 113), (452, 365)
-PREFERENCES, COMPRESSION, LEVEL_5, APPLY = (69, 99), (366, 93), (426, 157), (452, 365)
-
-
-class Failure(Exception):
-    """What is not as it should be."""
 
 
 def fail(text):
-    raise Failure(text)
+    sys.exit(f"{sys.argv[0]}: {text}")
 
 
 def until(what, ask, told=str):
@@ -94,12 +88,8 @@ def surroundings():
 
 def run_alone(act, program=BUILT):
     """Acts with a program and a work folder. Silence and status 0 mean success."""
-    program = os.path.abspath(program)
-    try:
-        with surroundings() as work:
-            act(program, work)
-    except Failure as failure:
-        sys.exit(f"{sys.argv[0]}: {failure}")
+    with surroundings() as work:
+        act(os.path.abspath(program), work)
 
 
 def expect_parts(work):
@@ -120,13 +110,9 @@ def xdotool(*words):
                           stderr=subprocess.DEVNULL, text=True, check=False).stdout
 
 
-def picture(file, window="root"):
-    subprocess.run(["import", "-window", window, file], check=True)
-
-
 def screen():
     file = tempfile.mkstemp(".png")[1]
-    picture(file)
+    subprocess.run(["import", "-window", "root", file], check=True)
     return f"The screen: {file}"
 
 
