@@ -16,6 +16,20 @@
 namespace zarn::testing {
 namespace {
 
+TEST(QtText, EveryByteComesBack) {
+    std::string allBytes;
+    for (int byte = 0; byte < 256; ++byte) {
+        allBytes.push_back(static_cast<char>(byte));
+    }
+    // a character of four bytes; surrogates and more than Unicode in the form of UTF-8; a torn one
+    for (const std::string& text : Names{allBytes, "\xF0\x9F\x98\x80", "\xED\xA0\xBD\xED\xB8\x80",
+                                         "\xF4\x90\x80\x80", "\xF0\x9F\x98"}) {
+        EXPECT_EQ(FromQt(ToQt(text)), text);
+    }
+    EXPECT_EQ(ToQt("\xC3\xB6\xF6"), QString(QChar(0xF6)) + QChar(0xDCF6));
+    EXPECT_EQ(FromQt(QString(QChar(0xD800))), "\xEF\xBF\xBD");
+}
+
 /// What the next dialog of this kind does once it stands there.
 template <typename Dialog>
 void Next(const std::function<void(Dialog&)>& act) {

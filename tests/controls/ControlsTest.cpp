@@ -1,17 +1,89 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <cmath>
 
+#include "controls/BarText.h"
+#include "controls/Colours.h"
 #include "controls/ComboField.h"
 #include "controls/HSlider.h"
 #include "controls/UpDown.h"
+#include "controls/XP_ProgressBar.h"
+#include "controls/chameleonButton.h"
 #include "support/Prelude.h"
 
 namespace zarn::testing {
 namespace {
+
+/// As the accessibility guidelines for the web define it.
+double Luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF()) + 0.05;
+}
+double Contrast(const QColor& one, const QColor& other) {
+    const double ratio = Luminance(one) / Luminance(other);
+    return std::max(ratio, 1 / ratio);
+}
+
+TEST(Colours, ComeFromTheStoredNumberOrThePalette) {
+    const QPalette palette = QApplication::palette();
+    const QColor text = palette.color(QPalette::WindowText);
+    const QColor grey = palette.color(QPalette::Disabled, QPalette::WindowText);
+    using Row = std::pair<std::uint32_t, QColor>;
+    for (const auto& [value, colour] :
+         {Row(0x030201, QColor(1, 2, 3)), Row(0x8000000D, palette.color(QPalette::Highlight)),
+          Row(0x80000008, text), Row(0x80000011, grey)}) {
+        EXPECT_EQ(PaintColour(static_cast<ColourValue>(value)), colour) << value;
+    }
+}
+
+TEST(Colours, TextColourHoldsWhileDisabled) {
+    QLabel label;
+    ComboField field;
+    EXPECT_EQ(TextColour(label), Black);
+    for (const auto& [control, painted] :
+         {std::pair<QWidget*, QWidget*>(&label, &label), {&field, field.lineEdit()}}) {
+        SetTextColour(*control, Blue);
+        SetTextColour(*control, Red);
+        control->setEnabled(false);
+        EXPECT_EQ(TextColour(*control), Red);
+        EXPECT_EQ(painted->palette().color(painted->foregroundRole()), QColor(Qt::red));
+    }
+    EXPECT_NE(field.palette().color(QPalette::Text), QColor(Qt::red)) << "the list's rows";
+}
+
+TEST(Appearance, OneFontAndTextsThatRead) {
+    EXPECT_EQ(QApplication::font().families(), QStringList({"Noto Sans", "DejaVu Sans"}));
+    EXPECT_EQ(QToolTip::font(), QApplication::font());
+    const QPalette palette = QApplication::palette();
+    const QColor window = palette.color(QPalette::Window);
+    const QColor base = palette.color(QPalette::Base);
+    const SchemeColours& button = SchemeColoursOf(1);
+    using Pair = std::pair<QColor, QColor>;
+    for (const auto& [text, behind] :
+         {Pair(palette.color(QPalette::WindowText), window),
+          {palette.color(QPalette::Text), base},
+          {palette.color(QPalette::PlaceholderText), base},
+          {palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)},
+          {palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase)},
+          {palette.color(QPalette::Link), window},
+          {PaintColour(button.fore), PaintColour(button.back)},
+          {PaintColour(button.foreOver), PaintColour(button.backOver)},
+          {PaintColour(Blue), base},
+          {PaintColour(DarkRed), window}}) {
+        EXPECT_GE(Contrast(text, behind), 4.5)
+            << text.name().toStdString() << " on " << behind.name().toStdString();
+    }
+}
 
 void TurnWheelOver(QWidget& target) {
     QWheelEvent wheel({5, 5}, target.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
@@ -19,10 +91,11 @@ void TurnWheelOver(QWidget& target) {
     QApplication::sendEvent(&target, &wheel);
 }
 
-/// A field with three rows that has the keyboard, and what it has raised.
+/// A field with three rows that has the keyboard.
 class ComboFieldTest : public ::testing::Test {
   protected:
-    /// What is done to the field, and its state then.
+    /// What is done to the field, and what is seen then: text, row, and what was raised, "Change"
+    /// as C, "Click" as K and "GotFocus" as F.
     using Step = std::tuple<const char*, std::function<void()>, const char*>;
 
     ComboFieldTest() {
@@ -38,16 +111,11 @@ class ComboFieldTest : public ::testing::Test {
         QObject::connect(&field_, &ComboField::GotFocus, [this] { raised_ += 'F'; });
     }
 
-    /// Text, row, and what was raised since the last call: "Change" as C, "Click" as K and
-    /// "GotFocus" as F.
-    std::string State() {
-        return field_.Text() + " " + std::to_string(field_.ListIndex()) + " " +
-               std::exchange(raised_, {});
-    }
     void Expect(const std::vector<Step>& steps) {
         for (const auto& [name, act, seen] : steps) {
             act();
-            EXPECT_EQ(State(), seen) << name;
+            const std::string row = " " + std::to_string(field_.ListIndex()) + " ";
+            EXPECT_EQ(field_.Text() + row + std::exchange(raised_, {}), seen) << name;
         }
     }
     void Press(Qt::Key key) { QTest::keyClick(&field_, key); }
@@ -66,11 +134,11 @@ class ComboFieldTest : public ::testing::Test {
 TEST_F(ComboFieldTest, RowsChangeNeitherTextNorSelection) {
     field_.SelectRow(1);
     field_.lineEdit()->setSelection(1, 2);
-    field_.AddRow("4700", 40);
-    EXPECT_EQ(State(), "650 1 K");
-    field_.ClearRows();
-    field_.AddRow("first", -20);
-    EXPECT_EQ(State(), "650 -1 ");
+    Expect({
+        {"a row more", [this] { field_.AddRow("4700", 40); }, "650 1 K"},
+        {"no row", [this] { field_.ClearRows(); }, "650 -1 "},
+        {"another row", [this] { field_.AddRow("first", -20); }, "650 -1 "},
+    });
     EXPECT_EQ(field_.lineEdit()->selectedText(), "50");
     EXPECT_EQ(std::tuple(field_.RowCount(), field_.RowText(0), field_.RowItemData(0)),
               std::tuple(1, "first", -20));
@@ -130,9 +198,8 @@ class UpDownTest : public ::testing::Test {
 TEST_F(UpDownTest, ValueStaysWithinTheRange) {
     using Row = std::tuple<const char*, int, int>;
     for (const auto& [property, value, kept] :
-         {Row("Value", 101, 100), Row("Max", 9, 9), Row("Min", 2, 9), Row("Value", 1, 2),
-          Row("Min", 99, 9), Row("Value", 100, 99), Row("Max", INT32_MAX, 99),
-          Row("Min", INT32_MAX, INT32_MAX)}) {
+         {Row("Value", 101, 100), Row("Max", 9, 9), Row("Min", 99, 9), Row("Value", 100, 99),
+          Row("Value", 8, 9), Row("Max", INT32_MAX, 99), Row("Min", INT32_MAX, INT32_MAX)}) {
         arrows.setProperty(property, value);
         EXPECT_EQ(arrows.Value(), kept) << property << " " << value;
     }
@@ -213,14 +280,12 @@ TEST_F(HSliderTest, ValuesOfCodeAreKeptInTheRangeAndToldOnce) {
     slider_.Max(2);
     slider_.Min(5);
     EXPECT_EQ(Raised(), "3.9 4 9 0 0.4 0 2.6 3 8 4 2 5 ");
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(&slider_)->text(QAccessible::Value), "5");
 }
 
 TEST_F(HSliderTest, KeysMoveFromOneWholeNumberToAnother) {
     for (const auto& [from, key, raised] :
-         {std::tuple(3.0, Qt::Key_Right, "4 S "), std::tuple(3.9, Qt::Key_Left, "3 S "),
-          std::tuple(3.9, Qt::Key_Right, "5 S "), std::tuple(8.9, Qt::Key_End, "S "),
-          std::tuple(3.0, Qt::Key_PageUp, "6 S "), std::tuple(4.0, Qt::Key_Home, "0 S "),
+         {std::tuple(3.9, Qt::Key_Left, "3 S "), std::tuple(3.9, Qt::Key_Right, "5 S "),
+          std::tuple(3.0, Qt::Key_PageUp, "6 S "), std::tuple(8.9, Qt::Key_End, "S "),
           std::tuple(3.0, Qt::Key_A, "")}) {
         slider_.Value(from);
         Raised();
@@ -243,6 +308,102 @@ TEST_F(HSliderTest, TheMouseDragsAndClicks) {
     QTest::mouseMove(&slider_, PlaceOf(11));
     QTest::mouseRelease(&slider_, Qt::LeftButton, {}, PlaceOf(11));
     EXPECT_EQ(Raised(), "8.9 S ");
+}
+
+/// Three buttons in a window that has the keyboard.
+class ButtonWindow : public ::testing::Test {
+  protected:
+    ButtonWindow() {
+        for (chameleonButton& button : buttons_) {
+            button.setParent(&window_);
+            button.Caption("&Browse");
+        }
+        window_.show();
+        window_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+        middle_.setFocus();
+    }
+
+    QWidget window_;
+    std::array<chameleonButton, 3> buttons_;
+    chameleonButton& middle_ = buttons_[1];
+};
+
+TEST_F(ButtonWindow, EveryStateLooksDifferent) {
+    using State = std::pair<const char*, std::function<void()>>;
+    std::vector<QImage> pictures;
+    for (const auto& [name, enter] :
+         {State("focused", [] {}), State("normal", [&] { middle_.clearFocus(); }),
+          State("with another text", [&] { middle_.Caption("Open"); }),
+          State("with another face", [&] { middle_.BackColor(Red); }),
+          State("hovered", [&] { middle_.setAttribute(Qt::WA_UnderMouse); }),
+          State("pressed", [&] { middle_.setDown(true); }),
+          State("disabled", [&] { middle_.setEnabled(false); })}) {
+        enter();
+        const QImage picture = middle_.grab().toImage();
+        EXPECT_EQ(std::ranges::find(pictures, picture), pictures.end()) << name;
+        pictures.push_back(picture);
+    }
+}
+
+TEST_F(ButtonWindow, KeysPressItAndMoveTheKeyboard) {
+    const QSignalSpy clicks(&middle_, &QAbstractButton::clicked);
+    QTest::keyPress(&middle_, Qt::Key_Space);
+    EXPECT_TRUE(middle_.isDown());
+    EXPECT_EQ(clicks.count(), 0);
+    QTest::keyRelease(&middle_, Qt::Key_Space);
+    QTest::mouseClick(&middle_, Qt::LeftButton);
+    QTest::keyClick(&middle_, Qt::Key_Return);
+    EXPECT_EQ(clicks.count(), 3);
+    for (const auto& [key, to] : {std::pair(Qt::Key_Left, 0U), {Qt::Key_Down, 2U}}) {
+        middle_.setFocus();
+        QTest::keyClick(&middle_, key);
+        EXPECT_TRUE(buttons_.at(to).hasFocus()) << key;
+    }
+}
+
+TEST_F(ButtonWindow, IsLargeEnoughForItsTextAndIcon) {
+    const QString text = "Start to split the file into many parts now";
+    middle_.Caption("&" + text);
+    const int before = middle_.sizeHint().width();
+    EXPECT_GE(before, middle_.fontMetrics().horizontalAdvance(text) + 12);
+    middle_.setIcon(QPixmap(12, 12));
+    EXPECT_GE(middle_.sizeHint().width(), before + 12);
+    middle_.Caption("");
+    EXPECT_LT(middle_.sizeHint().width(), 75);
+}
+
+TEST(XP_ProgressBar, ValueOutsideItsRangeIsToldAndDrawnAsTheNearestEnd) {
+    EXPECT_EQ(BarText(0, -3), "-3 %");
+    EXPECT_EQ(BarText(2, 40), "Searching..");
+    EXPECT_EQ(std::pair(BarTextColour(0), BarTextColour(6)), std::pair(0, 0xC0C0C0));
+    XP_ProgressBar reference;
+    XP_ProgressBar bar;
+    using Row = std::array<int, 4>;
+    for (const auto& [min, max, value, ofHundred] :
+         {Row{0, 100, 250, 100}, Row{0, 100, -9, 0}, Row{0, 50, 25, 50}, Row{10, 10, 10, 0},
+          Row{100, 0, 25, 75}, Row{-32768, 32767, 99999, 100}}) {
+        bar.Min(min);
+        bar.Max(max);
+        bar.Value(value);
+        reference.Value(ofHundred);
+        EXPECT_EQ(bar.grab().toImage(), reference.grab().toImage()) << value;
+    }
+    auto* reader = QAccessible::queryAccessibleInterface(&bar);
+    EXPECT_EQ(reader->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(reader->text(QAccessible::Value), "32767");
+}
+
+TEST(XP_ProgressBar, RunnerMovesWhileItIsShown) {
+    XP_ProgressBar bar;
+    bar.Scrolling(2);
+    const QImage first = bar.grab().toImage();
+    bar.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.grab().toImage() != first; }, 2000));
+    bar.hide();
+    const QImage last = bar.grab().toImage();
+    QTest::qWait(120);
+    EXPECT_EQ(bar.grab().toImage(), last);
 }
 
 }  // namespace
