@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QTimer>
-#include <iostream>
 #include <memory>
 
 #include "controls/Appearance.h"
@@ -25,8 +24,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     if (qEnvironmentVariable("ZARN_TEST_LOCALE") == "comma" &&
         zarn::ReadLocaleSeparators().decimal != ",") {
-        std::cerr << "there is no locale with a decimal comma\n";
-        return 1;
+        qFatal("there is no locale with a decimal comma");
     }
     ::testing::InitGoogleTest(&argc, argv);
     zarn::GuardedApplication application(argc, argv);
