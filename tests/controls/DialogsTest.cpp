@@ -83,8 +83,6 @@ TEST_F(DialogsTest, GiveThePathInTheProgramsForm) {
     EXPECT_EQ(Open(), std::nullopt);
     Type("deep/new");
     EXPECT_EQ(Save(), folder.Drive("deep\\new.bat"));
-    EXPECT_FALSE(folder.Has("deep/new.bat"));
-    EXPECT_TRUE(test.boxes->shown.empty());
     Type("back\\slash");
     EXPECT_EQ(Open(folder.Drive()), std::nullopt);
     ASSERT_EQ(test.boxes->shown.size(), 1U);
