@@ -172,8 +172,8 @@ TEST_F(JoinPageTest, RefusesInTheWordsOfTheWayAndTheReason) {
           Case{"missing.bat", nothing, format, format}, Case{"folder.bat", nothing, "", ""}}) {
         const std::string path = Folder().Drive(name);
         const auto refuses = [&](const std::string& message, const std::string& stored) {
-            EXPECT_EQ(Told(), message) << name;
-            EXPECT_EQ(Settings().LastOpenFolderMergeFile(), stored) << name;
+            EXPECT_EQ(Told(), message) << path;
+            EXPECT_EQ(Settings().LastOpenFolderMergeFile(), stored) << path;
             ExpectEmptyPage();
             Settings().LastOpenFolderMergeFile("X");
         };
