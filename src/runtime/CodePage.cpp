@@ -67,18 +67,21 @@ std::string EncodeText(std::string_view text) {
 }
 
 std::string DecodeText(std::string_view bytes) {
-    if (bytes.starts_with(ByteOrderMark)) {
-        bytes.remove_prefix(ByteOrderMark.size());
-    }
-    if (IsUtf8(bytes)) {
-        return std::string(bytes);
-    }
+    bytes = WithoutByteOrderMark(bytes);
+    return IsUtf8(bytes) ? std::string(bytes) : DecodeSingleBytes(bytes);
+}
+
+std::string DecodeSingleBytes(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size() * 2);
     for (const char byte : bytes) {
         AppendCharacter(text, CharacterOfCode(static_cast<std::uint8_t>(byte)));
     }
     return text;
+}
+
+std::string_view WithoutByteOrderMark(std::string_view bytes) {
+    return bytes.substr(bytes.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0);
 }
 
 }  // namespace zarn

@@ -28,4 +28,10 @@ namespace zarn {
 /// Windows-1252. A byte-order mark at the start is passed over.
 [[nodiscard]] std::string DecodeText(std::string_view bytes);
 
+/// The UTF-8 text of bytes that are Windows-1252, whatever they look like.
+[[nodiscard]] std::string DecodeSingleBytes(std::string_view bytes);
+
+/// The bytes of a file without the byte-order mark of UTF-8, if they begin with one.
+[[nodiscard]] std::string_view WithoutByteOrderMark(std::string_view bytes);
+
 }  // namespace zarn
