@@ -1,6 +1,7 @@
 #include "scripts/BatchGenerator.h"
 #include "scripts/Crc32.h"
 #include "scripts/FileChecksum.h"
+#include "scripts/SfvReader.h"
 #include "scripts/clsCRC32.h"
 #include "support/TestPlatform.h"
 
@@ -123,6 +124,47 @@ TEST_F(BatchGeneratorTest, ASetWithoutItsFirstPartLeavesNoFile) {
         EXPECT_EQ(ErrorOf([&] { static_cast<void>(Sfv({{name, "1", "2", "3"}})); }), Refused);
     }
     EXPECT_TRUE(folder.Names().empty());
+}
+
+// The lines as "number:name=checksum" or "number:name!problem".
+std::string Said(std::string_view file) {
+    std::string said;
+    const auto lines = ReadSfv(file);
+    for (const SfvLine& line : lines.value()) {
+        double checksum = line.checksum.value_or(0);
+        said += std::to_string(line.line) + ":" + line.name +
+                (line.rawName == line.name ? "" : "(raw " + line.rawName + ")") +
+                (line.checksum ? "=" + FormatCRCHex(checksum) : "!" + line.problem) + " ";
+    }
+    return said;
+}
+
+TEST(SfvReaderTest, ReadsWhatThisProgramAndOthersWrite) {
+    const std::string none = "!there is no checksum ";
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [file, said] :
+         {Case("", ""), Case(";\r\n \t\r\n; a  12345678\r\n\ta\t12345678", "4:\ta=12345678 "),
+          Case("a b_Part1 0a1B2c3D\nb  FFFFFFFF \n", "1:a b_Part1=A1B2C3D 2:b=FFFFFFFF "),
+          Case("a  0\rb  ABCDEF\r\nc  000012345678\n\x1A", "1:a=0 2:b=ABCDEF 3:c=12345678 "),
+          // A word of another length may end the name; more than 32 bits are no checksum.
+          Case("Live ad\na 123456789\nb  123456789\n",
+               "1:Live ad" + none + "2:a 123456789" + none + "3:b!\"123456789\" is no checksum "),
+          Case("a  53 ERROR \nb\t0x1\nc  \nd\n  12345678\n",
+               "1:a!\"53 ERROR\" is no checksum 2:b!\"0x1\" is no checksum 3:c" + none + "4:d" +
+                   none + "5:  12345678" + none),
+          Case("\xEF\xBB\xBF\u00E9  1\n", "1:\u00E9=1 "),
+          Case("\xE9  1\n\u00E9 00000002", "1:\u00E9(raw \xE9)=1 2:\u00C3\u00A9(raw \u00E9)=2 "),
+          Case("a/b\\c 00000001", "1:a/b\\c=1 "), Case("a  -1", "1:a!\"-1\" is no checksum ")}) {
+        EXPECT_EQ(Said(file), said);
+    }
+    std::string many;
+    for (std::size_t line = 0; line < MostSfvLines; ++line) {
+        many += "a\n";
+    }
+    EXPECT_EQ(ReadSfv(many).value().size(), MostSfvLines);
+    EXPECT_FALSE(ReadSfv(many + "a"));
+    EXPECT_TRUE(ReadSfv(std::string(LargestSfv, ' ')));
+    EXPECT_FALSE(ReadSfv(std::string(LargestSfv + 1, ' ')));
 }
 
 std::uint32_t BitByBit(std::span<const std::byte> data, std::uint32_t running,
