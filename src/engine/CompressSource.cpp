@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "engine/SplitterEngine.h"
-#include "engine/TemporaryNames.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/PartNames.h"
 #include "runtime/ByteUnits.h"
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"

@@ -8,6 +8,7 @@
 #include "runtime/Product.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 #include "scripts/SetNames.h"
 
 namespace zarn {
@@ -18,10 +19,6 @@ constexpr JoinRefusal CorruptedFile = "Invalid or corrupted Join File ...";
 constexpr JoinRefusal NoCountOrName = "Invalid Join File ...";
 constexpr std::string_view LostPart = "File Lost or corrupted!";
 constexpr std::string_view NoFile = "***";
-
-/// The most parts whose lines a script of the greatest size has room for.
-constexpr std::size_t MostParts =
-    LargestScript / std::string_view("Copy /b Zarn.TMP + \"x_Part\" Zarn.TMP\r\n").size();
 
 constexpr std::int32_t NamelessParts = 1000;
 
@@ -61,7 +58,7 @@ bool HasGoodStart(std::string_view path, std::string_view text) {
         return true;
     }
     if (HoldsInUpperCase(path, ".BAT")) {
-        return Contains(second, "Rem " + std::string(RuleWidth, '='));
+        return Contains(second, RuleText());
     }
     return !HoldsInUpperCase(path, ".SFV") ||
            Contains(second, std::string(ChecksumMark).append(ProductName));
@@ -86,22 +83,6 @@ std::string WithoutQuotes(std::string_view name) {
     return std::string(Trim(Replace(name, "\"", "")));
 }
 
-// The letters' case is left alone elsewhere: here it can be that of another folder's name.
-std::string SfvPath(std::string_view path) {
-    constexpr std::string_view Script = ".BAT";
-    std::string result;
-    while (!path.empty()) {
-        if (UpperCase(path.substr(0, Script.size())) == Script) {
-            result += ".SFV";
-            path.remove_prefix(Script.size());
-        } else {
-            result += path.front();
-            path.remove_prefix(1);
-        }
-    }
-    return result;
-}
-
 }  // namespace
 
 const JoinPart& JoinReport::Part(std::int32_t number) const {
@@ -124,7 +105,7 @@ std::variant<JoinReport, JoinRefusal> JoinAnalysis::Analyze(const std::string& f
     }
     JoinReport report;
     report.partsCount = static_cast<std::int32_t>(head.count);
-    report.originalName = NameOnDisk(fileName, bytes, report.partsCount, head.name);
+    report.originalName = NameOnDisk(fileName, bytes, report.partsCount, WithoutQuotes(head.name));
     LookForParts(fileName, report);
     report.hasSfvFile = files_.FileExist(SfvPath(fileName));
     return report;
@@ -133,13 +114,11 @@ std::variant<JoinReport, JoinRefusal> JoinAnalysis::Analyze(const std::string& f
 // Names of no valid UTF-8 stand in the script as the bytes that they are.
 std::string JoinAnalysis::NameOnDisk(const std::string& fileName, std::string_view bytes,
                                      std::int32_t count, const std::string& decodedName) {
-    std::string asDecoded = decodedName;
-    if (IsUtf8(bytes) || files_.FileExist(JoinPartPath(fileName, asDecoded, count, 1))) {
+    if (IsUtf8(bytes) || files_.FileExist(JoinPartPath(fileName, decodedName, count, 1))) {
         return decodedName;
     }
-    const std::string rawName = ReadHead(bytes).name;
-    std::string asItStands = rawName;
-    return files_.FileExist(JoinPartPath(fileName, asItStands, count, 1)) ? rawName : decodedName;
+    const std::string rawName = WithoutQuotes(ReadHead(bytes).name);
+    return files_.FileExist(JoinPartPath(fileName, rawName, count, 1)) ? rawName : decodedName;
 }
 
 void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report) {
@@ -193,20 +172,6 @@ std::string OriginalFileValue(std::string_view line) {
     return colon == std::string_view::npos
                ? std::string()
                : std::string(line.substr(colon + 1, line.find(':', colon + 1) - colon - 1));
-}
-
-std::string JoinPartName(std::string& originalName, std::int32_t count, std::int32_t index) {
-    originalName = WithoutQuotes(originalName);
-    std::string name = PartStem(originalName);
-    if (count < NamelessParts) {
-        name += PadLeft(std::to_string(index), std::to_string(count).size(), '0');
-    }
-    return name;
-}
-
-std::string JoinPartPath(std::string_view joinFile, std::string& originalName, std::int32_t count,
-                         std::int32_t index) {
-    return Files::FunctionPath(joinFile) + JoinPartName(originalName, count, index);
 }
 
 }  // namespace zarn

@@ -67,14 +67,4 @@ class JoinAnalysis {
 /// The text between the first and the second colon, or the line's end.
 [[nodiscard]] std::string OriginalFileValue(std::string_view line);
 
-/// The name under which a part is looked up: `originalName` (which loses its quotes and the blanks
-/// at its ends here), "_Part", and the number in as many digits as `count` has. A set of 1000
-/// parts or more is looked up without numbers.
-[[nodiscard]] std::string JoinPartName(std::string& originalName, std::int32_t count,
-                                       std::int32_t index);
-
-/// The same in the folder of the join file.
-[[nodiscard]] std::string JoinPartPath(std::string_view joinFile, std::string& originalName,
-                                       std::int32_t count, std::int32_t index);
-
 }  // namespace zarn

@@ -6,6 +6,7 @@
 #include "join/ScriptInterpreter.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 #include "scripts/SetNames.h"
 #include "settings/Files.h"
 
@@ -17,8 +18,7 @@ namespace {
 std::string WithMoveLines(const std::string& script, const std::string& from,
                           const std::string& to) {
     const std::string_view lineEnd = script.empty() || script.ends_with('\n') ? "" : "\r\n";
-    return script + std::string(lineEnd) + "Del " + Quoted(to) + "\r\nMove " + Quoted(from) + " " +
-           Quoted(to) + "\r\n";
+    return script + std::string(lineEnd) + MoveLines(from, to);
 }
 
 }  // namespace
@@ -141,19 +141,6 @@ void JoinRun::RemoveResult(const std::string& path) {
         (fileSystem.Attributes(path).value_or(0) & AttributeReadOnly) == 0) {
         shared_.Files().FileDelete(path);
     }
-}
-
-std::string PartsBase(std::string_view joinFile) {
-    const std::size_t mark = joinFile.find(PartMark);
-    return std::string(mark == std::string_view::npos ? "" : joinFile.substr(0, mark));
-}
-
-std::string TempScript(std::string_view joinFile) {
-    std::string copy = Replace(joinFile, ScriptEnding, ScriptCopyEnding);
-    if (copy == joinFile) {
-        copy += ScriptCopyEnding;
-    }
-    return copy;
 }
 
 }  // namespace zarn

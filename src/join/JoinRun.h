@@ -62,12 +62,4 @@ class JoinRun {
     ProcessId process_ = 0;
 };
 
-/// The text of a join file's path before the first "_Part", wherever in the path that stands. A
-/// path without one gives an empty text.
-[[nodiscard]] std::string PartsBase(std::string_view joinFile);
-
-/// Path of the copy of a join file: every ".bat" becomes "_TMP.bat", in this very spelling only.
-/// A path without it gets "_TMP.bat" at its end, so that the copy never is the script itself.
-[[nodiscard]] std::string TempScript(std::string_view joinFile);
-
 }  // namespace zarn

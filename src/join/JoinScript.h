@@ -10,6 +10,10 @@ namespace zarn {
 /// The most bytes of a script that is run: about 400,000 parts. More is no join script.
 inline constexpr std::size_t LargestScript = std::size_t{16} * 1024 * 1024;
 
+/// The most parts whose lines such a script has room for.
+inline constexpr std::size_t MostParts =
+    LargestScript / std::string_view("Copy /b Zarn.TMP + \"x_Part\" Zarn.TMP\r\n").size();
+
 enum class ScriptAction {
     MakeTemporary,      ///< a part becomes the first bytes of the temporary file
     AppendPart,         ///< a part is added behind the temporary file's last byte
@@ -57,21 +61,5 @@ struct ScriptRefusal {
     std::size_t line = 0;  ///< counted from 1; 0 where no single line is at fault
     std::string reason;
 };
-
-/// True for a name, without quotes around it, that a script may give the file that it builds: a
-/// name in its own folder (no folder, no drive, no wildcard, no control character) that does not
-/// belong to the running of scripts as the temporary file's does, the script's own, and those of
-/// the copies that the program makes for a run.
-[[nodiscard]] bool IsGoodOriginal(std::string_view name, std::string_view scriptName);
-
-/// True if two file names are equal without regard to letter case.
-[[nodiscard]] bool SameName(std::string_view one, std::string_view other);
-
-/// True for the name of a file, "_Part", and digits. There may be none: a set of more than 9999
-/// parts has no numbers.
-[[nodiscard]] bool IsPartOf(std::string_view name, std::string_view original);
-
-/// The digits at the end of a name.
-[[nodiscard]] std::string_view PartDigits(std::string_view name);
 
 }  // namespace zarn

@@ -9,6 +9,7 @@
 #include "runtime/Numbers.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchText.h"
 #include "scripts/SetNames.h"
 
 namespace zarn {

@@ -159,19 +159,8 @@ void JoinScriptRunner::NoteOtherSetFiles() {
     if (!Has(ScriptAction::DeleteParts)) {
         return;
     }
-    std::vector<std::string> names;
-    const std::string zeros(PartDigits(script_.FirstPart()).size(), '0');
-    for (const std::string_view ending : {ScriptEnding, ScriptCopyEnding, ChecksumEnding}) {
-        names.push_back(PartStem(script_.original).append(zeros).append(ending));
-    }
-    for (const std::string_view ending : {ScriptCopyEnding, ScriptEnding}) {
-        const std::string_view script = scriptName_;
-        if (SameName(Right(script, ending.size()), ending) &&
-            IsPartOf(script.substr(0, script.size() - ending.size()), script_.original)) {
-            names.emplace_back(script);
-        }
-    }
-    for (const std::string& name : names) {
+    for (const std::string& name :
+         NamesBesideParts(script_.original, script_.FirstPart(), scriptName_)) {
         others_.emplace_back(name, fileSystem_.Identity(name).value_or(FileIdentity()));
     }
 }

@@ -3,9 +3,9 @@
 #include <memory>
 #include <optional>
 
-#include "join/JoinScript.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/SetNames.h"
 
 namespace zarn {
 

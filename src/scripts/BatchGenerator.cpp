@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t TitleWidth = 107;
 
 std::string RuleLine() {
-    return Line("Rem " + std::string(RuleWidth, '='));
+    return Line(RuleText());
 }
 
 std::string TitleLine() {

@@ -1,10 +1,6 @@
 #include "scripts/BatchText.h"
 
-#include <vector>
-
-#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
-#include "scripts/SetNames.h"
 
 namespace zarn {
 
@@ -16,8 +12,17 @@ std::string Digits(int value, std::size_t width) {
 
 }  // namespace
 
+std::string RuleText() {
+    constexpr std::size_t Signs = 73;
+    return std::string("Rem ").append(Signs, '=');
+}
+
 std::string Line(std::string text) {
     return text.append("\r\n");
+}
+
+std::string MoveLines(std::string_view from, std::string_view to) {
+    return Line("Del " + Quoted(to)) + Line("Move " + Quoted(from) + " " + Quoted(to));
 }
 
 std::string DateText(const DateTime& moment, std::string_view separator) {
@@ -33,16 +38,6 @@ std::string ClockText(const DateTime& moment, std::string_view separator, ClockD
         text.append(separator).append(Digits(moment.second, 2));
     }
     return text.append(moment.hour < 12 ? " AM" : " PM");
-}
-
-std::string PathBesideParts(std::string_view firstPart, std::string_view destinationBase,
-                            std::string_view ending) {
-    const std::vector<std::string> pieces = Split(firstPart, PartMark);
-    if (pieces.size() < 2) {
-        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
-    }
-    std::string path = FunctionPath(destinationBase).append(PartStem(pieces[0]));
-    return path.append(Replace(pieces[1], "1", "0")).append(ending);
 }
 
 }  // namespace zarn

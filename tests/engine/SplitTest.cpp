@@ -2,9 +2,7 @@
 
 #include "engine/BlockLadder.h"
 #include "engine/EngineFixture.h"
-#include "engine/PartNames.h"
 #include "engine/ProgressTexts.h"
-#include "engine/TemporaryNames.h"
 #include "support/RunProgram.h"
 #include "support/Snapshot.h"
 
@@ -103,19 +101,8 @@ TEST_P(SplitModelTest, PartsAndEventsAreThoseOfSingleBlocks) {
 
 INSTANTIATE_TEST_SUITE_P(Roads, SplitModelTest, ::testing::Range(0, 3));
 
-TEST(PartNames, TheirWidthComesFromTheTotal) {
-    EXPECT_EQ(FunctionPartNumber(7, 9999) + FunctionPartNumber(12, 9), "00071");
-    EXPECT_EQ(FunctionPartNumber(7, 10000), "");
-    EXPECT_EQ(PartPath(FunctionBasePath(R"(D:\a\data)", R"(C:\O\)"), 3, 12), R"(C:\O\data_Part03)");
+TEST(ConvertFileName, PutsTheSuffixBehindTheLastPathItem) {
     EXPECT_EQ(SplitterEngine::ConvertFileName(R"(C:\a.b\c.d)", "_x"), "c.d_x");
-}
-
-TEST(TemporaryNames, LoseTheirLastFourCharactersEverywhere) {
-    EXPECT_EQ(FunctionZipTempName(R"(C:\b\a.txt.txt)", R"(C:\T)"), R"(C:\Ta.zip)");
-    EXPECT_EQ(FunctionZipTempName("aéééé", R"(C:\T)"), R"(C:\Ta.zip)");
-    EXPECT_EQ(FunctionExeTempName(R"(C:\)", R"(C:\T)"), R"(C:\T.exe)");
-    EXPECT_EQ(FunctionFolderPlusName(R"(C:\T)", R"(C:\Ta.zip)"), R"(C:\T\Ta.zip)");
-    EXPECT_EQ(FunctionFolderPlusName(R"(C:\T\)", "a"), R"(C:\T\a)");
 }
 
 TEST(ProgressTexts, TimesHaveTwoCharactersAFieldAndNoSecondZero) {

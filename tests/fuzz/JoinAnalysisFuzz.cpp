@@ -6,6 +6,7 @@
 #include "fuzz/Fuzz.h"
 #include "join/JoinAnalysis.h"
 #include "join/JoinScript.h"
+#include "scripts/SetNames.h"
 
 namespace zarn::fuzz {
 
@@ -38,10 +39,9 @@ struct ScriptFolder : FakeFiles {
 };
 
 void CheckReport(const JoinReport& report, std::string_view scriptName) {
-    constexpr std::int32_t MostParts = 500'000;
     Require(IsGoodOriginal(report.originalName, scriptName) && !Contains(report.originalName, "\""),
             "the file's name is good");
-    Require(report.partsCount >= 1 && report.partsCount <= MostParts,
+    Require(report.partsCount >= 1 && report.partsCount <= static_cast<int>(MostParts),
             "there are parts, and no more than a script has room for");
     for (std::int32_t number = 1; number <= report.partsCount;
          number += 1 + report.partsCount / 1000) {

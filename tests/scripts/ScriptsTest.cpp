@@ -66,18 +66,6 @@ TEST_F(BatchGeneratorTest, HoursNamesAndTheSettingDecideLines) {
     }
 }
 
-TEST(ScriptNamesTest, AllZerosInTheWidthOfTheNumbers) {
-    using Case = std::tuple<const char*, const char*, const char*>;
-    for (const auto& [firstPart, base, script] :
-         {Case("Movie.avi_Part0001", "Movie.avi", "Movie.avi_Part0000.bat"),
-          Case("Disk 11_Part001", R"(\\s\h\x)", R"(\\s\h\Disk 11_Part000.bat)"),
-          Case("a_Part12.avi_Part1", R"(C:\x)", R"(C:\a_Part02.avi.bat)"),
-          Case("a_part1_Part1", R"(C:\x)", R"(C:\a_part1_Part0.bat)"),
-          Case("_Part", R"(C:\x)", R"(C:\_Part.bat)")}) {
-        EXPECT_EQ(BatchGenerator::FunctionFileBat(firstPart, base), script);
-    }
-}
-
 TEST_F(BatchGeneratorTest, EveryByteOfASfvFile) {
     EXPECT_EQ(Sfv({{"a.avi_Part01", "A1B2C3D", "1457664", "3/14/2007 9:05:01 PM"},
                    {"  ", "123456789012", "7", "date"},
