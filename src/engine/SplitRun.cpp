@@ -266,7 +266,8 @@ std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
             generator.FilesADD(name);
         }
     }
-    return generator.PrepareBat(engine_.parts_.Name(1), engine_.basePath_, {});
+    const bool deletesParts = engine_.shared_.Parameters().DeleteSplitParts() == 1;
+    return generator.FilesMakeBat(engine_.parts_.Name(1), engine_.basePath_, deletesParts);
 }
 
 // An archive in the destination folder itself stays. So does one that is all that is left of the

@@ -39,17 +39,12 @@ std::string BatchGenerator::FunctionFileBat(std::string_view firstPart,
     return PathBesideParts(firstPart, destinationBase, ScriptEnding);
 }
 
-std::unique_ptr<PendingFile> BatchGenerator::PrepareBat(std::string_view firstPart,
-                                                        std::string_view destinationBase,
-                                                        std::string_view /*crc*/) {
-    const std::string text = HeadLines() + CopyLines() + ClosingLines();
+std::unique_ptr<PendingFile> BatchGenerator::FilesMakeBat(std::string_view firstPart,
+                                                          std::string_view destinationBase,
+                                                          bool deletesParts) {
+    const std::string text = HeadLines() + CopyLines() + ClosingLines(deletesParts);
     const std::string path = FunctionFileBat(firstPart, destinationBase);
     return shared_.Platform().fileSystem->PrepareFile(path, EncodeText(text));
-}
-
-void BatchGenerator::FilesMakeBat(std::string_view firstPart, std::string_view destinationBase,
-                                  std::string_view crc) {
-    PrepareBat(firstPart, destinationBase, crc)->Commit();
 }
 
 std::string BatchGenerator::HeadLines() {
@@ -79,10 +74,10 @@ std::string BatchGenerator::CopyLines() const {
     return lines;
 }
 
-std::string BatchGenerator::ClosingLines() {
+std::string BatchGenerator::ClosingLines(bool deletesParts) const {
     std::string lines = Line("IF EXIST " + originalFile_ + " Del " + originalFile_) +
                         Line("Ren " + std::string(JoinTemporary) + " " + originalFile_);
-    if (shared_.Parameters().DeleteSplitParts() == 1) {
+    if (deletesParts) {
         lines += Line("Del " + Quoted(PartStem(Replace(originalFile_, "\"", "")) + "*"));
     }
     return lines + Line("Rem  ") + Line("Rem *===== End of Program =====* ");

@@ -39,16 +39,12 @@ class BatchGenerator {
     [[nodiscard]] static std::string FunctionFileBat(std::string_view firstPart,
                                                      std::string_view destinationBase);
 
-    /// Writes the script beside its final name, for the caller to commit. `crc` is not looked
-    /// at: the script has no place for it. Raises file errors, and subscript out of range where no
-    /// part was added or `firstPart` has no "_Part".
-    [[nodiscard]] std::unique_ptr<PendingFile> PrepareBat(std::string_view firstPart,
-                                                          std::string_view destinationBase,
-                                                          std::string_view crc);
-
-    /// Writes the script in one step.
-    void FilesMakeBat(std::string_view firstPart, std::string_view destinationBase,
-                      std::string_view crc);
+    /// Writes the script beside its final name, for the caller to commit. With
+    /// `deletesParts` the script deletes the parts at its end. Raises file errors, and subscript
+    /// out of range where no part was added or `firstPart` has no "_Part".
+    [[nodiscard]] std::unique_ptr<PendingFile> FilesMakeBat(std::string_view firstPart,
+                                                            std::string_view destinationBase,
+                                                            bool deletesParts);
 
     /// Full path of the SFV file, by the rule of `FunctionFileBat`.
     [[nodiscard]] static std::string FunctionFileSFV(std::string_view firstPart,
@@ -66,7 +62,7 @@ class BatchGenerator {
   private:
     [[nodiscard]] std::string HeadLines();
     [[nodiscard]] std::string CopyLines() const;
-    [[nodiscard]] std::string ClosingLines();
+    [[nodiscard]] std::string ClosingLines(bool deletesParts) const;
     [[nodiscard]] std::string SfvHeadLines(std::int64_t partsCount);
 
     SharedObjects& shared_;

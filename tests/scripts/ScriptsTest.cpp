@@ -16,7 +16,7 @@ class BatchGeneratorTest : public ::testing::Test {
         for (const std::string& part : parts) {
             generator.FilesADD(part);
         }
-        generator.FilesMakeBat("a_Part1", folder.Drive("a"), "CRC");
+        generator.FilesMakeBat("a_Part1", folder.Drive("a"), deletesParts)->Commit();
         return folder.Read("a_Part0.bat");
     }
 
@@ -29,11 +29,11 @@ class BatchGeneratorTest : public ::testing::Test {
     TestClock& clock = test.Clock();
     SharedObjects& shared = test.Shared();
     TestFolder folder;
+    bool deletesParts = false;
 };
 
 TEST_F(BatchGeneratorTest, EveryByteOfAScript) {
-    StoredValue one = 1;
-    shared.Parameters().DeleteSplitParts(one);
+    deletesParts = true;
     const std::string rule = "Rem " + std::string(73, '=') + "\r\n";
     EXPECT_EQ(
         Script(R"(C:\dir\Movie.avi)", {"Movie.avi_Part1", " Movie.avi_Part2 ", "Movie.avi_Part3"}),
@@ -57,7 +57,7 @@ TEST_F(BatchGeneratorTest, EveryByteOfAScript) {
             "Rem *===== End of Program =====* \r\n");
 }
 
-TEST_F(BatchGeneratorTest, HoursNamesAndTheSettingDecideLines) {
+TEST_F(BatchGeneratorTest, HoursNamesAndTheCallerDecideLines) {
     for (const int hour : {0, 12}) {
         clock.now.hour = hour;
         const std::string script = Script("50% \xC3\xA9.avi", {"50% \xC3\xA9.avi_Part1"});
