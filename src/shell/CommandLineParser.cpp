@@ -145,9 +145,9 @@ void TakeValue(const CommandLineSwitch& given, CommandLineJob& job) {
         job.partSize = PartSizeOf(given.value);
     } else if (given.key == "PN") {
         job.criterion = PartsCriterion;
-        job.count = ToInt32(NumberPrefix(given.value));
+        job.partsCount = ToInt32(NumberPrefix(given.value));
     } else if (given.key == "CL") {
-        job.level = ToInt32(NumberPrefix(given.value));
+        job.compressionLevel = ToInt32(NumberPrefix(given.value));
     } else {
         TakeFlag(given.key, job);
     }

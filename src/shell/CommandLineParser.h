@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/SplitJob.h"
 #include "platform/FileSystem.h"
 #include "settings/Files.h"
 
@@ -17,18 +18,10 @@ struct CommandLineSwitch {
     std::string value;
 };
 
-/// What the switches ask for.
-struct CommandLineJob {
-    std::string source;
-    std::string destination;  ///< ends in a backslash, or empty
-    double partSize = 0;      ///< bytes, with their fraction
-    std::string criterion;    ///< `SizeCriterion`, `PartsCriterion` or empty
-    std::int32_t count = 0;   ///< number of parts
-    bool compress = false;
-    std::int32_t level = 0;  ///< of the compression
-    bool deleteSource = false;
+/// What the switches ask for: a job, whose destination ends in a backslash or is empty, and two
+/// things that are none of the job's.
+struct CommandLineJob : SplitJob {
     bool deleteParts = false;
-    bool sfv = false;
     bool testOnly = false;
 };
 

@@ -19,8 +19,8 @@ void SetDeleteSplitParts(Parameters& parameters, std::int32_t number) {
 }
 
 void CompleteJob(CommandLineJob& job, Files& files) {
-    if (job.count > 0) {
-        job.partSize = files.FileSizeBytes(job.source) / job.count;
+    if (job.partsCount > 0) {
+        job.partSize = files.FileSizeBytes(job.source) / job.partsCount;
     }
     if (job.destination.empty()) {
         job.destination = Files::FunctionPath(job.source);
@@ -34,11 +34,11 @@ void SplitSource(CommandLineJob& job, SharedObjects& shared) {
     SplitterEvents nobodyListens;
     SplitterEngine engine(shared, progress, nobodyListens);
     const std::string input =
-        job.compress
-            ? engine.CompressSource(job.source, shared.Parameters().TemporaryFolder(), job.level)
-            : job.source;
+        job.compress ? engine.CompressSource(job.source, shared.Parameters().TemporaryFolder(),
+                                             job.compressionLevel)
+                     : job.source;
     engine.SplittFile(input, job.destination, job.partSize, job.compress, false, job.criterion,
-                      job.count, job.sfv);
+                      job.partsCount, job.sfv);
     if (job.deleteSource && !shared.Platform().endingSignals->IsHeld()) {
         engine.FlushOutput();
         engine.DeleteSource(job.source);

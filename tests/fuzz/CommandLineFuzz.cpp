@@ -20,8 +20,8 @@ using zarn::testing::ErrorOf;
 void CheckJob(const CommandLineJob& job, std::string_view line) {
     Require(!job.source.empty() && (job.destination.empty() || job.destination.ends_with('\\')),
             "a job has its paths");
-    Require(job.criterion == "Parts" ? job.count >= 2 && job.count <= 999
-                                     : std::isfinite(job.partSize) && job.level <= 9,
+    Require(job.criterion == "Parts" ? job.partsCount >= 2 && job.partsCount <= 999
+                                     : std::isfinite(job.partSize) && job.compressionLevel <= 9,
             "figures lie in their ranges");
     Require(
         (!job.deleteSource || Contains(line, "DS")) && (!job.deleteParts || Contains(line, "DP")),
@@ -72,11 +72,11 @@ void CheckViewer(unsigned flags, const std::vector<std::string>& lines) {
     Require(job.source == Trim(UpperCase(settings.source)) &&
                 job.destination == Trim(UpperCase(settings.destination)),
             "the viewer's paths come back");
-    Require(has(1) ? job.partSize == BytesOf(settings) : job.count == static_cast<int>(flags),
+    Require(has(1) ? job.partSize == BytesOf(settings) : job.partsCount == static_cast<int>(flags),
             "the viewer's size or count comes back");
     Require(job.compress == has(4) && job.sfv == has(8) && job.deleteSource == has(16) &&
                 job.deleteParts == has(32) && !job.testOnly &&
-                job.level == (has(4) ? settings.level : 0),
+                job.compressionLevel == (has(4) ? settings.level : 0),
             "the viewer's flags come back");
 }
 

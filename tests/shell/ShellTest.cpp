@@ -82,9 +82,9 @@ TEST(CommandLineParser, TakesValues) {
           Case("/PS=1MB/PN=3/PN=4", 1048576, "Parts 4")}) {
         const CommandLineJob job = TakeValues(SplitCommandLine(line));
         EXPECT_DOUBLE_EQ(job.partSize, partSize) << line;
-        EXPECT_EQ(job.criterion + " " + std::to_string(job.count), criterion) << line;
+        EXPECT_EQ(job.criterion + " " + std::to_string(job.partsCount), criterion) << line;
     }
-    EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).level, -4);
+    EXPECT_EQ(TakeValues(SplitCommandLine("/CL=-4/SFV=0")).compressionLevel, -4);
 }
 
 // A relative source is one of the folder in which the program was started.
