@@ -21,8 +21,7 @@ std::string SplitterEngine::CompressSource(const std::string& source, const std:
     archive_ = ArchivePath(source, folder);
     WriteArchive(source, level);
     // Without an archive of its own the source is the only copy of the user's bytes.
-    if (archiveFile_ && shared_.Parameters().DeleteSource() == 1 &&
-        !shared_.Platform().endingSignals->IsHeld()) {
+    if (archiveFile_ && choices_.DeletesSource() && !shared_.Platform().endingSignals->IsHeld()) {
         FlushFolderOf(archive_);
         DeleteSource(source);
     }
@@ -31,7 +30,7 @@ std::string SplitterEngine::CompressSource(const std::string& source, const std:
 
 // The system may have none to offer. The archive would then land in whatever folder is current.
 std::string SplitterEngine::TemporaryFolder() {
-    std::string folder = shared_.Parameters().TemporaryFolder();
+    std::string folder = choices_.TemporaryFolder();
     if (Trim(folder).empty()) {
         throw RuntimeError(ErrorNumber::PathNotFound);
     }
@@ -54,9 +53,8 @@ std::string SplitterEngine::ArchivePath(const std::string& source, const std::st
 }
 
 void SplitterEngine::WriteArchive(const std::string& source, std::int32_t level) {
-    Parameters& parameters = shared_.Parameters();
     Platform& platform = shared_.Platform();
-    const std::optional<std::string> password = parameters.ZipPassword();
+    const std::optional<std::string> password = choices_.ArchivePassword();
     if (!password) {
         // The user knows by this message that nothing becomes of the source.
         shared_.Messages().Error(LostPasswordText);
@@ -66,9 +64,7 @@ void SplitterEngine::WriteArchive(const std::string& source, std::int32_t level)
     ZipOrder order;
     order.archive = archive_;
     order.source = source;
-    if (parameters.CompressDestination() == 1) {
-        order.level = std::clamp(level, 0, StrongestLevel);
-    }
+    order.level = std::clamp(choices_.ArchiveLevel(level), 0, StrongestLevel);
     order.password = *password;
     ZipListener listener;
     listener.percentDone = [this, &platform](std::int32_t percent) {

@@ -1,10 +1,11 @@
-// The window: its opening and closing, its button, its countdown. The job is in FrmProgressJob.cpp,
-// what the engine tells in FrmProgressEvents.cpp.
+// The window: its opening and closing, its button, its countdown. What the job tells is in
+// FrmProgressEvents.cpp.
 
 #include "engine/FrmProgress.h"
 
 #include <QIcon>
 #include <chrono>
+#include <utility>
 
 #include "controls/QtText.h"
 #include "controls/Twips.h"
@@ -22,6 +23,20 @@ constexpr int AloneTop = 765;
 constexpr std::chrono::seconds CountdownStep(1);
 constexpr std::int16_t SecondsAfterCancel = 6;
 constexpr std::int16_t SecondsAfterRound = 5;
+
+/// Points to the runner of the job that runs, and back to that of the job around it at its end.
+class CurrentRunner {
+  public:
+    CurrentRunner(SplitRunner*& current, SplitRunner& runner)
+        : current_(current), before_(std::exchange(current, &runner)) {}
+    CurrentRunner(const CurrentRunner&) = delete;
+    CurrentRunner& operator=(const CurrentRunner&) = delete;
+    ~CurrentRunner() { current_ = before_; }
+
+  private:
+    SplitRunner*& current_;
+    SplitRunner* before_;
+};
 
 }  // namespace
 
@@ -50,6 +65,15 @@ void FrmProgress::Activated() {
     if (ui_->XP_ProgressBar1->Value() == 0) {
         OpenForm();
     }
+}
+
+void FrmProgress::OpenForm() {
+    StopRequested = false;
+    StoredChoices choices(shared_);
+    SplitRunner runner(shared_, defaultProgress_, choices, *this);
+    const CurrentRunner current(runner_, runner);
+    runner.Run(job);
+    unsetCursor();
 }
 
 void FrmProgress::CmdCancel_Click() {
@@ -94,12 +118,12 @@ void FrmProgress::ShowCancelled() {
 }
 
 bool FrmProgress::Cancelled() const {
-    return CancelPending || (engine_ != nullptr && engine_->CancelRequested());
+    return CancelPending || (runner_ != nullptr && runner_->Engine().CancelRequested());
 }
 
 void FrmProgress::RequestCancel(bool value) {
-    if (engine_ != nullptr) {
-        engine_->CancelRequested(value);
+    if (runner_ != nullptr) {
+        runner_->Engine().CancelRequested(value);
     }
 }
 

@@ -9,9 +9,7 @@
 #include "controls/JobDialog.h"
 #include "engine/FrmRemovables.h"
 #include "engine/SharedProgress.h"
-#include "engine/SplitJob.h"
-#include "engine/SplitterEngine.h"
-#include "scripts/BatchGenerator.h"
+#include "engine/SplitRunner.h"
 #include "settings/SharedObjects.h"
 
 namespace zarn {
@@ -20,8 +18,8 @@ namespace Ui {
 class FrmProgress;
 }
 
-/// The window that runs one split job and shows it: it owns the order of the stages, hears the
-/// engine's events, tells elapsed and remaining time, and closes itself after a countdown.
+/// The window that shows one split job: it hears the job's events, tells elapsed and remaining
+/// time, lets the user cancel, and closes itself after a countdown.
 ///
 /// Whenever the window comes to the front while its bar is at 0, the job starts, once more inside
 /// the one that is running.
@@ -42,25 +40,17 @@ class FrmProgress : public JobDialog, private SplitterEvents {
     SplitJob job;
     bool CancelPending = false;
 
-    /// The checksum text of a file for the SFV file. Never raises.
-    [[nodiscard]] std::string CalcCRC32(const std::string& fileName);
-
   private:
     void Activated() override;
-    [[nodiscard]] bool JobRuns() const override { return engine_ != nullptr; }
+    [[nodiscard]] bool JobRuns() const override { return runner_ != nullptr; }
     void Closing() override { timer2_.stop(); }
 
-    // The job's stages, in their order
     void OpenForm();
     void ShowPreparing();
-    void CompleteDestination();
-    void SplitSource(SplitterEngine& engine);
-    void WriteSfv(const SplitterEngine& engine);
-    void ShowSfvStage(std::int32_t parts);
-    [[nodiscard]] SfvEntry DescribePart(const SplitterEngine& engine, std::int32_t index);
-    void DeleteSource(SplitterEngine& engine);
+    void ShowSfvStage();
 
-    // What the engine tells
+    // What the job tells
+    void StageBegins(SplitStage stage) override;
     void StatusZIP(std::int32_t percent) override;
     void StartSplitt() override;
     void StatusSplitt(std::int32_t percent, std::int32_t currentPart, std::int32_t totalParts,
@@ -68,6 +58,8 @@ class FrmProgress : public JobDialog, private SplitterEvents {
     void SplitterFinish() override;
     void RemovableMedia(std::string& partPath, double& partNumber, double& totalParts,
                         double& partSize) override;
+    void StatusSFV(std::int32_t part, std::int32_t totalParts) override;
+    [[nodiscard]] bool HeardCancel() override { return CancelPending; }
     void StartCRC(const std::string& kind) override;
     void StatusCRC(std::int32_t percent, std::string& kind) override;
     void FinishCRC(const std::string& kind) override;
@@ -92,8 +84,8 @@ class FrmProgress : public JobDialog, private SplitterEvents {
     SharedProgress& defaultProgress_;
     std::unique_ptr<Ui::FrmProgress> ui_;
     FrmRemovables frmRemovables_;
-    QTimer timer2_;                     ///< the countdown
-    SplitterEngine* engine_ = nullptr;  ///< of the innermost job that runs; null without one
+    QTimer timer2_;                  ///< the countdown
+    SplitRunner* runner_ = nullptr;  ///< of the innermost job that runs; null without one
 };
 
 }  // namespace zarn

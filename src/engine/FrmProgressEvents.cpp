@@ -1,4 +1,4 @@
-// What the engine tells, and what the window makes of it.
+// What the job tells, and what the window makes of it.
 
 #include "controls/Twips.h"
 #include "engine/FrmProgress.h"
@@ -9,6 +9,7 @@ namespace zarn {
 namespace {
 
 // Twips
+constexpr int WholeWidth = 4830;
 constexpr int NearlyWholeWidth = 4710;
 constexpr int WidthBesideButton = 3540;
 constexpr int BesideBarLeft = 3734;
@@ -22,6 +23,45 @@ std::string PercentText(const char* process, std::int32_t percent) {
 }
 
 }  // namespace
+
+void FrmProgress::StageBegins(SplitStage stage) {
+    switch (stage) {
+        case SplitStage::Preparing:
+            ShowPreparing();
+            break;
+        case SplitStage::Compressing:
+            setWindowTitle(" Compressing file ...");
+            break;
+        case SplitStage::Segmenting:
+            if (job.compress) {
+                setWindowTitle(" Writing Segments ...");
+            }
+            break;
+        case SplitStage::Checksums:
+            ShowSfvStage();
+            break;
+        case SplitStage::Done:
+            SplitterFinish();
+            break;
+    }
+}
+
+void FrmProgress::ShowPreparing() {
+    ui_->lblLabel->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    ShowHeadline("Please wait while the file is being processed", Black);
+    XP_ProgressBar& bar = *ui_->XP_ProgressBar1;
+    bar.setVisible(false);
+    bar.resize(Pixels(WholeWidth), bar.height());
+    bar.Color(Green);
+    bar.Scrolling(0);
+    JobEnded = false;
+    ui_->CmdCancel->setVisible(false);
+    ui_->CmdCancel->setEnabled(true);
+    setCursor(Qt::WaitCursor);
+    CancelPending = false;
+    timer2_.stop();
+    ShowStatus("Starting Process ...");
+}
 
 void FrmProgress::StatusZIP(std::int32_t percent) {
     if (ui_->XP_ProgressBar1->isHidden()) {
@@ -97,6 +137,25 @@ void FrmProgress::RemovableMedia(std::string& partPath, double& partNumber, doub
         CancelPending = false;
         CmdCancel_Click();
     }
+}
+
+void FrmProgress::ShowSfvStage() {
+    setWindowTitle(" Writing SFV Checksum ...");
+    XP_ProgressBar& bar = *ui_->XP_ProgressBar1;
+    bar.Min(0);
+    bar.Max(runner_->Engine().ItemsFilesMatrixPath() - 1);
+    bar.Value(0);
+    bar.setVisible(true);
+    HideTimes();
+    Pump();
+    ui_->CmdCancel->setEnabled(false);
+    ShowStatus("Creating SFV Checksum file ....");
+}
+
+void FrmProgress::StatusSFV(std::int32_t part, std::int32_t totalParts) {
+    ui_->XP_ProgressBar1->Value(part);
+    ShowStatus("Processing SFV Checksum part " + std::to_string(part) + " of " +
+               std::to_string(totalParts));
 }
 
 void FrmProgress::StartCRC(const std::string& kind) {

@@ -67,14 +67,13 @@ void SplitterEngine::Run::CloseFiles() {
 // itself it is output of the job, unless it has taken the place of a deleted source.
 void SplitterEngine::Run::DiscardOutput() {
     engine_.DeleteFilesMatrix();
-    if (!order_.compressed) {
+    if (!job_.compress) {
         return;
     }
     if (platform_.endingSignals->IsHeld()) {
         engine_.DiscardArchive();
-    } else if (inputFile_ && engine_.basePath_ == order_.source &&
-               engine_.shared_.Parameters().DeleteSource() != 1) {
-        files_.FileDelete(order_.source, *inputFile_);
+    } else if (inputFile_ && engine_.basePath_ == source_ && !engine_.choices_.DeletesSource()) {
+        files_.FileDelete(source_, *inputFile_);
     }
 }
 

@@ -9,7 +9,6 @@
 #include "runtime/Text.h"
 #include "scripts/BatchGenerator.h"
 #include "scripts/SetNames.h"
-#include "settings/Parameters.h"
 
 namespace zarn {
 
@@ -24,16 +23,16 @@ double RoundedUpQuotient(double dividend, double divisor) {
 
 }  // namespace
 
-SplitterEngine::Run::Run(SplitterEngine& engine, const SplitOrder& order)
+SplitterEngine::Run::Run(SplitterEngine& engine, const std::string& source, SplitJob& job)
     : engine_(engine),
-      order_(order),
+      source_(source),
+      job_(job),
       platform_(engine.shared_.Platform()),
       files_(engine.shared_.Files()) {
 }
 
 bool SplitterEngine::Run::Execute() {
-    // Reading the setting also gives the process its priority class.
-    static_cast<void>(engine_.shared_.Parameters().PriorityProcessor());
+    engine_.choices_.SetPriority();
     engine_.parts_.Reset();
     OpenInput();
     if (Cancelled()) {
@@ -58,15 +57,15 @@ bool SplitterEngine::Run::Execute() {
 void SplitterEngine::Run::OpenInput() {
     input_ = platform_.fileSystem->MakeLargeFile();
     try {
-        input_->Open(order_.source);
+        input_->Open(source_);
         inputFile_ = input_->Identity();
     } catch (const RuntimeError& error) {
         inputError_ = error.Number();
     }
     engine_.isComplete_ = false;
     engine_.whySourceStays_ = {};
-    if (!order_.compressed) {
-        engine_.source_ = order_.source;
+    if (!job_.compress) {
+        engine_.source_ = source_;
         engine_.sourceFile_ = inputFile_;
         engine_.sourceIsDeleted_ = false;
         engine_.sourceWasTold_ = false;
@@ -74,21 +73,20 @@ void SplitterEngine::Run::OpenInput() {
 }
 
 void SplitterEngine::Run::ChooseMedia() {
-    const double size = files_.FileSizeBytes(order_.source);
-    const double freeBytes = files_.FreeBytes(order_.destination);
-    const double freeToUser = std::min(freeBytes, files_.FreeBytesOfUser(order_.destination));
-    spansMedia_ = size > freeToUser && files_.IsRemovable(order_.destination);
+    const double size = files_.FileSizeBytes(source_);
+    const double freeBytes = files_.FreeBytes(job_.destination);
+    const double freeToUser = std::min(freeBytes, files_.FreeBytesOfUser(job_.destination));
+    spansMedia_ = size > freeToUser && files_.IsRemovable(job_.destination);
     if (spansMedia_) {
-        const bool floppy =
-            order_.destination.starts_with('A') || order_.destination.starts_with('B');
-        order_.partSize = floppy ? BytesOfDiskettePart : freeToUser;
+        const bool floppy = job_.destination.starts_with('A') || job_.destination.starts_with('B');
+        job_.partSize = floppy ? BytesOfDiskettePart : freeToUser;
     }
 }
 
 void SplitterEngine::Run::StartJob() {
     engine_.cancelRequested_ = false;
     engine_.parts_.Reset();
-    engine_.basePath_ = FunctionBasePath(order_.source, order_.destination);
+    engine_.basePath_ = FunctionBasePath(source_, job_.destination);
     size_ = inputFile_ ? static_cast<double>(inputFile_->size) : 0;
     PlanParts();
     startTime_ = platform_.clock->Timer();
@@ -100,8 +98,7 @@ void SplitterEngine::Run::StartJob() {
 // Where the archive could not be written, or was replaced, no other file of its name must pass for
 // it.
 void SplitterEngine::Run::RequireInput() const {
-    if (order_.compressed && order_.source == engine_.archive_ &&
-        inputFile_ != engine_.archiveFile_) {
+    if (job_.compress && source_ == engine_.archive_ && inputFile_ != engine_.archiveFile_) {
         throw RuntimeError(ErrorNumber::FileNotFound);
     }
     if (inputError_) {
@@ -125,15 +122,15 @@ void SplitterEngine::Run::RequireShortNames() {
 }
 
 void SplitterEngine::Run::PlanParts() {
-    if (order_.criterion == SizeCriterion) {
-        totalParts_ = RoundedUpQuotient(size_, order_.partSize);
+    if (job_.criterion == SizeCriterion) {
+        totalParts_ = RoundedUpQuotient(size_, job_.partSize);
     } else {
-        totalParts_ = order_.count;
-        order_.partSize = RoundedUpQuotient(size_, totalParts_);
+        totalParts_ = job_.partsCount;
+        job_.partSize = RoundedUpQuotient(size_, totalParts_);
     }
     // A size without a whole byte would make empty parts for ever. It is refused as the zero is
     // that it amounts to.
-    const bool usable = order_.partSize >= 1 && std::isfinite(order_.partSize);
+    const bool usable = job_.partSize >= 1 && std::isfinite(job_.partSize);
     if (size_ > 0 && !usable) {
         throw RuntimeError(ErrorNumber::DivisionByZero);
     }
@@ -145,7 +142,7 @@ SplitterEngine::Run::Ending SplitterEngine::Run::WriteParts() {
         if (Cancelled()) {
             return Ending::CancelledWriting;
         }
-        const double left = std::min(size_ - writer.Done(), order_.partSize);
+        const double left = std::min(size_ - writer.Done(), job_.partSize);
         if (writer.Done() >= size_) {
             break;
         }
@@ -214,7 +211,7 @@ bool SplitterEngine::Run::AskForMedium(std::string& partPath) {
         // The user is about to take the medium out.
         engine_.FlushFolderOf(engine_.basePath_);
     }
-    engine_.RaiseRemovableMedia(partPath, partNumber_, totalParts_, order_.partSize);
+    engine_.RaiseRemovableMedia(partPath, partNumber_, totalParts_, job_.partSize);
     return !engine_.cancelRequested_;
 }
 
@@ -237,7 +234,7 @@ void SplitterEngine::Run::FinishPart(PartEnd end) {
 bool SplitterEngine::Run::Complete() {
     CloseFiles();
     const std::unique_ptr<PendingFile> script = PrepareScript();
-    const bool deleteSource = engine_.shared_.Parameters().DeleteSource() == 1;
+    const bool deleteSource = engine_.choices_.DeletesSource();
     if (deleteSource && !Cancelled()) {
         // The parts are the only copy of the user's bytes from here.
         script->Flush();
@@ -259,28 +256,28 @@ bool SplitterEngine::Run::Complete() {
 
 std::unique_ptr<PendingFile> SplitterEngine::Run::PrepareScript() {
     BatchGenerator generator(engine_.shared_);
-    generator.OriginalFile(order_.source);
+    generator.OriginalFile(source_);
     for (std::int32_t index = 1; index <= engine_.parts_.UpperBound(); ++index) {
         const std::string& name = engine_.parts_.Name(index);
         if (!Trim(name).empty()) {
             generator.FilesADD(name);
         }
     }
-    const bool deletesParts = engine_.shared_.Parameters().DeleteSplitParts() == 1;
-    return generator.FilesMakeBat(engine_.parts_.Name(1), engine_.basePath_, deletesParts);
+    return generator.FilesMakeBat(engine_.parts_.Name(1), engine_.basePath_,
+                                  engine_.choices_.DeletesParts());
 }
 
 // An archive in the destination folder itself stays. So does one that is all that is left of the
 // source.
 void SplitterEngine::Run::DeleteInput(bool deleteSource) {
-    if (!order_.compressed) {
+    if (!job_.compress) {
         if (deleteSource) {
-            engine_.DeleteSource(order_.source);
+            engine_.DeleteSource(source_);
         }
     } else if (engine_.sourceIsDeleted_ && !engine_.MayReplaceSource()) {
-        engine_.TellThatSourceStays(order_.source);
-    } else if (engine_.basePath_ != order_.source) {
-        files_.FileDelete(order_.source, *inputFile_);
+        engine_.TellThatSourceStays(source_);
+    } else if (engine_.basePath_ != source_) {
+        files_.FileDelete(source_, *inputFile_);
     }
 }
 

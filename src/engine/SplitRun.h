@@ -12,21 +12,11 @@
 
 namespace zarn {
 
-/// What one call of `SplittFile` was asked to do; see there.
-struct SplitOrder {
-    const std::string& source;
-    const std::string& destination;
-    double& partSize;
-    bool compressed;
-    const std::string& criterion;
-    std::int32_t count;
-};
-
 /// One call of `SplittFile`: its local state and its stages in their order.
 class SplitterEngine::Run {
   public:
-    /// The engine and what the order refers to must outlive this object.
-    Run(SplitterEngine& engine, const SplitOrder& order);
+    /// Cuts `source` for `job`. All arguments must outlive this object.
+    Run(SplitterEngine& engine, const std::string& source, SplitJob& job);
 
     /// The result of `SplittFile`. Raises what goes wrong and leaves all files as they are then.
     bool Execute();
@@ -68,7 +58,8 @@ class SplitterEngine::Run {
     void DiscardOutput();
 
     SplitterEngine& engine_;
-    SplitOrder order_;
+    const std::string& source_;
+    SplitJob& job_;
     Platform& platform_;
     Files& files_;
     std::unique_ptr<LargeFileAccess> input_;

@@ -29,8 +29,8 @@ std::string FolderOf(std::string_view path) {
 }  // namespace
 
 SplitterEngine::SplitterEngine(SharedObjects& shared, SharedProgress& progress,
-                               SplitterEvents& events)
-    : shared_(shared), progress_(progress), events_(events) {
+                               SplitChoices& choices, SplitterEvents& events)
+    : shared_(shared), progress_(progress), choices_(choices), events_(events) {
 }
 
 // A private folder stays if the archive in it does.
@@ -56,10 +56,8 @@ std::string SplitterEngine::ConvertFileName(std::string_view path, std::string_v
     return std::string(FunctionLastPathItem(path)).append(suffix);
 }
 
-bool SplitterEngine::SplittFile(const std::string& source, const std::string& destination,
-                                double& partSize, bool compressed, bool /*reserved*/,
-                                const std::string& criterion, std::int32_t count, bool /*sfv*/) {
-    Run run(*this, {source, destination, partSize, compressed, criterion, count});
+bool SplitterEngine::SplittFile(const std::string& source, SplitJob& job) {
+    Run run(*this, source, job);
     try {
         return run.Execute();
     } catch (const RuntimeError&) {

@@ -7,6 +7,8 @@
 
 #include "engine/PartList.h"
 #include "engine/SharedProgress.h"
+#include "engine/SplitChoices.h"
+#include "engine/SplitJob.h"
 #include "engine/SplitterEvents.h"
 #include "settings/SharedObjects.h"
 
@@ -17,7 +19,8 @@ namespace zarn {
 class SplitterEngine {
   public:
     /// All arguments must outlive this object.
-    SplitterEngine(SharedObjects& shared, SharedProgress& progress, SplitterEvents& events);
+    SplitterEngine(SharedObjects& shared, SharedProgress& progress, SplitChoices& choices,
+                   SplitterEvents& events);
     SplitterEngine(const SplitterEngine&) = delete;
     SplitterEngine& operator=(const SplitterEngine&) = delete;
     ~SplitterEngine();
@@ -44,26 +47,21 @@ class SplitterEngine {
 
     /// Turns `source` into a ZIP file and returns its path. The ZIP lies in `folder` (the temporary
     /// folder, too), or in a private folder in there if its name is taken: nothing is replaced.
-    /// `level` (0 to 9; what lies outside counts as the nearer of the two) holds if the setting
-    /// `CompressDestination` is 1; the ZIP only stores otherwise. `CompressPassword` encrypts it if
-    /// `CompressPasswordProtect` is 1; a stored password that cannot be the one that was typed is
-    /// told, and no ZIP is written. With `DeleteSource` 1 the source is deleted as soon as the
-    /// ZIP is written and on the medium. Only a signal ends it early. An archive that cannot be
+    /// The choices make of `level` the one that holds (0 to 9; what lies outside counts as the
+    /// nearer of the two), give the password, and say whether the source is deleted as soon as
+    /// the ZIP is written and on the medium. Only a signal ends it early. An archive that cannot be
     /// written is not reported: `SplittFile` then fails as on a missing file. Raises 76 if the
     /// temporary folder is missing, 48 if the ZIP library is missing, and file errors of making a
     /// private folder and of flushing the ZIP.
     [[nodiscard]] std::string CompressSource(const std::string& source, const std::string& folder,
                                              std::int32_t level);
 
-    /// Cuts `source` into parts in `destination` (which ends in a backslash). `compressed` says
-    /// that the source is an archive made for this job, to be deleted after it. The criterion
-    /// "Size" cuts by `partSize` bytes, any other text by `count`; a run by count or over
-    /// removable media writes the size that it used back to `partSize`. `reserved` and `sfv` are
-    /// not read. True after a complete run with its join script; false after a cancel or after a
+    /// Cuts `source` into parts by the fields of `job`, whose destination ends in a backslash:
+    /// with `compress` the archive that was made for it, to be deleted afterwards, else the job's
+    /// own source. A run by count or over removable media leaves the size that it used in
+    /// `partSize`. True after a complete run with its join script; false after a cancel or after a
     /// failure, which has been shown by then.
-    bool SplittFile(const std::string& source, const std::string& destination, double& partSize,
-                    bool compressed, bool reserved, const std::string& criterion,
-                    std::int32_t count, bool sfv);
+    bool SplittFile(const std::string& source, SplitJob& job);
 
     /// True for a network path, else if the unit has at least `bytes` free.
     [[nodiscard]] bool FunctionCheckSpaceOnUnit(std::int32_t bytes, std::string_view path);
@@ -104,6 +102,7 @@ class SplitterEngine {
 
     SharedObjects& shared_;
     SharedProgress& progress_;
+    SplitChoices& choices_;
     SplitterEvents& events_;
     bool cancelRequested_ = false;
     PartList parts_;

@@ -4,9 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "engine/SharedProgress.h"
-#include "engine/SplitterEngine.h"
-#include "engine/SplitterEvents.h"
+#include "engine/SplitRunner.h"
 #include "shell/CommandLineParser.h"
 
 namespace zarn {
@@ -25,25 +23,17 @@ void CompleteJob(CommandLineJob& job, Files& files) {
     if (job.destination.empty()) {
         job.destination = Files::FunctionPath(job.source);
     }
+    job.sfv = false;  // the switch is taken and means nothing
 }
 
-// The source is deleted whether or not the split went well: that is what `/DS` asks for. A signal
-// cancels that, too.
-void SplitSource(CommandLineJob& job, SharedObjects& shared) {
-    SharedProgress progress;
-    SplitterEvents nobodyListens;
-    SplitterEngine engine(shared, progress, nobodyListens);
-    const std::string input =
-        job.compress ? engine.CompressSource(job.source, shared.Parameters().TemporaryFolder(),
-                                             job.compressionLevel)
-                     : job.source;
-    engine.SplittFile(input, job.destination, job.partSize, job.compress, false, job.criterion,
-                      job.partsCount, job.sfv);
-    if (job.deleteSource && !shared.Platform().endingSignals->IsHeld()) {
-        engine.FlushOutput();
-        engine.DeleteSource(job.source);
+// `/DS` deletes the source whether or not the split went well.
+class SwitchedChoices : public StoredChoices {
+  public:
+    using StoredChoices::StoredChoices;
+    [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool /*complete*/) override {
+        return job.deleteSource;
     }
-}
+};
 
 // Puts the setting back at the end of the run, however it ends.
 class RestoredDeleteSplitParts {
@@ -71,7 +61,10 @@ void RunJob(CommandLineJob job, SharedObjects& shared) {
         return;
     }
     const RestoredDeleteSplitParts restored(parameters, remembered);
-    SplitSource(job, shared);
+    SharedProgress progress;
+    SplitterEvents nobodyListens;
+    SwitchedChoices choices(shared);
+    SplitRunner(shared, progress, choices, nobodyListens).Run(job);
 }
 
 // The source as it was typed, before the line was put into upper case.

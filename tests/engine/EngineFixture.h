@@ -35,14 +35,22 @@ class RecordingEvents : public SplitterEvents {
 class EngineTest : public ::testing::Test {
   protected:
     SplitterEngine& Engine() {
-        return engine ? *engine : engine.emplace(test.Shared(), progress, events);
+        return engine ? *engine
+                      : engine.emplace(test.Shared(), progress, choices.emplace(test.Shared()),
+                                       events);
     }
     Parameters& Settings() { return test.Settings(); }
     bool Split(double partSize, const std::string& criterion = "Size", int count = 0,
                bool compressed = false) {
-        usedPartSize = partSize;
-        return Engine().SplittFile(source, destination, usedPartSize, compressed, false, criterion,
-                                   count, false);
+        SplitJob job = {.source = source,
+                        .destination = destination,
+                        .partSize = partSize,
+                        .partsCount = count,
+                        .compress = compressed,
+                        .criterion = criterion};
+        const bool complete = Engine().SplittFile(source, job);
+        usedPartSize = job.partSize;
+        return complete;
     }
 
     TestFolder folder;
@@ -55,6 +63,7 @@ class EngineTest : public ::testing::Test {
     TestVolumes& volumes = test.Volumes();
     SharedProgress progress;
     RecordingEvents events;
+    std::optional<StoredChoices> choices;
     double usedPartSize = 0;
     std::optional<SplitterEngine> engine;
 };

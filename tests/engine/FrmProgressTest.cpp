@@ -1,5 +1,6 @@
 #include "engine/EngineFixture.h"
 #include "engine/FrmProgress.h"
+#include "scripts/FileChecksum.h"
 #include "support/forms/FormChecks.h"
 #include "support/forms/JobDialogFixture.h"
 
@@ -87,7 +88,7 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
     const std::string path = out.Drive("movie.avi_Part1");
     const std::string file = out.Read("movie.avi_Part0.sfv");
     EXPECT_TRUE(Contains(file, "  1024  " + Shared().Files().FileDate(path) + "  movie.avi_Part1"));
-    EXPECT_TRUE(Contains(file, "\nmovie.avi_Part1  " + form->CalcCRC32(path) + "\r\n"));
+    EXPECT_TRUE(Contains(file, "\nmovie.avi_Part1  " + CalcCRC32(files, path) + "\r\n"));
     Tick("Timer2");
     EXPECT_EQ(form->Countdown, 5);
     EXPECT_FALSE(form->StopRequested || Find<QLabel>("Image1").pixmap().isNull());

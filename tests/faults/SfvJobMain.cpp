@@ -3,15 +3,11 @@
 // `split` behind it that job is cancelled halfway; `SCRIPT FILE join` is a join that the user
 // cancels.
 
-#include "engine/SharedProgress.h"
-#include "engine/SplitterEngine.h"
-#include "engine/SplitterEvents.h"
+#include "engine/SplitRunner.h"
 #include "join/JoinRun.h"
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "runtime/Numbers.h"
-#include "scripts/BatchGenerator.h"
-#include "scripts/FileChecksum.h"
+#include "scripts/SetNames.h"
 #include "shell/EntryProcedure.h"
 
 namespace zarn {
@@ -22,9 +18,9 @@ struct CancelsHalfway : SplitterEvents {
     void StatusSplitt(std::int32_t percent, std::int32_t /*part*/, std::int32_t /*parts*/,
                       double /*start*/) override {
         constexpr std::int32_t Half = 50;
-        progress.StopRequested = cancels && percent >= Half;
+        runner->Engine().CancelRequested(cancels && percent >= Half);
     }
-    SharedProgress progress;
+    SplitRunner* runner = nullptr;
     bool cancels = false;
 };
 
@@ -45,29 +41,18 @@ void CancelJoin(SharedObjects& shared, const Words& words) {
 }
 
 void RunSplit(SharedObjects& shared, const Words& words) {
+    SharedProgress progress;
+    StoredChoices choices(shared);
     CancelsHalfway events;
+    SplitRunner runner(shared, progress, choices, events);
+    events.runner = &runner;
     events.cancels = words.back() == "split";
-    SplitterEngine engine(shared, events.progress, events);
-    double partSize = 0;
-    engine.SplittFile(words.at(0), words.at(1), partSize, false, false, "Parts", 3, true);
-    std::vector<SfvEntry> entries;
-    for (std::int32_t index = 1; index <= engine.ItemsFilesMatrixPath(); ++index) {
-        const std::string& path = engine.tabFilesMatrixPath(index);
-        SfvEntry& entry = entries.emplace_back();
-        if (Files& files = shared.Files(); files.FileExist(path)) {
-            entry.CRC = CalcCRC32(*shared.Platform().fileSystem, path);
-            entry.Size = NumberText(files.FileSizeBytes(path), shared.Separators());
-            entry.Date = files.FileDate(path);
-            entry.Name = engine.tabFilesMatrix(index);
-        }
-    }
-    if (!events.cancels) {
-        BatchGenerator(shared).FilesMakeSFV(entries, engine.SFVDestinationFile());
-    }
-    if (shared.Parameters().DeleteSource() == 1) {
-        engine.FlushOutput();
-        engine.DeleteSource(words[0]);
-    }
+    SplitJob job = {.source = words.at(0),
+                    .destination = words.at(1),
+                    .partsCount = 3,
+                    .sfv = true,
+                    .criterion = "Parts"};
+    runner.Run(job);
 }
 
 }  // namespace

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+
+#include "engine/SharedProgress.h"
+#include "engine/SplitChoices.h"
+#include "engine/SplitJob.h"
+#include "engine/SplitterEngine.h"
+#include "engine/SplitterEvents.h"
+#include "scripts/BatchGenerator.h"
+#include "settings/SharedObjects.h"
+
+namespace zarn {
+
+/// Runs the stages of one split job in their order, with or without a window: compress, split,
+/// write the SFV file, flush, delete the source. One object serves one job.
+///
+/// Events run where the listener is told something and around each checksum; nothing is called
+/// between two percents. A cancel is `Engine().CancelRequested(true)`, or a signal.
+class SplitRunner {
+  public:
+    /// All arguments must outlive this object.
+    SplitRunner(SharedObjects& shared, SharedProgress& progress, SplitChoices& choices,
+                SplitterEvents& events);
+
+    /// Runs the job. True if parts, script and the SFV file that it asks for are there; false after
+    /// a cancel, and after a failure, of which the user has been told by then. The source is
+    /// deleted where the choices say so, but not after a signal, and never before all that was
+    /// written is on the medium. Raises what `CompressSource`, `FilesMakeSFV` and `FlushOutput`
+    /// raise.
+    bool Run(SplitJob& job);
+
+    [[nodiscard]] SplitterEngine& Engine() { return engine_; }
+
+  private:
+    bool Split(SplitJob& job);
+    bool WriteSfv();
+    [[nodiscard]] SfvEntry DescribePart(std::int32_t index);
+    void DeleteSource(const SplitJob& job, bool complete);
+    [[nodiscard]] bool HoldsSignal();
+
+    SharedObjects& shared_;
+    SplitChoices& choices_;
+    SplitterEvents& events_;
+    SplitterEngine engine_;
+};
+
+}  // namespace zarn
