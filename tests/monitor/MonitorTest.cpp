@@ -28,23 +28,13 @@ TEST(CpuUsageTest, ReckonsTheLoadFromTheGrowthOfBothTimes) {
     }
 }
 
-TEST(CpuUsageTest, TheOtherFamilyTellsAReadyFigure) {
-    FakeFigures figures;
-    figures.load = 37;
-    const auto usage = MakeCpuUsage(figures, false);
-    usage->Initialize();
-    EXPECT_EQ(usage->Query(), 37);
-}
-
 TEST(MonitorTexts, MemoryAndPriorities) {
     EXPECT_EQ(MemoryText(std::int64_t{3} << 30U), "2097151  ") << "of 32 bits";
-    for (const auto& [value, caption, exact] :
-         {std::tuple(0.0, "Level 1 (Low)", false), std::tuple(1.0, "Level 1 (Low)", true),
-          std::tuple(1.01, "Level 2 (Normal)", false),
-          std::tuple(5.0, "Level 4 (Realtime)", false)}) {
-        EXPECT_EQ(PriorityCaption(value), caption) << value;
-        EXPECT_EQ(ExactPriorityCaption(value).value_or(""), exact ? caption : "") << value;
-    }
+    EXPECT_EQ(PriorityCaption(1), "Level 1 (Low)");
+    EXPECT_EQ(PriorityCaption(1.01), "Level 2 (Normal)");
+    EXPECT_EQ(PriorityCaption(5), "Level 4 (Realtime)");
+    EXPECT_EQ(ExactPriorityCaption(1), "Level 1 (Low)");
+    EXPECT_EQ(ExactPriorityCaption(1.01), std::nullopt);
 }
 
 }  // namespace
