@@ -1,15 +1,35 @@
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
-#include <atomic>
-#include <fstream>
-#include <thread>
+#include <cerrno>
 
-#include "platform/Kernel.h"
 #include "platform/linux/FileAttributes.h"
 #include "platform/linux/LinuxFileSystem.h"
-#include "platform/linux/Wildcard.h"
 #include "support/Prelude.h"
+
+namespace {
+
+// The errors of a volume that cannot do these two calls, which stand before the system's.
+int renameError = 0;
+int linkError = 0;
+
+}  // namespace
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+              unsigned flags) noexcept {
+    errno = renameError;
+    return errno != 0
+               ? -1
+               : static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+}
+
+int link(const char* from, const char* to) noexcept {
+    errno = linkError;
+    return errno != 0 ? -1 : linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
+}
 
 namespace zarn::testing {
 namespace {
@@ -18,10 +38,7 @@ using enum ErrorNumber;
 
 class FilesOfLinux : public ::testing::Test {
   protected:
-    void TearDown() override {
-        fs::current_path(before);
-        kernel = {};
-    }
+    void TearDown() override { fs::current_path(before); }
 
     std::optional<ErrorNumber> Move(const std::string& from, const std::string& to) {
         return ErrorOf([&] { files.MoveFile(folder.Drive(from), folder.Drive(to)); });
@@ -76,48 +93,26 @@ TEST_F(FilesOfLinux, FindsFilesByNameAndWildcard) {
          {Case("B.txt", "b.TXT"), Case("*.txt", "a.txt"), Case("?.TXT", "a.txt"),
           Case("*.*", ".dot"), Case("c*.bin", "c*.bin"), Case("C?.bin", "c*.bin"),
           Case("?.x", "\xC3\xA4.x"), Case("0.txt", {}), Case("0*", {}), Case("a?b", {}),
-          Case("a.txt\\", {}), Case("none\\*", {})}) {
+          Case("*t*t", "a.txt"), Case("a.tx", {}), Case("a.txt\\", {}), Case("none\\*", {})}) {
         EXPECT_EQ(files.FindFile(folder.Drive(pattern)), name) << pattern;
     }
     EXPECT_EQ(files.FindFile(""), std::nullopt);
 }
 
-TEST(Wildcards, MatchWholeNames) {
-    using Case = std::tuple<const char*, const char*, bool>;
-    for (const auto& [pattern, name, matches] :
-         {Case("*a*b", "xaxbxb", true), Case("*a*b", "xaxbxbc", false), Case("a?", "a", false),
-          Case("**", "", true), Case("*.*", "plain", true), Case("*.", "plain", false),
-          Case("?", "\xFF", true)}) {
-        EXPECT_EQ(Wildcard(pattern).Matches(name), matches) << pattern << " " << name;
-    }
-}
-
-// A server keeps them in an extended attribute, FAT in a byte of its own.
+// A server keeps them in an extended attribute.
 TEST_F(FilesOfLinux, ReadsAndClearsAttributes) {
-    constexpr std::uint32_t Unknown = 0x40;
     built.Write("file", "");
     const std::string path = built.System("file");
     const std::string drivePath = built.Drive("FILE");
-    for (const bool onFat : {false, true}) {
-        SCOPED_TRACE(onFat);
-        EXPECT_EQ(files.Attributes(drivePath), AttributeNormal);
-        ASSERT_EQ(chmod(path.c_str(), 0455), 0);
-        if (onFat) {
-            kernel.fatAttributes = AttributeHidden | AttributeArchive | Unknown;
-        } else {
-            ASSERT_EQ(setxattr(path.c_str(), "user.DOSATTRIB", "0x62", 5, 0), 0)
-                << "the build folder's file system has no extended attributes";
-        }
-        EXPECT_EQ(files.Attributes(drivePath),
-                  AttributeReadOnly | AttributeHidden | AttributeArchive);
-        EXPECT_EQ(files.FindFile(drivePath), std::nullopt);
-        files.SetNormalAttributes(drivePath);
-        EXPECT_EQ(files.Attributes(drivePath).value() & ~AttributeArchive,
-                  onFat ? 0U : AttributeNormal);
-        EXPECT_EQ(Rights(path), 0655U);
-        EXPECT_EQ(files.FindFile(drivePath), "file");
-    }
-    EXPECT_EQ(kernel.fatAttributes, AttributeArchive | Unknown);
+    ASSERT_EQ(chmod(path.c_str(), 0455), 0);
+    ASSERT_EQ(setxattr(path.c_str(), "user.DOSATTRIB", "0x62", 5, 0), 0)
+        << "the build folder's file system has no extended attributes";
+    EXPECT_EQ(files.Attributes(drivePath), AttributeReadOnly | AttributeHidden | AttributeArchive);
+    EXPECT_EQ(files.FindFile(drivePath), std::nullopt);
+    files.SetNormalAttributes(drivePath);
+    EXPECT_EQ(files.Attributes(drivePath), AttributeNormal);
+    EXPECT_EQ(Rights(path), 0655U);
+    EXPECT_EQ(files.FindFile(drivePath), "file");
 }
 
 TEST(SambaAttributes, AreReadInTheirTwoForms) {
@@ -137,12 +132,10 @@ TEST_F(FilesOfLinux, DeletesNamesNeverFoldersOrTargets) {
     folder.MakeFolder("sub");
     folder.Write("Target", "precious");
     fs::create_symlink("Target", folder.System("link"));
-    folder.Write("c*", "");
     folder.Write("c1", "");
-    EXPECT_TRUE(files.DeleteFile(folder.Drive("LINK")) && files.DeleteFile(folder.Drive("c*")));
-    for (const std::string& path :
-         {folder.Drive("c*"), folder.Drive("sub"), std::string("B:\\x")}) {
-        EXPECT_FALSE(files.DeleteFile(path)) << path;
+    EXPECT_TRUE(files.DeleteFile(folder.Drive("LINK")));
+    for (const char* name : {"c*", "sub", "none"}) {
+        EXPECT_FALSE(files.DeleteFile(folder.Drive(name))) << name;
     }
     EXPECT_EQ(folder.Names(), (Names{"Target", "c1", "sub"}));
 }
@@ -196,10 +189,9 @@ TEST_F(FilesOfLinux, MovesWithoutReplacing) {
 
 // Servers and FAT know no such rename, and FAT no second name of a file either.
 TEST_F(FilesOfLinux, NeverReplacesWhereTheVolumeCannotRefuseIt) {
-    using Errors = std::map<std::string, int>;
-    for (const Errors& errors : {Errors{{"renameat2", EINVAL}}, Errors{{"renameat2", ENOSYS}},
-                                 Errors{{"renameat2", EINVAL}, {"link", EPERM}}}) {
-        kernel.errors = errors;
+    for (const auto& [rename, link] : {std::pair(EINVAL, 0), {ENOSYS, 0}, {EINVAL, EPERM}}) {
+        renameError = rename;
+        linkError = link;
         folder.Write("a", "A");
         folder.Write("b", "B");
         EXPECT_EQ(Move("a", "b"), FileAlreadyExists);
@@ -208,6 +200,8 @@ TEST_F(FilesOfLinux, NeverReplacesWhereTheVolumeCannotRefuseIt) {
         EXPECT_EQ(folder.Names(), (Names{"b", "c"}));
         EXPECT_EQ(folder.Read("b") + folder.Read("c"), "BA");
         fs::remove(folder.System("c"));
+        renameError = 0;
+        linkError = 0;
     }
 }
 
@@ -225,8 +219,6 @@ TEST_F(FilesOfLinux, MakesFoldersAndEntersThem) {
 }
 
 TEST_F(FilesOfLinux, RaisesWhatTheSystemRefuses) {
-    const TestFolder memory("/dev/shm");
-    built.Write("a", "A");
     folder.Write("a", "A");
     folder.Write("b", "12345");
     folder.MakeFolder("Sub");
@@ -234,22 +226,15 @@ TEST_F(FilesOfLinux, RaisesWhatTheSystemRefuses) {
     using Case = std::pair<std::function<void()>, ErrorNumber>;
     const std::vector<Case> cases = {
         {[&] { files.MoveFile(at("a"), at("b")); }, FileAlreadyExists},
-        {[&] { files.MoveFile(at("a"), at("Sub")); }, FileAlreadyExists},
         {[&] { files.MoveFile(at("none"), at("c")); }, FileNotFound},
-        {[&] { files.MoveFile(at("Sub"), at("c")); }, FileNotFound},
         {[&] { files.MoveFile(at("a"), at("none\\a")); }, PathNotFound},
-        {[&] { files.MoveFile(built.Drive("a"), memory.Drive("a")); }, PathFileAccessError},
         {[&] { files.ReplaceFile(at("a"), at("Sub")); }, PathFileAccessError},
         {[&] { (void)files.PrepareFile(at("Sub"), "x"); }, PathFileAccessError},
-        {[&] { (void)files.PrepareFile(at("none\\x"), "x"); }, PathNotFound},
         {[&] { (void)files.ReadFile(at("b"), 4); }, DiskFull},
         {[&] { (void)files.FindFile("B:\\x"); }, BadFileNameOrNumber},
         {[&] { (void)files.ListFolder(at("b")); }, PathNotFound},
-        {[&] { (void)files.MakeUniqueFolder(at("none")); }, PathNotFound},
         {[&] { files.SetNormalAttributes(at("none")); }, FileNotFound},
-        {[&] { files.FlushVolume(at("none")); }, PathNotFound},
         {[&] { files.CreateFolder(at("sub")); }, FileAlreadyExists},
-        {[&] { files.CreateFolder("C:\\"); }, FileAlreadyExists},
         {[&] { files.CreateFolder(at("none\\x")); }, PathNotFound},
         {[&] { files.ChangeCurrentFolder(at("b")); }, PathNotFound},
     };
@@ -270,22 +255,14 @@ TEST_F(FilesOfLinux, PreparedFilesAppearWholeOrNotAtAll) {
     const auto pending = files.PrepareFile(folder.Drive("Old.txt"), bytes);
     EXPECT_EQ(folder.Read("Old.txt"), "old");
     EXPECT_EQ(folder.Names().size(), 4U);
-    kernel.errors["fsync"] = EIO;
-    EXPECT_EQ(ErrorOf([&] { pending->Flush(); }), DeviceIOError);
-    kernel = {};
     pending->Flush();
-    files.FlushVolume(folder.Drive());
-    kernel.errors["fsync"] = EINVAL;  // some have nothing to flush for a folder
     pending->Commit();
     EXPECT_TRUE(folder.Read("Old.txt") == bytes);
     EXPECT_EQ(Rights(folder.System("Old.txt")), 0640U);
     const mode_t mask = umask(027);
     const auto fresh = files.PrepareFile(folder.Drive("fresh.txt"), "1");
     EXPECT_EQ(umask(mask), 027U);
-    kernel = {};
-    fresh->Flush();
-    kernel.errors["fsync"] = EIO;
-    EXPECT_EQ(ErrorOf([&] { fresh->Commit(); }), DeviceIOError);
+    fresh->Commit();
     EXPECT_EQ(Rights(folder.System("fresh.txt")), 0640U);
     EXPECT_EQ(folder.Names(), (Names{"OLD.TXT", "Old.txt", "fresh.txt", "sub"}));
 }
@@ -310,18 +287,6 @@ TEST_F(FilesOfLinux, AsksAboutUseWithoutATrace) {
     }
     EXPECT_EQ(folder.Names(), (Names{"file", "pipe", "sub"}));
     EXPECT_EQ(folder.Read("file"), "bytes");
-    // Somebody who opens the file meanwhile ends neither the question nor the program.
-    std::atomic<bool> done = false;
-    std::thread user([&] {
-        while (!done) {
-            std::ifstream(folder.System("file")).get();
-        }
-    });
-    for (int i = 0; i < 2000; ++i) {
-        (void)files.OpensExclusively(folder.Drive("file"));
-    }
-    done = true;
-    user.join();
 }
 
 TEST_F(FilesOfLinux, KeepsTemporaryFilesFromOthers) {
