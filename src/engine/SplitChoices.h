@@ -48,15 +48,24 @@ class StoredChoices : public SplitChoices {
     /// `shared` must outlive this object.
     explicit StoredChoices(SharedObjects& shared) : shared_(shared) {}
 
-    void SetPriority() override;
-    [[nodiscard]] std::string TemporaryFolder() override;
-    [[nodiscard]] std::optional<std::string> ArchivePassword() override;
-    [[nodiscard]] std::int32_t ArchiveLevel(std::int32_t level) override;
-    [[nodiscard]] bool DeletesParts() override;
-    [[nodiscard]] bool DeletesSource() override;
-    [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool complete) override;
+    // Reading the setting gives the process its priority class.
+    void SetPriority() override { static_cast<void>(Stored().PriorityProcessor()); }
+    [[nodiscard]] std::string TemporaryFolder() override { return Stored().TemporaryFolder(); }
+    [[nodiscard]] std::optional<std::string> ArchivePassword() override {
+        return Stored().ZipPassword();
+    }
+    [[nodiscard]] std::int32_t ArchiveLevel(std::int32_t level) override {
+        return Stored().CompressDestination() == 1 ? level : 0;
+    }
+    [[nodiscard]] bool DeletesParts() override { return Stored().DeleteSplitParts() == 1; }
+    [[nodiscard]] bool DeletesSource() override { return Stored().DeleteSource() == 1; }
+    [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& /*job*/, bool /*complete*/) override {
+        return DeletesSource();
+    }
 
   private:
+    [[nodiscard]] Parameters& Stored() { return shared_.Parameters(); }
+
     SharedObjects& shared_;
 };
 
