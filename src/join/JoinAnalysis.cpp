@@ -2,14 +2,15 @@
 
 #include <utility>
 
-#include "join/JoinScript.h"
-#include "join/JoinScriptLines.h"
-#include "runtime/CodePage.h"
 #include "runtime/Product.h"
 #include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
 #include "scripts/BatchText.h"
+#include "scripts/EitherReading.h"
+#include "scripts/JoinScript.h"
+#include "scripts/JoinScriptLines.h"
 #include "scripts/SetNames.h"
+#include "scripts/TextLines.h"
 
 namespace zarn {
 
@@ -22,36 +23,16 @@ constexpr std::string_view NoFile = "***";
 
 constexpr std::int32_t NamelessParts = 1000;
 
-// What the comment lines say.
-struct Head {
-    double count = 0;
-    std::string name;
-};
-
-// Takes a line off the text; it ends in CR, LF or both.
-std::string_view CutLine(std::string_view& text) {
-    const std::size_t end = text.find_first_of("\r\n");
-    const std::string_view line = text.substr(0, end);
-    if (end == std::string_view::npos) {
-        text = {};
-    } else {
-        text.remove_prefix(text.substr(end).starts_with("\r\n") ? end + 2 : end + 1);
-    }
-    return line;
-}
-
 bool HoldsInUpperCase(std::string_view path, std::string_view what) {
     return Contains(UpperCase(path), what);
 }
 
 // Two lines with more behind them, and in the second one the mark of its kind if it has anything.
 bool HasGoodStart(std::string_view path, std::string_view text) {
-    CutLine(text);
-    if (text.empty()) {
-        return false;
-    }
-    const std::string_view second = CutLine(text);
-    if (text.empty()) {
+    TextLines lines(text);
+    static_cast<void>(lines.Next());
+    const std::string_view second = lines.Next().value_or("");
+    if (lines.AtEnd()) {
         return false;
     }
     if (Trim(second).empty()) {
@@ -64,23 +45,21 @@ bool HasGoodStart(std::string_view path, std::string_view text) {
            Contains(second, std::string(ChecksumMark).append(ProductName));
 }
 
-// The name ends the search, so that a count behind it goes unseen.
-Head ReadHead(std::string_view text) {
-    Head head;
-    while (!text.empty()) {
-        const std::string_view line = CutLine(text);
-        if (IsPartsCountLine(line)) {
-            head.count = PartsCountValue(line);
-        } else if (IsOriginalFileLine(line)) {
-            head.name = OriginalFileValue(line);
-            break;
-        }
+// What a script's text tells of its set; no file is looked at yet.
+std::variant<JoinReport, JoinRefusal> ReadReport(const std::string& fileName,
+                                                 std::string_view text) {
+    if (!HasGoodStart(fileName, text)) {
+        return CorruptedFile;
     }
-    return head;
-}
-
-std::string WithoutQuotes(std::string_view name) {
-    return std::string(Trim(Replace(name, "\"", "")));
+    const ScriptHead head = HoldsInUpperCase(fileName, ".BAT") ? ReadHead(text) : ScriptHead();
+    if (!(head.count >= 1 && head.count <= static_cast<double>(MostParts)) ||
+        !IsGoodOriginal(head.original, FunctionLastPathItem(fileName))) {
+        return NoCountOrName;
+    }
+    JoinReport report;
+    report.originalName = head.original;
+    report.partsCount = static_cast<std::int32_t>(head.count);
+    return report;
 }
 
 }  // namespace
@@ -93,32 +72,23 @@ std::variant<JoinReport, JoinRefusal> JoinAnalysis::Analyze(const std::string& f
     if (fileSystem_.FileSize(fileName) > static_cast<double>(LargestScript)) {
         return CorruptedFile;
     }
-    const std::string bytes = fileSystem_.ReadFile(fileName, LargestScript);
-    const std::string text = DecodeText(bytes);
-    if (!HasGoodStart(fileName, text)) {
-        return CorruptedFile;
+    Result result = ReadEitherWay(
+        fileSystem_.ReadFile(fileName, LargestScript),
+        [&fileName](std::string_view text) { return ReadReport(fileName, text); },
+        [&](const Result& read) { return HasFirstPart(fileName, read); });
+    if (auto* report = std::get_if<JoinReport>(&result)) {
+        LookForParts(fileName, *report);
+        report->hasSfvFile = files_.FileExist(SfvPath(fileName));
     }
-    const Head head = HoldsInUpperCase(fileName, ".BAT") ? ReadHead(text) : Head();
-    if (!(head.count >= 1 && head.count <= static_cast<double>(MostParts)) ||
-        !IsGoodOriginal(WithoutQuotes(head.name), FunctionLastPathItem(fileName))) {
-        return NoCountOrName;
-    }
-    JoinReport report;
-    report.partsCount = static_cast<std::int32_t>(head.count);
-    report.originalName = NameOnDisk(fileName, bytes, report.partsCount, WithoutQuotes(head.name));
-    LookForParts(fileName, report);
-    report.hasSfvFile = files_.FileExist(SfvPath(fileName));
-    return report;
+    return result;
 }
 
-// Names of no valid UTF-8 stand in the script as the bytes that they are.
-std::string JoinAnalysis::NameOnDisk(const std::string& fileName, std::string_view bytes,
-                                     std::int32_t count, const std::string& decodedName) {
-    if (IsUtf8(bytes) || files_.FileExist(JoinPartPath(fileName, decodedName, count, 1))) {
-        return decodedName;
-    }
-    const std::string rawName = WithoutQuotes(ReadHead(bytes).name);
-    return files_.FileExist(JoinPartPath(fileName, rawName, count, 1)) ? rawName : decodedName;
+// By its very name: another spelling may be a part of another file.
+bool JoinAnalysis::HasFirstPart(const std::string& fileName, const Result& result) {
+    const auto* report = std::get_if<JoinReport>(&result);
+    return report != nullptr && fileSystem_.FindFile(JoinPartPath(fileName, report->originalName,
+                                                                  report->partsCount, 1)) ==
+                                    JoinPartName(report->originalName, report->partsCount, 1);
 }
 
 void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report) {
@@ -143,10 +113,6 @@ void JoinAnalysis::LookForParts(const std::string& fileName, JoinReport& report)
     report.bytes *= partsPerName;
 }
 
-bool IsOriginalFileLine(std::string_view line) {
-    return line.starts_with(NameMark);
-}
-
 // To look for a missing name takes a reading of the folder, so that a thousand of them in a large
 // folder would take minutes.
 void JoinAnalysis::LearnNames(std::string_view folder) {
@@ -165,13 +131,6 @@ void JoinAnalysis::LearnNames(std::string_view folder) {
 
 bool JoinAnalysis::CannotBeThere(std::string_view path) {
     return names_ && !names_->empty() && !names_->contains(UpperCase(FunctionLastPathItem(path)));
-}
-
-std::string OriginalFileValue(std::string_view line) {
-    const std::size_t colon = line.find(':');
-    return colon == std::string_view::npos
-               ? std::string()
-               : std::string(line.substr(colon + 1, line.find(':', colon + 1) - colon - 1));
 }
 
 }  // namespace zarn

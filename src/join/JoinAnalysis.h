@@ -49,8 +49,9 @@ class JoinAnalysis {
     [[nodiscard]] std::variant<JoinReport, JoinRefusal> Analyze(const std::string& fileName);
 
   private:
-    [[nodiscard]] std::string NameOnDisk(const std::string& fileName, std::string_view bytes,
-                                         std::int32_t count, const std::string& decodedName);
+    using Result = std::variant<JoinReport, JoinRefusal>;
+
+    [[nodiscard]] bool HasFirstPart(const std::string& fileName, const Result& result);
     void LookForParts(const std::string& fileName, JoinReport& report);
     [[nodiscard]] bool CannotBeThere(std::string_view path);
     void LearnNames(std::string_view folder);
@@ -59,12 +60,5 @@ class JoinAnalysis {
     Files& files_;
     std::optional<std::unordered_set<std::string>> names_;  ///< in upper case, of the set's folder
 };
-
-// The comment line with the name: "Rem |  Original File : "Movie.avi"".
-
-[[nodiscard]] bool IsOriginalFileLine(std::string_view line);
-
-/// The text between the first and the second colon, or the line's end.
-[[nodiscard]] std::string OriginalFileValue(std::string_view line);
 
 }  // namespace zarn

@@ -12,17 +12,6 @@
 
 namespace zarn {
 
-namespace {
-
-// Two lines behind the script's last one.
-std::string WithMoveLines(const std::string& script, const std::string& from,
-                          const std::string& to) {
-    const std::string_view lineEnd = script.empty() || script.ends_with('\n') ? "" : "\r\n";
-    return script + std::string(lineEnd) + MoveLines(from, to);
-}
-
-}  // namespace
-
 JoinRun::JoinRun(SharedObjects& shared, JoinJob job)
     : shared_(shared),
       job_(std::move(job)),
@@ -44,12 +33,16 @@ void JoinRun::PrepareScript() {
     FileSystem& fileSystem = *shared_.Platform().fileSystem;
     ScriptInterpreter interpreter(fileSystem, *shared_.Platform().endingSignals);
     fileSystem.ChangeCurrentFolder(folder_);
-    // The names in the added lines are as the system has them, so those in the script have to be.
-    const std::string copy = ResultMoves() ? WithMoveLines(interpreter.TextOf(job_.joinFile),
-                                                           partsBase_, job_.joinedFile)
-                                           : fileSystem.ReadFile(job_.joinFile, LargestScript);
+    std::string copy = fileSystem.ReadFile(job_.joinFile, LargestScript);
+    std::string text = interpreter.TextOf(copy, job_.joinFile);
+    if (ResultMoves()) {
+        // The names in the added lines are as the system has them, so the others have to be.
+        const std::string_view lineEnd = text.empty() || text.ends_with('\n') ? "" : "\r\n";
+        text.append(lineEnd).append(MoveLines(partsBase_, job_.joinedFile));
+        copy = text;
+    }
     fileSystem.PrepareFile(tempScript_, copy)->Commit();
-    plan_ = interpreter.Read(tempScript_, Destination());
+    plan_ = interpreter.PlanOf(text, tempScript_, Destination());
 }
 
 // The one name outside the parts' folder that the script may use, and only where this program has

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "join/JoinScript.h"
 #include "platform/Processes.h"
+#include "scripts/JoinScript.h"
 #include "settings/SharedObjects.h"
 
 namespace zarn {

@@ -9,12 +9,26 @@
 #include <vector>
 
 #include "join/FileCopier.h"
-#include "join/JoinScript.h"
 #include "platform/FileSystem.h"
 #include "platform/Signals.h"
 #include "runtime/RuntimeError.h"
+#include "scripts/JoinScript.h"
 
 namespace zarn {
+
+enum class ScriptStatus {
+    Done = 0,
+    Failed = 1,   ///< a command failed
+    Refused = 2,  ///< no file was touched
+};
+
+struct ScriptOutcome {
+    ScriptStatus status = ScriptStatus::Done;
+    std::string message;  ///< empty after a complete run
+};
+
+/// How a message goes on that tells where a complete file was left.
+inline constexpr std::string_view CompleteFileMark = "\nThe joined file is complete: ";
 
 /// Runs a checked join script in the current folder. Parts are added to the temporary file in
 /// place. It is locked while it is built, so that no other join takes it for a left-over. Older

@@ -127,7 +127,7 @@ void JoinedFileMove::RemoveAside(const std::string& aside) {
 std::string JoinedFileMove::FreeName(const std::string& folder) {
     constexpr int Most = 9999;
     for (int number = 1; number <= Most; ++number) {
-        std::string name = folder + "Zarn-" + std::to_string(number) + ".TMP";
+        std::string name = folder + MoveTemporary(number);
         if (!fileSystem_.HasExactName(name)) {
             return name;
         }

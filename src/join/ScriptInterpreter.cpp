@@ -2,10 +2,9 @@
 
 #include <utility>
 
-#include "join/JoinScriptParser.h"
-#include "join/JoinScriptRunner.h"
-#include "runtime/CodePage.h"
 #include "runtime/Text.h"
+#include "scripts/EitherReading.h"
+#include "scripts/JoinScriptParser.h"
 
 namespace zarn {
 
@@ -20,7 +19,10 @@ ScriptOutcome Refused(const ScriptRefusal& refusal) {
 }  // namespace
 
 ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view destination) {
-    const Checked checked = Judge(script, destination);
+    fileSystem_.ChangeCurrentFolder(FunctionPath(script));
+    Checked checked =
+        Read(fileSystem_.ReadFile(script, LargestScript), script, destination).checked;
+    Judge(checked, script, destination);
     if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
         return Refused(*refusal);
     }
@@ -29,45 +31,42 @@ ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view d
         .Run();
 }
 
-std::optional<JoinScript> ScriptInterpreter::Read(std::string_view script,
-                                                  std::string_view destination) {
-    Checked checked = Judge(script, destination);
+std::string ScriptInterpreter::TextOf(std::string_view bytes, std::string_view script) {
+    return Read(bytes, script, {}).text;
+}
+
+std::optional<JoinScript> ScriptInterpreter::PlanOf(std::string_view text, std::string_view script,
+                                                    std::string_view destination) {
+    Checked checked = JoinScriptParser(FunctionLastPathItem(script), destination).Parse(text);
+    Judge(checked, script, destination);
     auto* accepted = std::get_if<JoinScript>(&checked);
     return accepted == nullptr ? std::nullopt : std::optional(std::move(*accepted));
 }
 
-std::string ScriptInterpreter::TextOf(std::string_view script) {
-    return ReadText(script, {}).text;
+ScriptInterpreter::Reading ScriptInterpreter::Read(std::string_view bytes, std::string_view script,
+                                                   std::string_view destination) {
+    return ReadEitherWay(
+        bytes,
+        [=](std::string_view text) {
+            return Reading{std::string(text),
+                           JoinScriptParser(FunctionLastPathItem(script), destination).Parse(text)};
+        },
+        [=, this](const Reading& reading) { return FindsFiles(reading.checked, script); });
 }
 
-ScriptInterpreter::Checked ScriptInterpreter::Judge(std::string_view script,
-                                                    std::string_view destination) {
-    Checked checked = ReadText(script, destination).checked;
+// Refuses what the files, and not the text, show to be wrong.
+void ScriptInterpreter::Judge(Checked& checked, std::string_view script,
+                              std::string_view destination) {
     const auto* accepted = std::get_if<JoinScript>(&checked);
-    if (accepted != nullptr && !destination.empty() && accepted->moveLine == 0) {
-        return ScriptRefusal{0, "the script moves nothing to DESTINATION"};
+    if (accepted == nullptr) {
+        return;
     }
-    if (accepted != nullptr && MovesFromElsewhere(*accepted, FunctionPath(script))) {
-        return ScriptRefusal{accepted->moveLine, "the file to be moved is in another folder"};
+    const std::size_t line = accepted->moveLine;
+    if (!destination.empty() && line == 0) {
+        checked = ScriptRefusal{0, "the script moves nothing to DESTINATION"};
+    } else if (MovesFromElsewhere(*accepted, FunctionPath(script))) {
+        checked = ScriptRefusal{line, "the file to be moved is in another folder"};
     }
-    return checked;
-}
-
-ScriptInterpreter::Reading ScriptInterpreter::ReadText(std::string_view script,
-                                                       std::string_view destination) {
-    fileSystem_.ChangeCurrentFolder(FunctionPath(script));
-    std::string bytes = fileSystem_.ReadFile(script, LargestScript);
-    const std::string_view name = FunctionLastPathItem(script);
-    const auto read = [name, destination](std::string text) -> Reading {
-        Checked checked = JoinScriptParser(name, destination).Parse(text);
-        return {std::move(text), std::move(checked)};
-    };
-    Reading decoded = read(DecodeText(bytes));
-    if (IsUtf8(bytes) || FindsFiles(decoded.checked, script)) {
-        return decoded;
-    }
-    Reading raw = read(std::move(bytes));
-    return FindsFiles(raw.checked, script) ? raw : decoded;
 }
 
 // By its very name: another spelling may be a part of another file.

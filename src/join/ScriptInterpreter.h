@@ -5,9 +5,10 @@
 #include <string_view>
 #include <variant>
 
-#include "join/JoinScript.h"
+#include "join/JoinScriptRunner.h"
 #include "platform/FileSystem.h"
 #include "platform/Signals.h"
+#include "scripts/JoinScript.h"
 
 namespace zarn {
 
@@ -21,19 +22,17 @@ class ScriptInterpreter {
     /// Runs the script at a full path, with its folder as the current one. `destination` is the
     /// one place elsewhere that it may name, and to which it must move its file then; a full path,
     /// or empty. The script (at most 16 MB) is read and checked as a whole before its first command
-    /// runs. Its text is decoded; where the
-    /// parts are there only under the bytes as they stand, names of no valid UTF-8, those are the
-    /// names. Raises file errors while it looks for the script and its folder.
+    /// runs. Raises file errors while it looks for the script and its folder.
     [[nodiscard]] ScriptOutcome Run(std::string_view script, std::string_view destination);
 
-    /// What `Run` would do; nothing for a script that is refused. Makes the script's folder the
-    /// current one. Raises file errors.
-    [[nodiscard]] std::optional<JoinScript> Read(std::string_view script,
-                                                 std::string_view destination);
+    /// The text of a script at a full path, from the bytes of its file, by `ReadEitherWay`: the
+    /// names are as the files have them. The script's folder must be the current one.
+    [[nodiscard]] std::string TextOf(std::string_view bytes, std::string_view script);
 
-    /// The script's text with the names as the files have them. Makes the script's folder the
-    /// current one. Raises file errors.
-    [[nodiscard]] std::string TextOf(std::string_view script);
+    /// What `Run` would do with a script of this text; nothing if it would be refused. The script's
+    /// folder must be the current one.
+    [[nodiscard]] std::optional<JoinScript> PlanOf(std::string_view text, std::string_view script,
+                                                   std::string_view destination);
 
   private:
     using Checked = std::variant<JoinScript, ScriptRefusal>;
@@ -42,8 +41,9 @@ class ScriptInterpreter {
         Checked checked;
     };
 
-    [[nodiscard]] Checked Judge(std::string_view script, std::string_view destination);
-    [[nodiscard]] Reading ReadText(std::string_view script, std::string_view destination);
+    [[nodiscard]] Reading Read(std::string_view bytes, std::string_view script,
+                               std::string_view destination);
+    void Judge(Checked& checked, std::string_view script, std::string_view destination);
     [[nodiscard]] bool FindsFiles(const Checked& checked, std::string_view script);
     [[nodiscard]] bool MovesFromElsewhere(const JoinScript& script, std::string_view folder);
 

@@ -26,6 +26,10 @@ std::string TemporaryName(std::string_view source, std::string_view temporaryFol
 
 }  // namespace
 
+std::string MoveTemporary(int number) {
+    return "Zarn-" + std::to_string(number) + ".TMP";
+}
+
 std::string PartStem(std::string_view original) {
     return std::string(original).append(PartMark);
 }

@@ -18,6 +18,9 @@ inline constexpr std::string_view ChecksumEnding = ".sfv";
 /// The file that a join script builds before it gets its name.
 inline constexpr std::string_view JoinTemporary = "Zarn.TMP";
 
+/// A joined file on its way to another mount; `number` finds a free name.
+[[nodiscard]] std::string MoveTemporary(int number);
+
 // ---- Parts: base path, "_Part", number. The extension of the input stays inside the name:
 // `C:\OUT\movie.avi` in twelve parts gives `C:\OUT\movie.avi_Part01` and so on.
 

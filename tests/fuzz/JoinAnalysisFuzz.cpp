@@ -5,7 +5,7 @@
 #include "fuzz/FakeMachine.h"
 #include "fuzz/Fuzz.h"
 #include "join/JoinAnalysis.h"
-#include "join/JoinScript.h"
+#include "scripts/JoinScript.h"
 #include "scripts/SetNames.h"
 
 namespace zarn::fuzz {

@@ -3,10 +3,10 @@
 #include <filesystem>
 
 #include "fuzz/Fuzz.h"
-#include "join/JoinScriptParser.h"
 #include "join/ScriptInterpreter.h"
 #include "platform/linux/LinuxSignals.h"
 #include "runtime/CodePage.h"
+#include "scripts/JoinScriptParser.h"
 #include "scripts/SetNames.h"
 #include "support/Snapshot.h"
 #include "support/TestPlatform.h"

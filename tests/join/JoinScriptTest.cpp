@@ -74,7 +74,7 @@ TEST_F(JoinScripts, KnowsTheFormsOfItsLines) {
                "Rem " + std::string(8186, 'x') + "\u00E9" +
                    "\ncopy movie.avi_part1 zarn.tmp\nren ZARN.TMP ?"),
           Case("Movie.avi", "one ",
-               "\xEF\xBB\xBF \t@ Rem\n@\n\nCLS\npause\ntitle x\necho.\nECHO on\n"
+               "\xEF\xBB\xBF \t@ Rem\n@\r\rCLS\npause\r\r\ntitle x\necho.\nECHO on\n"
                "\tCopy /Y  /b\t\"?_Part1\"  \"Zarn.TMP\" \t\r\n"
                "Ren Zarn.TMP \"?\"\x1A"),
           Case("100%PATH% \"a\" b", "unnumbered",

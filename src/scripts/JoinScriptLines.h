@@ -2,11 +2,12 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
-#include "join/JoinScript.h"
+#include "scripts/JoinScript.h"
 
 namespace zarn {
 
@@ -27,8 +28,8 @@ struct ScriptLines {
     std::size_t countLine = 0;
 };
 
-/// Cuts a script into its statements. Lines end in LF or CR LF; a code 1A at the very end is
-/// passed over. A line is blanks, at most one "@", blanks, then
+/// Cuts a script into its statements, by the lines of `TextLines`. A line is blanks, at most one
+/// "@", blanks, then
 ///
 ///     rem … | echo … | title … | pause | cls | (nothing)        which do nothing here, or
 ///     [if exist NAME] copy … | del … | ren … | move …
@@ -39,12 +40,27 @@ struct ScriptLines {
 /// with the text's length alone.
 [[nodiscard]] std::variant<ScriptLines, ScriptRefusal> ReadLines(std::string_view text);
 
+/// What the comment lines at a script's head tell of its set, whatever else is in the script.
+struct ScriptHead {
+    double count = 0;      ///< of the parts, by `PartsCountValue`; 0 if no line tells it
+    std::string original;  ///< the file that was cut, without quotes and blanks at its ends
+};
+
+/// Reads the head. The name ends it, so that a count behind the name goes unseen.
+[[nodiscard]] ScriptHead ReadHead(std::string_view text);
+
 /// True for a comment line such as "Rem |  Parts Count ..: 3".
 [[nodiscard]] bool IsPartsCountLine(std::string_view line);
 
 /// The number at the start of the text behind the first colon; 0 where there is none, infinity for
 /// one beyond a double: a count that no set has, as any other of its kind.
 [[nodiscard]] double PartsCountValue(std::string_view line);
+
+/// True for a comment line such as "Rem |  Original File : "Movie.avi"".
+[[nodiscard]] bool IsOriginalFileLine(std::string_view line);
+
+/// The text between the first and the second colon, or the line's end.
+[[nodiscard]] std::string_view OriginalFileValue(std::string_view line);
 
 /// The name that an operand stands for: all between two double quotes, further quotes included
 /// (they can be part of a name here), or a bare word. A bare word with a character that parts

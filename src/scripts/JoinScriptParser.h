@@ -6,8 +6,8 @@
 #include <string_view>
 #include <variant>
 
-#include "join/JoinScript.h"
-#include "join/JoinScriptLines.h"
+#include "scripts/JoinScript.h"
+#include "scripts/JoinScriptLines.h"
 
 namespace zarn {
 

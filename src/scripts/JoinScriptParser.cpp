@@ -1,4 +1,4 @@
-#include "join/JoinScriptParser.h"
+#include "scripts/JoinScriptParser.h"
 
 #include <algorithm>
 #include <utility>
@@ -48,6 +48,14 @@ bool CutOptions(std::string_view& text) {
 }
 
 }  // namespace
+
+const std::string& JoinScript::FirstPart() const {
+    return std::find_if(commands.begin(), commands.end(),
+                        [](const ScriptCommand& command) {
+                            return command.action == ScriptAction::MakeTemporary;
+                        })
+        ->part;
+}
 
 std::variant<JoinScript, ScriptRefusal> JoinScriptParser::Parse(std::string_view text) {
     const auto read = ReadLines(text);

@@ -1,9 +1,8 @@
-#include "join/JoinScriptLines.h"
+#include "scripts/JoinScriptLines.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <string>
 #include <utility>
 
 #include "runtime/Numbers.h"
@@ -11,13 +10,13 @@
 #include "runtime/Text.h"
 #include "scripts/BatchText.h"
 #include "scripts/SetNames.h"
+#include "scripts/TextLines.h"
 
 namespace zarn {
 
 namespace {
 
 constexpr std::size_t LongestLine = 8191;
-constexpr char EndOfFileMark = '\x1A';
 constexpr std::string_view Blanks = " \t";
 
 std::optional<ScriptVerb> VerbOf(std::string_view word) {
@@ -119,22 +118,29 @@ std::string_view AddLine(ScriptLines& lines, std::string_view line, std::size_t 
 }  // namespace
 
 std::variant<ScriptLines, ScriptRefusal> ReadLines(std::string_view text) {
-    if (text.ends_with(EndOfFileMark)) {
-        text.remove_suffix(1);
-    }
-    ScriptLines lines;
-    for (std::size_t number = 1; !text.empty(); ++number) {
-        std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        const std::string_view reason = AddLine(lines, line, number);
+    ScriptLines result;
+    TextLines lines(text);
+    while (const auto line = lines.Next()) {
+        const std::string_view reason = AddLine(result, *line, lines.Number());
         if (!reason.empty()) {
-            return ScriptRefusal{number, std::string(reason)};
+            return ScriptRefusal{lines.Number(), std::string(reason)};
         }
     }
-    return lines;
+    return result;
+}
+
+ScriptHead ReadHead(std::string_view text) {
+    ScriptHead head;
+    TextLines lines(text);
+    while (const auto line = lines.Next()) {
+        if (IsPartsCountLine(*line)) {
+            head.count = PartsCountValue(*line);
+        } else if (IsOriginalFileLine(*line)) {
+            head.original = Trim(Replace(OriginalFileValue(*line), "\"", ""));
+            break;
+        }
+    }
+    return head;
 }
 
 bool IsPartsCountLine(std::string_view line) {
@@ -151,6 +157,15 @@ double PartsCountValue(std::string_view line) {
     } catch (const RuntimeError&) {
         return std::numeric_limits<double>::infinity();
     }
+}
+
+bool IsOriginalFileLine(std::string_view line) {
+    return line.starts_with(NameMark);
+}
+
+std::string_view OriginalFileValue(std::string_view line) {
+    line.remove_prefix(std::min(line.find(':'), line.size() - 1) + 1);
+    return line.substr(0, line.find(':'));
 }
 
 std::optional<std::string_view> OperandName(std::string_view operand) {

@@ -42,20 +42,6 @@ struct JoinScript {
     [[nodiscard]] const std::string& FirstPart() const;
 };
 
-enum class ScriptStatus {
-    Done = 0,
-    Failed = 1,   ///< a command failed
-    Refused = 2,  ///< no file was touched
-};
-
-struct ScriptOutcome {
-    ScriptStatus status = ScriptStatus::Done;
-    std::string message;  ///< empty after a complete run
-};
-
-/// How a message goes on that tells where a complete file was left.
-inline constexpr std::string_view CompleteFileMark = "\nThe joined file is complete: ";
-
 /// Why a script does not run.
 struct ScriptRefusal {
     std::size_t line = 0;  ///< counted from 1; 0 where no single line is at fault
