@@ -82,23 +82,20 @@ void CheckViewer(unsigned flags, const std::vector<std::string>& lines) {
 
 }  // namespace
 
-}  // namespace zarn::fuzz
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zarn;
-    std::string_view text = fuzz::TextOf(data, size);
-    const unsigned flags = fuzz::TakeByte(text);
-    const std::vector<std::string> arguments = Split(text, "\n");
-    fuzz::FakeMachine machine;
+void RunInput(std::string_view input) {
+    const unsigned flags = TakeByte(input);
+    const std::vector<std::string> arguments = Split(input, "\n");
+    FakeMachine machine;
     machine.fileSystem.isThere = [](std::string_view path) {
         return UpperCase(path).starts_with("C:\\A") && Length(path) > 3;
     };
     const std::optional<std::string> line = CommandLineOf(arguments, machine.fileSystem);
     for (const auto& check :
-         std::vector<std::function<void()>>{[&] { fuzz::CheckLine(line.value_or(""), machine); },
-                                            [&] { fuzz::CheckViewer(flags, arguments); }}) {
-        const auto error = fuzz::ErrorOf(check);
-        fuzz::Require(!error || error == ErrorNumber::Overflow, "nothing raises but an overflow");
+         std::vector<std::function<void()>>{[&] { CheckLine(line.value_or(""), machine); },
+                                            [&] { CheckViewer(flags, arguments); }}) {
+        const auto error = ErrorOf(check);
+        Require(!error || error == ErrorNumber::Overflow, "nothing raises but an overflow");
     }
-    return 0;
 }
+
+}  // namespace zarn::fuzz

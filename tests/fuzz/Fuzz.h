@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Runs one input. Returns 0; a broken rule ends the process.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 namespace zarn::fuzz {
+
+/// What a fuzz program defines: runs one input. A broken rule ends the process.
+void RunInput(std::string_view input);
 
 /// Ends the process, with the rule on standard error, unless the rule holds.
 inline void Require(bool holds, const char* rule) {
@@ -18,17 +18,10 @@ inline void Require(bool holds, const char* rule) {
     }
 }
 
-[[nodiscard]] inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
-    return {reinterpret_cast<const char*>(data), size};
-}
-
 /// Takes the first byte off; 0 where there is none. Its bits say how the rest is to be run.
 [[nodiscard]] inline unsigned TakeByte(std::string_view& text) {
-    if (text.empty()) {
-        return 0;
-    }
-    const auto byte = static_cast<unsigned char>(text.front());
-    text.remove_prefix(1);
+    const unsigned byte = text.empty() ? 0 : static_cast<unsigned char>(text.front());
+    text.remove_prefix(text.empty() ? 0 : 1);
     return byte;
 }
 

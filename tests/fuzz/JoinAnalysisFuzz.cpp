@@ -55,22 +55,19 @@ void CheckReport(const JoinReport& report, std::string_view scriptName) {
 
 }  // namespace
 
-}  // namespace zarn::fuzz
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zarn;
+void RunInput(std::string_view input) {
     static const std::array<std::string, 4> paths = {"C:\\in\\film_Part0.bat",
                                                      "C:\\x.bat\\\u00E9.BAT",
                                                      "C:\\in\\film_Part0.sfv", "film_Part0.bat"};
-    std::string_view script = fuzz::TextOf(data, size);
-    const unsigned choice = fuzz::TakeByte(script);
+    const unsigned choice = TakeByte(input);
     const std::string& path = paths.at(choice % paths.size());
-    fuzz::ScriptFolder folder(path, script, choice / 4 % 4);
-    fuzz::FakeMachine machine;
+    ScriptFolder folder(path, input, choice / 4 % 4);
+    FakeMachine machine;
     Files files(folder, machine.drives, machine.messages, machine.separators);
     const auto result = JoinAnalysis(folder, files).Analyze(path);
     if (const auto* report = std::get_if<JoinReport>(&result)) {
-        fuzz::CheckReport(*report, FunctionLastPathItem(path));
+        CheckReport(*report, FunctionLastPathItem(path));
     }
-    return 0;
 }
+
+}  // namespace zarn::fuzz

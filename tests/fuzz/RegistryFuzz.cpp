@@ -50,18 +50,15 @@ void CheckFile(std::string_view text, const std::optional<RegistryKeys>& keys) {
 
 }  // namespace
 
-}  // namespace zarn::fuzz
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zarn;
-    const std::string_view text = fuzz::TextOf(data, size);
-    const std::optional<RegistryKeys> keys = ParseRegistry(text);
+void RunInput(std::string_view input) {
+    const std::optional<RegistryKeys> keys = ParseRegistry(input);
     if (keys) {
-        fuzz::CheckKeys(*keys, text);
+        CheckKeys(*keys, input);
     }
     // Files take their time, and what is read from them is what was checked above.
-    if (size % 32 == 0) {
-        fuzz::CheckFile(text, keys);
+    if (input.size() % 32 == 0) {
+        CheckFile(input, keys);
     }
-    return 0;
 }
+
+}  // namespace zarn::fuzz

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 
 #include "fuzz/Fuzz.h"
 
@@ -10,8 +11,8 @@ int main(int count, char** arguments) {
     for (const auto& entry : std::filesystem::directory_iterator(count > 1 ? arguments[1] : ".")) {
         static_cast<void>(std::fprintf(stderr, "%s\n", entry.path().filename().c_str()));
         std::ifstream file(entry.path(), std::ios::binary);
-        const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
-        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+        const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+        zarn::fuzz::RunInput(bytes);
         ++inputs;
     }
     zarn::fuzz::Require(inputs > 0, "a corpus holds inputs");

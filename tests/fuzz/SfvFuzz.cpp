@@ -3,19 +3,18 @@
 #include "runtime/Text.h"
 #include "scripts/SfvReader.h"
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zarn;
-    using fuzz::Require;
-    const std::string_view text = fuzz::TextOf(data, size);
-    const auto lines = ReadSfv(text);
+namespace zarn::fuzz {
+
+void RunInput(std::string_view input) {
+    const auto lines = ReadSfv(input);
     Require(lines.has_value(), "a text of this size is read");
     std::size_t last = 0;
     for (const SfvLine& line : *lines) {
-        Require(line.line > last && line.line <= size, "the lines have their order");
+        Require(line.line > last && line.line <= input.size(), "the lines have their order");
         last = line.line;
         Require(!line.name.empty() && IsUtf8(line.name), "a line has a name, a text");
         Require(line.name.find_first_of("\r\n") == std::string::npos, "a name is one line");
-        Require(Contains(text, line.rawName), "a raw name is in the file");
+        Require(Contains(input, line.rawName), "a raw name is in the file");
         Require(line.checksum.has_value() == line.problem.empty(), "a checksum or the reason");
         const std::string crc = std::to_string(line.checksum.value_or(0) % 10);
         const auto again = ReadSfv(";\n" + line.rawName + "  " + crc + "\r\n");
@@ -23,5 +22,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                     again->front().checksum.value_or(10) == line.checksum.value_or(0) % 10,
                 "what is written is read again");
     }
-    return 0;
 }
+
+}  // namespace zarn::fuzz

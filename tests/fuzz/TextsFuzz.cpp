@@ -47,7 +47,6 @@ void CheckCuts(std::string_view text, std::size_t position, std::string_view sep
     std::string joined;
     for (const std::string& piece : Split(text, separator)) {
         joined.append(piece).append(separator);
-        Require(!Contains(piece, separator), "no piece holds the separator");
     }
     Require(joined == std::string(text).append(separator), "the pieces are the text");
 }
@@ -66,10 +65,10 @@ void CheckCodePage(std::string_view text) {
 void CheckPassword(std::string_view text) {
     const std::string scrambled = CryptPass(text, true);
     const std::string back = CryptPass(scrambled, false);
-    Require(IsUtf8(scrambled) && Length(scrambled) == Length(text) &&
-                !Contains(scrambled, std::string_view("\0", 1)),
-            "a scrambled password can be stored");
-    const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) { return c > 0; });
+    Require(
+        IsUtf8(scrambled) && Length(scrambled) == Length(text) && !Contains(scrambled, {"\0", 1}),
+        "a scrambled password can be stored");
+    const bool isPlain = std::ranges::all_of(text, [](char c) { return c > 0; });
     Require(isPlain ? back == text : CryptPass(back, true) == scrambled, "a password comes back");
 }
 
@@ -81,8 +80,7 @@ double CheckReading(std::string_view text, const LocaleSeparators& separators) {
     std::string plain(Trim(text));
     // The C library knows the same numbers, and more that have other characters in them.
     if (plain.find_first_not_of("+-.0123456789eEdD") == std::string::npos) {
-        std::replace_if(
-            plain.begin(), plain.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
+        plain = Replace(UpperCase(plain), "D", "E");
         const double expected = std::strtod(plain.c_str(), nullptr);
         Require(error ? std::isinf(expected) : value == expected, "a prefix is what strtod reads");
     }
@@ -128,24 +126,21 @@ void CheckNumber(double value, const LocaleSeparators& separators) {
 
 }  // namespace
 
-}  // namespace zarn::fuzz
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zarn;
+void RunInput(std::string_view input) {
     static const std::array<LocaleSeparators, 4> locales = {LocaleSeparators{},
                                                             {.decimal = ",", .group = "."},
                                                             {.decimal = ",", .group = "\u202F"},
                                                             {.decimal = ",", .group = ""}};
-    std::string_view text = fuzz::TextOf(data, size);
-    const unsigned choice = fuzz::TakeByte(text);
-    fuzz::CheckCharacters(text);
-    fuzz::CheckCuts(text, choice % 32, text.substr(0, choice % 4));
-    fuzz::CheckCodePage(text);
-    fuzz::CheckPassword(text);
+    const unsigned choice = TakeByte(input);
+    CheckCharacters(input);
+    CheckCuts(input, choice % 32, input.substr(0, choice % 4));
+    CheckCodePage(input);
+    CheckPassword(input);
     const LocaleSeparators& separators = locales.at(choice % locales.size());
-    fuzz::CheckNumber(fuzz::CheckReading(text, separators), separators);
+    CheckNumber(CheckReading(input, separators), separators);
     std::array<char, sizeof(double)> bits{};
-    text.copy(bits.data(), bits.size());
-    fuzz::CheckNumber(std::bit_cast<double>(bits), separators);
-    return 0;
+    input.copy(bits.data(), bits.size());
+    CheckNumber(std::bit_cast<double>(bits), separators);
 }
+
+}  // namespace zarn::fuzz
