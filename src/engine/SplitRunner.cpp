@@ -25,8 +25,9 @@ bool SplitRunner::Run(SplitJob& job) {
     engine_.CancelRequested(false);
     queue.Run();
     bool complete = Split(job);
-    if (job.sfv && !engine_.CancelRequested() && !events_.HeardCancel() && !HoldsSignal()) {
-        complete = WriteSfv() && complete;
+    if (job.sfv) {
+        const bool cancelled = engine_.CancelRequested() || events_.HeardCancel() || HoldsSignal();
+        complete = !cancelled && WriteSfv() && complete;
     }
     events_.StageBegins(SplitStage::Done);
     DeleteSource(job, complete);
@@ -62,7 +63,14 @@ bool SplitRunner::WriteSfv() {
         }
     }
     BatchGenerator(shared_).FilesMakeSFV(entries, engine_.SFVDestinationFile());
-    return true;
+    return wroteSfv_ = true;
+}
+
+void SplitRunner::RemoveOutput() {
+    if (engine_.RemoveOutput() && wroteSfv_) {
+        shared_.Files().FileDelete(BatchGenerator::FunctionFileSFV(engine_.tabFilesMatrix(1),
+                                                                   engine_.SFVDestinationFile()));
+    }
 }
 
 SfvEntry SplitRunner::DescribePart(std::int32_t index) {

@@ -30,6 +30,10 @@ class SplitRunner {
     /// raise.
     bool Run(SplitJob& job);
 
+    /// Deletes all that the job has made, unless the source is deleted by now. For a caller that
+    /// leaves nothing half-made after a run without success, or one that raised.
+    void RemoveOutput();
+
     [[nodiscard]] SplitterEngine& Engine() { return engine_; }
 
   private:
@@ -43,6 +47,7 @@ class SplitRunner {
     SplitChoices& choices_;
     SplitterEvents& events_;
     SplitterEngine engine_;
+    bool wroteSfv_ = false;
 };
 
 }  // namespace zarn

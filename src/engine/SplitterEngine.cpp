@@ -5,8 +5,8 @@
 
 #include "engine/SplitRun.h"
 #include "runtime/Numbers.h"
-#include "runtime/RuntimeError.h"
 #include "runtime/Text.h"
+#include "scripts/BatchGenerator.h"
 
 namespace zarn {
 
@@ -57,10 +57,12 @@ std::string SplitterEngine::ConvertFileName(std::string_view path, std::string_v
 }
 
 bool SplitterEngine::SplittFile(const std::string& source, SplitJob& job) {
+    failure_.reset();
     Run run(*this, source, job);
     try {
         return run.Execute();
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        failure_ = error.Number();
         shared_.Messages().Error(FailureText(run.SpansMedia()));
         return false;
     }
@@ -90,6 +92,18 @@ void SplitterEngine::FlushOutput() {
     if (archiveFile_) {
         FlushFolderOf(archive_);
     }
+}
+
+bool SplitterEngine::RemoveOutput() {
+    if (sourceIsDeleted_) {
+        return false;
+    }
+    if (isComplete_) {
+        shared_.Files().FileDelete(BatchGenerator::FunctionFileBat(parts_.Name(1), basePath_));
+    }
+    DeleteFilesMatrix();
+    DiscardArchive();
+    return true;
 }
 
 void SplitterEngine::FlushFolderOf(std::string_view path) {

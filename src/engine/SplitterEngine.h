@@ -10,6 +10,7 @@
 #include "engine/SplitChoices.h"
 #include "engine/SplitJob.h"
 #include "engine/SplitterEvents.h"
+#include "runtime/RuntimeError.h"
 #include "settings/SharedObjects.h"
 
 namespace zarn {
@@ -63,6 +64,9 @@ class SplitterEngine {
     /// failure, which has been shown by then.
     bool SplittFile(const std::string& source, SplitJob& job);
 
+    /// Why the last `SplittFile` failed; nothing after a complete or cancelled one.
+    [[nodiscard]] std::optional<ErrorNumber> Failure() const { return failure_; }
+
     /// True for a network path, else if the unit has at least `bytes` free.
     [[nodiscard]] bool FunctionCheckSpaceOnUnit(std::int32_t bytes, std::string_view path);
 
@@ -75,6 +79,10 @@ class SplitterEngine {
     /// Waits until all that the job wrote is on the medium, an archive that is still there
     /// included, for a caller that deletes the source afterwards. Raises what `FlushVolume` raises.
     void FlushOutput();
+
+    /// Deletes what the job has made: its parts as far as they are the same files still, their
+    /// script and the archive. False, and nothing is deleted, once the source is.
+    bool RemoveOutput();
 
     /// Deletes the job's source if it still is the very file that the job read, unchanged since.
     /// Another file of that name stays, as does a source that could not be read, or whose parts
@@ -106,6 +114,7 @@ class SplitterEngine {
     SplitterEvents& events_;
     bool cancelRequested_ = false;
     PartList parts_;
+    std::optional<ErrorNumber> failure_;
     bool isComplete_ = false;          ///< all parts and the script are there
     std::string_view whySourceStays_;  ///< the reason for the user; empty: it may be deleted
     std::string basePath_;

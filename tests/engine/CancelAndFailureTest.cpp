@@ -120,7 +120,7 @@ TEST_F(FailureTest, WhatIsLeftStaysIfPartsHaveReplacedOneAnother) {
     EXPECT_TRUE(Split(50000.0 / 9));
     ExpectToStay("It has too many parts: some have replaced others of the same name.");
     // The source goes once the archive is on the medium.
-    engine.reset();
+    runner.reset();
     watch.log.clear();
     source = Engine().CompressSource(source, temporary.Drive(), 0);
     EXPECT_EQ(watch.log, (Names{"flush volume", "delete " + folder.Drive("movie.avi")}));
@@ -145,14 +145,6 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
     EXPECT_FALSE(Split(30000));  // cancelled behind the last part
     EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
 }
-
-struct HeldSignal : public Signals {
-    void Hold() override {}
-    bool IsHeld() override { return held; }
-    void Deliver() override {}
-
-    bool held = false;
-};
 
 // A signal removes all that the job made, the archive too, unless that is the only copy by then.
 TEST_F(FailureTest, ASignalIsACancel) {

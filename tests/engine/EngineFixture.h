@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/SplitterEngine.h"
+#include "engine/SplitRunner.h"
 #include "support/TestPlatform.h"
 
 namespace zarn::testing {
@@ -8,6 +8,14 @@ namespace zarn::testing {
 /// Keeps every event as a text, and lets a test act in it.
 class RecordingEvents : public SplitterEvents {
   public:
+    void StageBegins(SplitStage stage) override {
+        constexpr std::array StageNames = {"prepare", "compress", "split", "sums", "done"};
+        Keep(StageNames.at(static_cast<std::size_t>(stage)));
+    }
+    void StatusSFV(std::int32_t part, std::int32_t total) override {
+        Keep("sum " + std::to_string(part) + "/" + std::to_string(total));
+    }
+    bool HeardCancel() override { return heardCancel; }
     void StartSplitt() override { Keep("start"); }
     void StatusSplitt(std::int32_t percent, std::int32_t part, std::int32_t total,
                       double /*startTime*/) override {
@@ -22,6 +30,7 @@ class RecordingEvents : public SplitterEvents {
     void StatusZIP(std::int32_t percent) override { Keep("zip " + std::to_string(percent)); }
 
     Names log;
+    bool heardCancel = false;
     std::function<void(const std::string&)> then = [](const std::string& /*event*/) {};
 
   private:
@@ -31,14 +40,24 @@ class RecordingEvents : public SplitterEvents {
     }
 };
 
+struct HeldSignal : public Signals {
+    void Hold() override {}
+    bool IsHeld() override { return held; }
+    void Deliver() override {}
+
+    bool held = false;
+};
+
 /// A test replaces parts of `test.platform` before the first call of `Engine`.
 class EngineTest : public ::testing::Test {
   protected:
-    SplitterEngine& Engine() {
-        return engine ? *engine
-                      : engine.emplace(test.Shared(), progress, choices.emplace(test.Shared()),
+    /// One for all jobs of a test, or for those until `runner` is reset.
+    SplitRunner& Runner() {
+        return runner ? *runner
+                      : runner.emplace(test.Shared(), progress, choices.emplace(test.Shared()),
                                        events);
     }
+    SplitterEngine& Engine() { return Runner().Engine(); }
     Parameters& Settings() { return test.Settings(); }
     bool Split(double partSize, const std::string& criterion = "Size", int count = 0,
                bool compressed = false) {
@@ -65,7 +84,7 @@ class EngineTest : public ::testing::Test {
     RecordingEvents events;
     std::optional<StoredChoices> choices;
     double usedPartSize = 0;
-    std::optional<SplitterEngine> engine;
+    std::optional<SplitRunner> runner;
 };
 
 /// A folder, absolute for the operating system, as every volume there is: a removable medium of

@@ -150,7 +150,7 @@ class Compressing : public EngineTest {
     void Compress(const std::string& place, std::int32_t level = 5) {
         Settings().TemporaryFolder(place);
         events.log.clear();
-        engine.reset();
+        runner.reset();
         source = Engine().CompressSource(source, Settings().TemporaryFolder(), level);
     }
     bool SplitArchive(double partSize) { return Split(partSize, "Size", 0, true); }
@@ -211,7 +211,7 @@ TEST_F(Compressing, NeverReplacesItsSourceOrAnythingElse) {
         Compress(temporary.Drive(place), 0);
         EXPECT_TRUE(Passes() && source.starts_with(temporary.Drive(place))) << source;
         EXPECT_TRUE(SplitArchive(1000));
-        engine.reset();
+        runner.reset();
         EXPECT_EQ(TakeSnapshot(temporary.System()), before);
     }
     EXPECT_EQ(out.Names(), (Names{"1movie.zip_Part0.bat", "1movie.zip_Part1", "movie.zip_Part0.bat",
