@@ -13,7 +13,7 @@ class FrmMainFixture : public PageFixture<FrmMain> {
         return std::make_unique<FrmMain>(
             Shared(), Dialogs(),
             WebPages{news, support, [this](const std::string& page) { opened += page + " "; }},
-            [this] { opened += "the command line"; });
+            [this] { opened += "the command line "; });
     }
     void BringUp(FrmMain& window) override { Activate(window); }
     static void Activate(QWidget& window) {
