@@ -138,19 +138,8 @@ TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     EXPECT_FALSE(IsEnabled("OptSize"));
 }
 
-TEST_F(SplitPageDestination, StoresAnOptionAtEveryClickAndAsksForACompressionLevel) {
+TEST_F(SplitPageDestination, AsksForACompressionLevelOnceTheBoxIsTicked) {
     OpenSource(10000);
-    for (const auto& [name, stored] :
-         {std::pair("ChkSFV", static_cast<std::int16_t (Parameters::*)()>(&Parameters::SFV)),
-          {"ChkDeleteSource", &Parameters::DeleteSource},
-          {"ChkDeleteJoin", &Parameters::DeleteSplitParts},
-          {"ChkCompress", &Parameters::CompressDestination}}) {
-        for (const int value : {1, 0}) {
-            Click(name);
-            EXPECT_EQ((Settings().*stored)(), value) << name;
-        }
-    }
-    EXPECT_EQ(Told(), "");
     Settings().CompressLevel(0);
     for (const bool yes : {false, true}) {
         Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
