@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/forms/PageFixture.h"
 #include "support/forms/QuietProcesses.h"
+#include "support/forms/SplitPageFixture.h"
 #include "window/FrmMain.h"
 
 namespace zarn::testing {
@@ -19,6 +19,14 @@ class FrmMainFixture : public PageFixture<FrmMain> {
     static void Activate(QWidget& window) {
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    /// Splits a file of the test's folder into two parts.
+    void SplitFilm() {
+        Folder().Write("film.mkv", TestBytes(60'000));
+        Page().OpenSource(Folder().Drive("film.mkv"));
+        Find<ComboField>("CmbPartSize").WriteText("0.04");
+        EXPECT_EQ(RunJobs(Widget("CmdStartSplitt")), 1);
     }
 
     QuietProcesses& processes =

@@ -6,8 +6,6 @@
 
 #include "controls/HSlider.h"
 #include "support/Soon.h"
-#include "support/forms/FormChecks.h"
-#include "support/forms/SplitPageFixture.h"
 #include "window/BarButtons.h"
 #include "window/FrmContents.h"
 #include "window/FrmMainFixture.h"
@@ -53,10 +51,6 @@ class FrmMainTest : public FrmMainFixture {
     void MoveLevel(double value) {
         Find<HSlider>("Slider1").Value(value);
         emit Find<HSlider>("Slider1").Scroll();
-    }
-    void OpenFilm(std::size_t bytes) {
-        Folder().Write("film.mkv", TestBytes(bytes));
-        Page().OpenSource(Folder().Drive("film.mkv"));
     }
 };
 
@@ -118,19 +112,10 @@ TEST_F(FrmMainTest, MenuSideBarAndButtonsLeadToPagesAndWindows) {
     news.clear();
     support.clear();
     Open();
-    EXPECT_FALSE(Entry("mnuZarnNews").isEnabled() || Entry("mnuSupport").isEnabled());
-    EXPECT_FALSE(Widget("Item_SUPPORT").isEnabled());
-}
-
-TEST_F(FrmMainTest, KeysLeadToPagesAndHelp) {
-    Open();
-    QTest::keyClick(&Widget("Item_SETTINGS"), Qt::Key_Return);
-    EXPECT_EQ(Shown(), "Panel4");
-    QTest::keyClick(&Widget("Item_SPLIT"), Qt::Key_Space);
     QTest::keyClick(&Page(), Qt::Key_F1);
     EXPECT_EQ(Shown(), "help Panel1");
-    QTest::keyClick(&Page(), Qt::Key_J, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Shown() == "Panel2"; }));
+    EXPECT_FALSE(Entry("mnuZarnNews").isEnabled() || Entry("mnuSupport").isEnabled());
+    EXPECT_FALSE(Widget("Item_SUPPORT").isEnabled());
 }
 
 TEST_F(FrmMainTest, SideBarNamesItsPartsAndHostsTheMonitor) {
@@ -156,7 +141,8 @@ TEST_F(FrmMainTest, ATitleOfTheSideBarClosesItsBarAndOpensItAgain) {
     for (const auto& [act, state] :
          {Case([this] { Click("Bar_MAIN"); }, 0),
           Case([this] { QTest::keyClick(&Widget("Bar_MAIN"), Qt::Key_Enter); }, 1),
-          Case([this] { Bar().State("MAIN", 2); }, 0), Case([this] { Bar().State("MAIN", 1); }, 1),
+          Case([this] { Bar().State("MAIN", 2); }, 0),
+          Case([this] { QTest::keyClick(&Widget("Bar_MAIN"), Qt::Key_Return); }, 1),
           Case([&] { actions.doAction(actions.pressAction()); }, 0),
           Case([&] { actions.doAction(actions.setFocusAction()); }, 0)}) {
         act();
@@ -187,9 +173,12 @@ TEST_F(FrmMainTest, AsksAboutUnsavedPreferencesInTheSideBarAlone) {
 
 TEST_F(FrmMainTest, QuestionAboutTheLevelLeadsToThePreferencesAndBack) {
     Settings().CompressLevel(0);
-    Boxes().answers = {BoxAnswer::Yes};
-    Button("ChkCompress").setChecked(true);
-    EXPECT_TRUE(Widget("Slider1").isVisible());
+    Boxes().answers = {BoxAnswer::No, BoxAnswer::Yes};
+    for (const bool yes : {false, true}) {
+        Button("ChkCompress").setChecked(true);
+        EXPECT_EQ(IsChecked("ChkCompress"), yes);
+        EXPECT_EQ(Widget("Slider1").isVisible(), yes);
+    }
     MoveLevel(6);
     Page().setWindowTitle("busy");
     Button("CmdApply").click();
@@ -203,16 +192,14 @@ TEST_F(FrmMainTest, QuestionAboutTheLevelLeadsToThePreferencesAndBack) {
     EXPECT_EQ(Shown(), "Panel4");
     EXPECT_FALSE(Button("ChkCompress").isChecked());
     EXPECT_NE(LabelText("txtFileSystemDest"), "");
-    EXPECT_EQ(Boxes().shown.size(), 1U);
+    EXPECT_EQ(Boxes().shown.size(), 2U);
 }
 
 TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
     Settings().CompressPasswordProtect(1);
     Settings().CompressPassword("secret");
     for (const bool encrypted : {true, false}) {
-        OpenFilm(60'000);
-        Find<ComboField>("CmbPartSize").WriteText("0.04");
-        EXPECT_EQ(RunJobs(Widget("CmdStartSplitt")), 1);
+        SplitFilm();
         constexpr std::size_t Flags = 6;  // in the archive's first header
         const std::string part = Folder().Read(encrypted ? "film.zip_Part1" : "film.mkv_Part1");
         EXPECT_EQ((part.at(Flags) & 1) == 1 && part.starts_with("PK"), encrypted);
@@ -222,6 +209,7 @@ TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
 
 TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
     EXPECT_TRUE(Page().windowTitle().startsWith("Zarn File Splitter v"));
+    const QSignalBlocker blocker(Field("txtFileToJoin"));
     Write("txtFileToJoin", "a.bat");
     Button("CmdReset").setEnabled(true);
     Click("CmdReset");
@@ -229,10 +217,8 @@ TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
 }
 
 TEST_F(FrmMainTest, StatusLineTakesTheTextsOfTheControlsBelowTheMouse) {
-    for (const auto& [text, status] : {std::pair(" Two words", " Two words "), {"   ", "Ready "}}) {
-        Page().SetStatusText(text);
-        EXPECT_EQ(LabelText("sTBar"), status);
-    }
+    Page().SetStatusText("   ");
+    EXPECT_EQ(LabelText("sTBar"), "Ready ");
     const auto expect = [this](const char* control, const QPoint& place, const char* status) {
         QTest::mouseMove(Page().windowHandle(), Widget(control).mapTo(&Page(), place));
         EXPECT_EQ(LabelText("sTBar"), status) << control;
@@ -249,8 +235,8 @@ TEST_F(FrmMainTest, LooksAtPriorityAndSourceEachTimeItComesToTheFront) {
     Open();
     EXPECT_EQ(processes.calls, "normal normal thread 2 high ");
     EXPECT_TRUE(Find<QTimer>("Timer1").isActive());
-    OpenFilm(60'000);
     Folder().Write("film.mkv", TestBytes(20'000));
+    Page().OpenSource(Folder().Drive("film.mkv"));
     QWidget other;
     other.show();
     for (const bool isThere : {true, false}) {

@@ -45,10 +45,6 @@ class SplitPageDestination : public SplitPageFixture {
             Widget("ChkSFV").setFocus();
         }
     }
-    void Browse(double bytes) {
-        Dialogs().answers = {Hole("film.mkv", bytes)};
-        Click("CmdSourceFile");
-    }
     // The destination and its box, whether a job can start, the drive, and what is stored.
     std::string Panel() {
         const bool isTicked = IsChecked("ChkDestinationFolder");
@@ -89,7 +85,6 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
           Case(R"(HERE\nowhere)", "left", "", R"(HERE\nowhere blue; free; X:\)"),
           Case(R"(HERE\other)", "picked", "", R"(HERE\other\ black; free; HERE\other\)"),
           Case(R"(A:\)", "picked", "", R"(A:\ black; free; A:\)")}) {
-        SCOPED_TRACE(std::string(folder) + " " + how);
         Settings().DestinationFolderUseSource(1);
         Settings().DestinationFolder(R"(X:\)");
         Open();
@@ -98,7 +93,7 @@ TEST_F(SplitPageDestination, ComesInByFourWaysThatDiffer) {
         EXPECT_EQ(Panel(), R"(X:\ black; free; X:\)");
         Take(Long(folder), how);
         EXPECT_EQ(Told(), told);
-        EXPECT_EQ(Panel(), panel);
+        EXPECT_EQ(Panel(), panel) << how;
         const bool isDiskette = folder == std::string(R"(A:\)");
         EXPECT_EQ(PartSize().Text(), isDiskette ? "1.44 MB - Diskette" : "");
     }
@@ -126,36 +121,17 @@ TEST_F(SplitPageDestination, HasRoomForTheSourceInTheChosenUnit) {
 
 TEST_F(SplitPageDestination, IsLookedAtOnceAFileIsBrowsedFor) {
     Save(R"(B:\x)");
-    Browse(10000);
+    Dialogs().answers = {Hole("film.mkv", 10000), Hole("large.mkv", 2e6)};
+    Click("CmdSourceFile");
     EXPECT_EQ(Told(), "The selected destination unit is not Ready,\rplease select another.");
     EXPECT_EQ(State(), "black red ready");
     // Every folder is too small here, the saved one too: the way back to it has to end.
     Save(R"(X:\)");
     volumes->Of("X:\\") = VolumeWith(DriveType::Fixed, 1e6, 2e6);
-    Browse(2e6);
+    Click("CmdSourceFile");
     EXPECT_TRUE(Told().ends_with(TooLarge));
     EXPECT_EQ(Text("txtSourceFile"), "");
     EXPECT_FALSE(IsEnabled("OptSize"));
-}
-
-TEST_F(SplitPageDestination, AsksForACompressionLevelOnceTheBoxIsTicked) {
-    OpenSource(10000);
-    Settings().CompressLevel(0);
-    for (const bool yes : {false, true}) {
-        Boxes().answers = {yes ? BoxAnswer::Yes : BoxAnswer::No};
-        calls.clear();
-        Click("ChkCompress");
-        EXPECT_EQ(Told(),
-                  "You Compression Level is not configured, \r"
-                  "do you want to configure it now ?");
-        EXPECT_EQ(IsChecked("ChkCompress"), yes);
-        EXPECT_EQ(Settings().CompressDestination(), yes ? 1 : 0);
-        EXPECT_EQ(calls, Names(yes ? 1 : 0, "compression"));
-    }
-    // Neither a stored choice nor a reset asks.
-    Page().ResetSplitForm();
-    EXPECT_TRUE(IsChecked("ChkCompress"));
-    EXPECT_EQ(Told(), "");
 }
 
 }  // namespace

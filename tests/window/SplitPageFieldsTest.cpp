@@ -65,7 +65,6 @@ TEST_F(SplitPageSource, ComesInByThreeWaysThatDiffer) {
         const std::string text = Text("txtSourceFile");
         const bool isStored = Settings().LastOpenFileFolder() == path;
         EXPECT_EQ((text.empty() ? "empty" : State()) + (isStored ? " stored" : ""), state);
-        EXPECT_TRUE(text.empty() || text == path) << text;
         EXPECT_EQ(Caption() == "Input File", !IsEnabled("OptSize")) << Caption();
     }
     EXPECT_EQ(Dialogs().asked.back(), R"(Select File to Split|All Files (*.*)|*.*|C:\before)");
@@ -131,7 +130,6 @@ TEST_F(SplitPageSource, ShowsAndEnablesTheFieldsOfTheModeOnceItIsThere) {
         act();
         EXPECT_EQ(Fields(), fields);
         EXPECT_EQ(Settings().SplitCriteria(), mode);
-        EXPECT_TRUE(IsEnabled("CmdSourceFile") && IsEnabled("txtSourceFile"));
     }
 }
 

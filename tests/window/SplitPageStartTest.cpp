@@ -16,10 +16,6 @@ constexpr const char* NoFolder = "Destination folder is missing    ";
 
 class SplitPageStart : public SplitPageFixture {
   protected:
-    void Take(std::size_t bytes) {
-        Folder().Write("film.mkv", TestBytes(bytes));
-        Page().OpenSource(Folder().Drive("film.mkv"));
-    }
     // Presses start, whatever the page thinks of it.
     void Start() {
         Widget("CmdStartSplitt").setEnabled(true);
@@ -57,7 +53,7 @@ TEST_F(SplitPageStart, OffersAMissingFolderAndGoesOn) {
           Case(No, false, NoFolder, R"(HERE\saved\ red)", {})}) {
         Settings().DestinationFolder(Long(R"(HERE\saved\)"));
         Open();
-        Take(500'000);
+        OpenSource(500'000);
         PartSize().WriteText("0.25");
         Write("txtDestinationFolder", Long(R"(HERE\made\)"));
         if (!savedExists) {
@@ -87,7 +83,7 @@ TEST_F(SplitPageStart, EndsAtEachOfTheLastChecksAndMakesThemAll) {
         Settings().CompressLevel(Contains(missing, "level") ? 0 : 1);
         Settings().CompressDestination(1);
         Open();
-        Take(1'000'000);
+        OpenSource(1'000'000);
         Write("txtDestinationFolder", Contains(missing, "folder") ? R"(B:\x)" : Here());
         if (Contains(missing, "source")) {
             fs::remove(Folder().System("film.mkv"));
@@ -109,22 +105,17 @@ TEST_F(SplitPageStart, EndsAtEachOfTheLastChecksAndMakesThemAll) {
     EXPECT_EQ(jobs, 0);
 }
 
-// A preset's own bytes hold only while its row is selected.
 TEST_F(SplitPageStart, AJobRemembersItsSizeAndLeavesThePlainNumber) {
     Settings().ComboSize("1 MB|1048576");
-    Take(4'000'000);
+    OpenSource(4'000'000);
     Write("txtPartsNumber", "4");
-    constexpr int DisketteRow = 2;
-    PartSize().SelectRow(DisketteRow);
     using Case = std::tuple<const char*, const char*, std::size_t, const char*, const char*>;
     for (const auto& [mode, typed, bytes, text, stored] :
-         {Case("OptSize", nullptr, 1454236, "1.44 MB", "1 MB|1048576"),
-          Case("OptSize", nullptr, 1509949, "1.44 MB", "1 MB|1048576"),
+         {Case("OptSize", "1.44 MB - Diskette", 1454236, "1.44 MB", "1 MB|1048576"),
+          Case("OptSize", "1.44 MB", 1509949, "1.44 MB", "1 MB|1048576"),
           Case("OptSize", "2mb", 2097152, "2 MB", "2 MB|2097152;1 MB|1048576"),
           Case("OptParts", "0.25", 1000000, "0.25", "2 MB|2097152;1 MB|1048576")}) {
-        if (typed != nullptr) {
-            PartSize().WriteText(typed);
-        }
+        PartSize().WriteText(typed);
         Button(mode).setChecked(true);
         Start();
         EXPECT_EQ(Folder().Read("film.mkv_Part1").size(), bytes);

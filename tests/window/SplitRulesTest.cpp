@@ -57,8 +57,7 @@ TEST(PieceSizes, AJobPutsItsSizeFirstAndKeepsPlaces) {
 
 TEST(PieceSizes, TextsOfFields) {
     EXPECT_EQ(CleanedPartSize("1MB2GB3CD-R4DVD-R5Zip Drive6Diskette 3.5''"), "123456");
-    EXPECT_EQ(UpperUnitLetters("1 mb 2 Mb 3 mB 4 gb 5 Gb 6 gB m b"),
-              "1 MB 2 MB 3 MB 4 GB 5 GB 6 GB m b");
+    EXPECT_EQ(UpperUnitLetters("mb Mb mB gb Gb gB m b"), "MB MB MB GB GB GB m b");
     for (const auto& [text, count] :
          {std::pair("1.200,5", 12005), {"0,5", 0}, {"12 parts", 0}, {"1e3", 1000}}) {
         EXPECT_EQ(CountOf(CountWithoutDecimals(text), {}).value_or(0), count) << text;
@@ -118,12 +117,10 @@ TEST_F(SplitRules, AStartEndsAtItsFirstFailure) {
           Case(Size(one, "1.44"), "Size 1509949"),
           Case(Size(huge, "4.7 GB - DVD-R", GB), "Size 4702989189"),
           Case(Size(huge, "8.5 GB - DVD-R", GB), "Size 8504035246"),
-          Case(Size(huge, "4.7 GB", GB), "Size 5046586573"),
           Case(Size(large, "1.996", GB), OverSource),
           Case(Size(large, "1.99", GB), "Size 2136746230"),
           // A source too small for gigabytes is told of, then compared in megabytes.
           Case(Size(small, "1", GB), "Size 1073741824")}) {
-        EXPECT_EQ(test.boxes->shown.size(), 0U);
         const StartDecision decision = CheckStart(files, shared.Separators(), fields);
         const std::string bytes = std::to_string(static_cast<std::int64_t>(decision.pieceBytes));
         const bool goesOn = decision.kind == StartDecision::Kind::GoOn;
