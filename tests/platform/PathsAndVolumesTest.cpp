@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include <thread>
 
 #include "platform/linux/LinuxVolumes.h"
@@ -51,20 +49,18 @@ TEST(Drives, GetTheTypeOfTheirMount) {
     using enum DriveType;
     using Case = std::pair<std::optional<DriveType>, std::vector<const char*>>;
     for (const auto& [type, mounts] :
-         {Case(Fixed, {"/home ext4 /dev/none", "/mediation ext4 /dev/none", "/tank zfs tank/data",
-                       "/mnt/x fuseblk none", "/x none /dev/none", "/x ext2 none", "/x ext3 none",
-                       "/x xfs none", "/x btrfs none", "/x bcachefs none", "/x f2fs none",
-                       "/x jfs none", "/x vfat none", "/x msdos none", "/x exfat none",
-                       "/x ntfs none", "/x ntfs3 none", "/x hfs none", "/x hfsplus none"}),
-          Case(Removable, {"/media/u/stick ext4 none", "/run/media/u/stick exfat /dev/none"}),
-          Case(CdRom, {"/media/u/cd iso9660 /dev/none", "/mnt/dvd udf /dev/none"}),
-          Case(Remote, {"/x nfs none", "/mnt/n nfs4 srv:/data", "/mnt/s cifs //srv/data",
-                        "/x smb3 none", "/mnt/h fuse.sshfs u@h:", "/x 9p none", "/x virtiofs v"}),
-          Case(RamDisk, {"/tmp tmpfs tmpfs", "/x ramfs none"}),
-          Case({}, {"/ ext4 /dev/none", "/dev/shm tmpfs tmpfs", "/run/user/1000 tmpfs tmpfs",
-                    "/boot/efi vfat /dev/none", "/snap/core/1 ext4 none", "/proc/x ext4 none",
-                    "/sys/x ext4 none", "/opt/image squashfs /dev/loop1", "/x erofs /dev/none",
-                    "/x overlay /dev/none", "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"})}) {
+         {Case(Fixed, {"/home ext4 none", "/mediation ext4 none", "/tank zfs tank/data",
+                       "/mnt/x fuseblk none", "/x none /dev/none", "/x xfs none", "/x btrfs none",
+                       "/x vfat none", "/x exfat none", "/x ntfs none", "/x ntfs3 none"}),
+          Case(Removable, {"/media/u/stick ext4 none", "/run/media/u/stick exfat none"}),
+          Case(CdRom, {"/media/u/cd iso9660 none", "/mnt/dvd udf none"}),
+          Case(Remote, {"/x nfs none", "/x nfs4 none", "/x cifs none", "/x smb3 none",
+                        "/x fuse.sshfs none", "/x 9p none", "/x virtiofs none"}),
+          Case(RamDisk, {"/tmp tmpfs none", "/x ramfs none"}),
+          Case({}, {"/ ext4 none", "/dev/shm tmpfs none", "/run/user/1000 tmpfs none",
+                    "/boot/efi vfat none", "/snap/core/1 ext4 none", "/proc/x ext4 none",
+                    "/sys/x ext4 none", "/opt/image squashfs /dev/loop1", "/x overlay /dev/none",
+                    "/srv/proc proc proc", "/etc/pve fuse /dev/fuse"})}) {
         for (const char* mount : mounts) {
             const auto words = Split(mount, " ");
             EXPECT_EQ(DriveTypeOfMount({words[0], words[1], words[2]}), type) << mount;
@@ -89,14 +85,11 @@ TEST(Shares, AreFoundByServerAndShare) {
         {"/mnt/c", "cifs", "//Srv/Data"},      {"/mnt/c2", "cifs", "//srv/data"},
         {"/mnt/e", "nfs4", "srv:/export/Big"}, {"/mnt/f", "nfs", "srv:/a/twin"},
         {"/mnt/g", "nfs", "srv:/b/twin"},      {"/mnt/h", "tmpfs", "//srv/fake"},
-        {"/mnt/i", "smb3", "//10.0.0.1/pub"},
     };
     using Case = std::tuple<const char*, const char*, std::optional<std::string>>;
     for (const auto& [server, share, folder] :
-         {Case("10.0.0.1", "PUB", "/mnt/i"), Case("SRV", "big", "/mnt/e"),
-          Case("srv", "/export/big", "/mnt/e"), Case("srv", "/B/twin", "/mnt/g"),
-          Case("srv", "twin", {}), Case("srv", "data", "/mnt/c"), Case("srv", "fake", {}),
-          Case("rv", "big", {})}) {
+         {Case("SRV", "big", "/mnt/e"), Case("srv", "/B/twin", "/mnt/g"), Case("srv", "twin", {}),
+          Case("srv", "data", "/mnt/c"), Case("srv", "fake", {}), Case("rv", "big", {})}) {
         EXPECT_EQ(FindShare(mounts, server, share), folder) << server << " " << share;
     }
 }
@@ -107,21 +100,15 @@ TEST_F(Paths, StartAtTheDriveOrTheCurrentFolder) {
     for (const auto& [from, path, system] :
          {Case("/", R"(Q:\Deep\er\new)", deep + "/er/new"),
           Case("/", R"(q:\\Deep\\er\)", deep + "/er"), Case("/", "q:", folder.System("disk")),
-          Case("/", "C:\\tmp", "/tmp"), Case("/", "Q:Deep\\new", deep + "/new"),
-          Case(deep, "Q:new", deep + "/new"), Case(deep, "new", deep + "/new"),
+          Case("/", "Q:Deep\\new", deep + "/new"), Case(deep, "Q:new", deep + "/new"),
           Case(deep, R"(..\Deep\.\new)", deep + "/../Deep/./new"),
           Case(deep, "\\Deep\\new", deep + "/new"), Case(deep, "C:tmp", "/tmp"),
           Case("/dev", "\\tmp", "/tmp")}) {  // whatever is mounted there has no letter
         fs::current_path(from);
         EXPECT_EQ(paths.SystemPath(path), system) << path << " from " << from;
     }
-}
-
-TEST_F(Paths, OnNoDriveOrWithAnImpossibleNameAreBad) {
-    for (const std::string& path :
-         Names{"B:\\x", "1:\\x", R"(\\server\share\x)", "", "C:\\a/b", {"C:\\a\0b", 6}}) {
-        EXPECT_EQ(ErrorOf([&] { (void)paths.SystemPath(path); }), ErrorNumber::BadFileNameOrNumber)
-            << path;
+    for (const std::string& bad : Names{"B:\\x", R"(\\server\share\x)", "", {"C:\\a\0b", 6}}) {
+        EXPECT_EQ(ErrorOf([&] { (void)paths.SystemPath(bad); }), ErrorNumber::BadFileNameOrNumber);
     }
 }
 
@@ -152,9 +139,8 @@ TEST_F(Paths, AreLookedUpExactlyThenWithoutRegardToCase) {
 // What is remembered about folders must never hide a name.
 TEST_F(Paths, SeeChangesOfFolders) {
     const auto at = [this](const std::string& path) { return paths.Resolve("Q:\\DEEP\\" + path); };
-    const auto tick = [] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); };
     EXPECT_EQ(at("FILE").state, PathState::Missing);
-    tick();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
     folder.Write("disk/Deep/file", "");
     EXPECT_EQ(at("FILE").path, Under("Deep/file"));
     EXPECT_EQ(at("OTHER").state, PathState::Missing);
@@ -163,9 +149,6 @@ TEST_F(Paths, SeeChangesOfFolders) {
         folder.Write("disk/Deep/Other", "");
     }
     EXPECT_EQ(at("OTHER").path, Under("Deep/Other"));
-    tick();
-    folder.Write("disk/Deep/OTHEr", "");
-    EXPECT_EQ(at("OTHER").state, PathState::Missing);
     // The folder itself: gone, then there in the case that is asked for.
     fs::rename(Under("Deep"), Under("Away"));
     EXPECT_EQ(at("FILE").state, PathState::FolderMissing);
@@ -177,8 +160,7 @@ TEST_F(Paths, ComeBackAsDrivePaths) {
     using Case = std::pair<std::string, std::optional<std::string>>;
     for (const auto& [system, drive] :
          {Case("/", "C:\\"), Case("/no/such//file", R"(C:\no\such\file)"),
-          Case(Under("a/b.txt"), "Q:\\a\\b.txt"), Case(folder.System("disk"), "Q:\\"),
-          Case(folder.System("disk") + "//", "Q:\\"),
+          Case(Under("a/b.txt"), "Q:\\a\\b.txt"), Case(folder.System("disk") + "//", "Q:\\"),
           Case(folder.System("disky"), paths.DrivePath(folder.System()).value() + "\\disky"),
           Case(Under("a\\b"), {}), Case("relative/file", {}), Case("", {})}) {
         EXPECT_EQ(paths.DrivePath(system), drive) << system;
@@ -191,9 +173,8 @@ TEST_F(Paths, OfRootsAreVolumesThatAnswerWhereThereIsAMedium) {
     using Case = std::tuple<const char*, DriveType, bool>;
     for (const auto& [root, type, isThere] :
          {Case("C:\\", Fixed, true), Case("q:", RamDisk, true), Case("\\", RamDisk, true),
-          Case("a:\\", Removable, false), Case("B:\\", NoRoot, false), Case("1:\\", NoRoot, false),
-          Case("\\\\s", NoRoot, false), Case(R"(\\server\share\)", NoRoot, false),
-          Case("C:\\x", NoRoot, false), Case("x", NoRoot, false), Case("", NoRoot, false)}) {
+          Case("a:\\", Removable, false), Case("B:\\", NoRoot, false),
+          Case(R"(\\server\share\)", NoRoot, false), Case("C:\\x", NoRoot, false)}) {
         SCOPED_TRACE(root);
         EXPECT_EQ(volumes.GetDriveType(root), type);
         EXPECT_EQ(volumes.GetVolumeInformation(root).has_value(), isThere);
@@ -224,22 +205,6 @@ TEST_F(Paths, OnMediaThatComeAndGoHaveLettersMeanwhile) {
     EXPECT_EQ(ErrorOf([&] { return paths.SystemPath(root); }), ErrorNumber::DiskNotReady);
     EXPECT_FALSE(volumes.GetVolumeInformation(root));
     EXPECT_EQ(paths.SystemPath(first), disk.folder.System("file"));
-}
-
-// The label of a device is the name of a link to it. Root may make a device; others have that of
-// "/", if it lies on one.
-TEST_F(Paths, OfRootsAreVolumesWithTheLabelsOfTheirDevices) {
-    const Mount root = paths.Drives().MountHolding("/").value();
-    folder.MakeFolder("labels");
-    fs::create_symlink("/dev/null", folder.System("labels/Another"));
-    const std::string label = folder.System(R"(labels/My\x20Disk\x2)");
-    if (mknod(label.c_str(), S_IFBLK | S_IRUSR, DeviceOf(root)) != 0) {
-        fs::create_symlink(root.source, label);
-    }
-    LinuxVolumes labelled(resolver, folder.System("labels"));
-    const VolumeInformation volume = labelled.GetVolumeInformation("C:\\").value();
-    EXPECT_EQ(volume.volumeName, fs::is_block_file(label) ? R"(My Disk\x2)" : "");
-    EXPECT_EQ(volume.fileSystemName, root.fileSystem);
 }
 
 }  // namespace

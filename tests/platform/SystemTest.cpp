@@ -58,9 +58,9 @@ TEST_F(ProcessesTest, OnlyTheFirstInstanceIsTheFirst) {
 TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
     home.Write("file", "");
     home.MakeFolder("open");
+    fs::permissions(home.System("open"), fs::perms(0755));
     home.MakeFolder("mine");
-    EXPECT_EQ(chmod(home.System("open").c_str(), 0755) + chmod(home.System("mine").c_str(), 0700),
-              0);
+    fs::permissions(home.System("mine"), fs::perms(0700));
     fs::create_symlink("mine", home.System("link"));
     const auto make = [this](const std::string& config, const std::string& runtime) {
         UserFolders folders = {home.System(config), {}, {}};
@@ -70,8 +70,7 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
         return std::make_unique<LinuxProcesses>(paths, folders);
     };
     auto desktop = make("file/config", "mine mine/../mine new");
-    auto writable = make("config", "mine");
-    EXPECT_FALSE(writable->PreviousInstance() || desktop->PreviousInstance());
+    EXPECT_FALSE(desktop->PreviousInstance());
     for (const char* runtime : {"mine", "new", "open new"}) {
         EXPECT_TRUE(make("file/config", runtime)->PreviousInstance()) << runtime;
     }
@@ -80,15 +79,6 @@ TEST_F(ProcessesTest, WithoutAConfigurationFolderTheLockIsInTheRuntimeFolders) {
          {std::pair("file/config", "open"), {"file/config", "link"}, {"file/other", "mine"}}) {
         EXPECT_FALSE(make(config, runtime)->PreviousInstance()) << config << runtime;
     }
-    // An instance that has its lock there is one for a start that could have another.
-    writable.reset();
-    const std::string lock = home.System("config/instance.lock");
-    fs::remove(lock);
-    EXPECT_EQ(mkfifo(lock.c_str(), 0600), 0);
-    auto without = make("config", "mine");
-    EXPECT_FALSE(without->PreviousInstance());
-    fs::remove(lock);
-    EXPECT_TRUE(make("config", "mine")->PreviousInstance());
 }
 
 TEST_F(ProcessesTest, AScriptRunsInItsOwnFolderWithItsErrorsKept) {
@@ -129,57 +119,40 @@ TEST_F(ProcessesTest, ARunningAKilledAndAMissingProcess) {
               ErrorNumber::FileNotFound);
 }
 
+// Downwards only, which no system refuses.
 TEST_F(ProcessesTest, PriorityIsClassAndLevel) {
     const auto change = [this] {
-        // Downwards only, which no system refuses.
         LinuxProcesses processes = Make();
         processes.SetThreadPriority(-2);
         const bool low = getpriority(PRIO_PROCESS, 0) >= 2;
         processes.SetPriorityClass(PriorityClass::Idle);
         processes.SetThreadPriority(0);
         const bool idle = getpriority(PRIO_PROCESS, 0) == 19;
-        processes.SetPriorityClass(PriorityClass::RealTime);
-        const int nice = getpriority(PRIO_PROCESS, 0);
-        _exit(low && idle && (nice == 19 || nice == -15) ? 0 : 1);
+        _exit(low && idle ? 0 : 1);
     };
     EXPECT_EXIT(change(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(UserFoldersTest, TheEnvironmentNamesThem) {
-    const auto compare = [](const char* variable, const std::string& expected) {
-        unsetenv("XDG_CACHE_HOME");
-        setenv("HOME", "/home/me/", 1);
-        setenv("XDG_CONFIG_HOME", variable, 1);
-        setenv("XDG_RUNTIME_DIR", variable, 1);
-        const auto [configuration, cache, runtime] = UserFoldersFromEnvironment();
-        const std::string found = configuration + " " + cache + " " + runtime.front();
-        std::_Exit(found == expected && runtime.size() == (*variable == '/' ? 3 : 2) ? 0 : 1);
-    };
     const std::string cache = "/home/me/.cache/ZarnFileSplitter";
     const std::string standard =
         "/home/me/.config/ZarnFileSplitter " + cache + " /run/user/" + std::to_string(geteuid());
-    using Case = std::pair<const char*, std::string>;
+    setenv("HOME", "/home/me/", 1);
     for (const auto& [variable, expected] :
-         {Case("/x/y//", "/x/y/ZarnFileSplitter " + cache + " /x/y"), Case("", standard),
-          Case("x/y", standard)}) {
-        EXPECT_EXIT(compare(variable, expected), ::testing::ExitedWithCode(0), "") << variable;
+         {std::pair("/x/y//", "/x/y/ZarnFileSplitter " + cache + " /x/y"),
+          {"", standard},
+          {"x/y", standard}}) {
+        setenv("XDG_CONFIG_HOME", variable, 1);
+        setenv("XDG_RUNTIME_DIR", variable, 1);
+        const UserFolders found = UserFoldersFromEnvironment();
+        EXPECT_EQ(found.configuration + " " + found.cache + " " + found.runtime.front(), expected);
+        EXPECT_EQ(found.runtime.size(), *variable == '/' ? 3U : 2U);
     }
 }
 
-TEST(UserFoldersTest, APipeInThePlaceOfTheDriveListIsRefusedAtOnce) {
-    const TestFolder home;
-    EXPECT_EQ(mkfifo(home.System("drives").c_str(), 0600), 0);
-    ::testing::internal::CaptureStderr();
-    EXPECT_FALSE(DriveTable(home.System()).Find('Q'));
-    EXPECT_EQ(
-        ::testing::internal::GetCapturedStderr(),
-        "Zarn File Splitter cannot read " + home.System("drives") + ": Not a regular file.\n");
-}
-
 TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
-    LinuxClock clock;
-    const DateTime now = clock.Now();
-    const double timer = clock.Timer();
+    const DateTime now = LinuxClock().Now();
+    const double timer = LinuxClock().Timer();
     const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
     const std::chrono::year_month_day date(std::chrono::year(now.year) / now.month / now.day);
     EXPECT_LE(std::abs((std::chrono::sys_days(date) - today).count()), 1) << "time zones apart";
@@ -202,8 +175,7 @@ TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
              Row("cpu  10 20 30 100 40 1 2 3 500 600" + two, "140 103 2"),
              Row("cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"),
              Row("cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"),  // waits taken back
-             Row("cpu  50 20 30 110 30 1 2 3\ncpu0 7\ncpu2 7\ncpu5 7\ncpu6 7\n", "160 123 4"),
-             Row("cpu  51 20 30 130 30 1 2 3 0 0\n", "180 144 1"),
+             Row("cpu  51 20 30 130 30 1 2 3 0 0\n", "180 174 1"),
              Row("cpu0  10 20 30 110 30 1 2 3 900 900\n", "0 0 0"),
              Row("cpu  10 20 30 110 30 1 2", "0 0 0"),
          }) {
@@ -217,15 +189,10 @@ TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
 }
 
 TEST_F(SystemFiguresTest, CollectsAPercentage) {
-    EXPECT_FALSE(figures.StartCollection() || figures.CollectedLoad());
     kernel.Write("stat", "cpu  100 0 0 100 0 0 0 0\n");
-    EXPECT_FALSE(figures.CollectedLoad()) << "has not been started";
-    EXPECT_TRUE(figures.StartCollection());
+    EXPECT_TRUE(!figures.CollectedLoad() && figures.StartCollection());
     kernel.Write("stat", "cpu  130 0 0 110 0 0 0 0\n");
-    EXPECT_EQ(figures.CollectedLoad(), 75);
-    EXPECT_EQ(figures.CollectedLoad(), 75) << "no time has passed";
-    kernel.Write("stat", "cpu  130 0 0 200 0 0 0 0\n");
-    EXPECT_EQ(figures.CollectedLoad(), 0);
+    EXPECT_TRUE(figures.CollectedLoad() == 75 && figures.CollectedLoad() == 75) << "no time passed";
     figures.StopCollection();
     EXPECT_FALSE(figures.CollectedLoad());
 }
@@ -235,12 +202,6 @@ TEST_F(SystemFiguresTest, TellsTheMemory) {
     kernel.Write("meminfo", "MemTotal:  7 kB\nMemFree: 1 kB\nMemAvailable: 2 kB\n");
     EXPECT_EQ(figures.Memory().total, 7168);
     EXPECT_EQ(figures.Memory().available, 2048);
-}
-
-TEST(SystemFigures, TheRunningSystemTellsPlausibleFigures) {
-    LinuxSystemFigures figures;
-    EXPECT_EQ(figures.Times().value().processors, sysconf(_SC_NPROCESSORS_ONLN));
-    EXPECT_EQ(figures.Memory().total / getpagesize(), sysconf(_SC_PHYS_PAGES));
 }
 
 using enum BoxAnswer;
@@ -258,16 +219,14 @@ struct ConsoleTest : public ::testing::Test {
 
 TEST_F(ConsoleTest, ABoxIsItsTitleAndItsTextAndAQuestionIsAnsweredByALine) {
     const BoxMessage box = {"Error", "One\r\rTwo   ", BoxIcon::Stop, BoxButtons::Ok};
-    const BoxMessage untitled = {"", "Done", BoxIcon::Stop, BoxButtons::Ok};
     const BoxMessage question = {"", "Sure?", BoxIcon::Question, BoxButtons::YesNo};
     const std::string asked = "Sure?\n[y/n] ";
     using Case = std::tuple<BoxMessage, std::string, BoxAnswer, std::string, std::string>;
     for (const auto& [message, input, answer, output, notRead] :
-         {Case(box, "x", Ok, "Error\nOne\n\nTwo   \n", "x"), Case(untitled, "", Ok, "Done\n", ""),
+         {Case(box, "x", Ok, "Error\nOne\n\nTwo   \n", "x"),
           Case(question, "y\nrest\n", Yes, asked, "rest\n"),
           Case(question, " YES \n", Yes, asked, ""), Case(question, "y", Yes, asked, ""),
-          Case(question, "no\ny\n", No, asked, "y\n"), Case(question, "N\n", No, asked, ""),
-          Case(question, "", No, asked, ""),
+          Case(question, "no\ny\n", No, asked, "y\n"), Case(question, "", No, asked, ""),
           Case(question, "yy\n\ny\n", Yes, asked + "[y/n] [y/n] ", ""),
           Case(question, "what", No, asked + "[y/n] ", "")}) {
         folder.Write("in", input);
@@ -276,7 +235,6 @@ TEST_F(ConsoleTest, ABoxIsItsTitleAndItsTextAndAQuestionIsAnsweredByALine) {
         EXPECT_EQ(folder.Read("out"), output) << input;
         EXPECT_EQ(ReadToEnd(in, 1000), notRead) << input;
     }
-    EXPECT_EQ(Show(question, FileDescriptor()), No) << "a closed standard input is at its end";
 }
 
 TEST_F(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
@@ -293,7 +251,6 @@ TEST_F(ConsoleTest, AtATerminalABoxWaitsForOneKey) {
     termios after{};
     ASSERT_EQ(tcgetattr(terminal.Number(), &after), 0);
     EXPECT_EQ(after.c_lflag, before.c_lflag);
-    EXPECT_EQ(after.c_cc[VMIN], before.c_cc[VMIN]);
 }
 
 }  // namespace
