@@ -55,7 +55,11 @@ class JoinFixture : public ::testing::Test {
         if (verb == "remove" || verb == "exchange" || verb == "pipe") {
             fs::remove(path);
         }
-        if (verb == "lock") {
+        if (verb == "link") {
+            other.Write("linked", fs::exists(path) ? folder.Read(name) : "");
+            fs::remove(path);
+            fs::create_symlink(other.System("linked"), path);
+        } else if (verb == "lock") {
             EXPECT_TRUE(lock->CreateLocked(folder.Drive(name)));
         } else if (verb == "pipe") {
             EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
@@ -68,7 +72,8 @@ class JoinFixture : public ::testing::Test {
     static std::string Listing(const TestFolder& place) {
         std::string text;
         for (const std::string& name : place.Names()) {
-            const bool isFile = UpperCase(name) == "MOVIE.AVI";
+            const bool isFile =
+                UpperCase(name) == "MOVIE.AVI" && !fs::is_symlink(place.System(name));
             text += Replace(name, "Movie.avi_", "");
             text += isFile && place.Read(name) == "one two three" ? "* " : " ";
         }
