@@ -25,8 +25,7 @@ std::optional<std::uint32_t> ChecksumOf(std::string_view digits) {
     std::uint32_t value = 0;
     const char* const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, value, Hexadecimal);
-    return !digits.empty() && stop == end && error == std::errc() ? std::optional(value)
-                                                                  : std::nullopt;
+    return stop == end && error == std::errc() ? std::optional(value) : std::nullopt;
 }
 
 // A name may end in a word that reads as a number, so one blank is not enough where the digits are
@@ -37,42 +36,42 @@ bool PartsChecksum(std::string_view gap, std::string_view digits) {
 
 // Takes the checksum off the end of a line.
 std::optional<std::uint32_t> CutChecksum(std::string_view& line) {
-    const std::string_view whole = TrimEnd(line);
-    const std::size_t blank = whole.find_last_of(Gaps);
-    if (blank == std::string_view::npos) {
-        return std::nullopt;
-    }
-    const std::string_view digits = whole.substr(blank + 1);
-    const std::string_view name = TrimEnd(whole.substr(0, blank));
-    const std::string_view gap = whole.substr(name.size(), blank + 1 - name.size());
-    if (name.empty() || !PartsChecksum(gap, digits)) {
-        return std::nullopt;
-    }
+    const std::string_view digits = line.substr(line.find_last_of(Gaps) + 1);
+    const std::string_view name = TrimEnd(line.substr(0, line.size() - digits.size()));
+    const std::string_view gap =
+        line.substr(name.size(), line.size() - name.size() - digits.size());
     const std::optional<std::uint32_t> checksum = ChecksumOf(digits);
-    line = checksum ? name : line;
+    if (name.empty() || !checksum || !PartsChecksum(gap, digits)) {
+        return std::nullopt;
+    }
+    line = name;
     return checksum;
 }
 
 // Takes a text in the place of the checksum off the end of a line, and says what is wrong.
 std::string CutText(std::string_view& line) {
-    const std::size_t two = line.rfind("  ");
-    const std::size_t tab = line.rfind('\t');
-    const std::size_t gap =
-        two == std::string_view::npos || (tab != std::string_view::npos && tab > two) ? tab : two;
-    const std::string_view text = Trim(gap == std::string_view::npos ? "" : line.substr(gap), Gaps);
-    const std::string_view name = TrimEnd(line.substr(0, gap));
-    line = name.empty() ? TrimEnd(line) : name;
-    return name.empty() || text.empty() ? "there is no checksum" : Quoted(text) + " is no checksum";
+    const std::size_t behind = std::max(line.rfind("  ") + 1, line.rfind('\t') + 1);
+    const std::string_view name = TrimEnd(line.substr(0, behind));
+    if (name.empty()) {
+        return "there is no checksum";
+    }
+    const std::string_view text = Trim(line.substr(behind), Gaps);
+    line = name;
+    return Quoted(text) + " is no checksum";
 }
 
+// `line` has no blanks at its end.
 SfvLine ReadLine(std::string_view line, bool isUtf8) {
+    const auto decoded = [isUtf8](std::string_view bytes) {
+        return isUtf8 ? std::string(bytes) : DecodeSingleBytes(bytes);
+    };
     SfvLine result;
     result.checksum = CutChecksum(line);
     if (!result.checksum) {
-        result.problem = CutText(line);
+        result.problem = decoded(CutText(line));
     }
     result.rawName = line;
-    result.name = isUtf8 ? result.rawName : DecodeSingleBytes(line);
+    result.name = decoded(line);
     return result;
 }
 
@@ -94,7 +93,7 @@ std::optional<std::vector<SfvLine>> ReadSfv(std::string_view bytes) {
         if (result.size() == MostSfvLines) {
             return std::nullopt;
         }
-        result.push_back(ReadLine(*line, isUtf8));
+        result.push_back(ReadLine(TrimEnd(*line), isUtf8));
         result.back().line = lines.Number();
     }
     return result;

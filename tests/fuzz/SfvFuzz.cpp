@@ -12,7 +12,8 @@ void RunInput(std::string_view input) {
     for (const SfvLine& line : *lines) {
         Require(line.line > last && line.line <= input.size(), "the lines have their order");
         last = line.line;
-        Require(!line.name.empty() && IsUtf8(line.name), "a line has a name, a text");
+        Require(!line.name.empty() && IsUtf8(line.name + line.problem),
+                "a line has a name, a text");
         Require(line.name.find_first_of("\r\n") == std::string::npos, "a name is one line");
         Require(Contains(input, line.rawName), "a raw name is in the file");
         Require(line.checksum.has_value() == line.problem.empty(), "a checksum or the reason");

@@ -123,8 +123,8 @@ TEST(SfvReaderTest, ReadsWhatOtherProgramsAndPeopleWrite) {
           // A word of another length may end the name; more than 32 bits are no checksum.
           Row("My ad\na 123456789\nb  123456789",
               "1:My ad!none 2:a 123456789!none 3:b!\"123456789\" "),
-          Row("a\t0x1\nb  \nc\n  12345678\nd  -1",
-              "1:a!\"0x1\" 2:b!none 3:c!none 4:  12345678!none 5:d!\"-1\" "),
+          Row("a  1 E   \na\t0x1\nb  \nc\n  12345678\nd  -1",
+              R"(1:a!"1 E" 2:a!"0x1" 3:b!none 4:c!none 5:  12345678!none 6:d!"-1" )"),
           Row("\xEF\xBB\xBF\u00E9  1\na/b\\c 00000001", "1:\u00E9=1 2:a/b\\c=1 "),
           Row("\xE9  1\n\u00E9 00000002", "1:\u00E9(raw \xE9)=1 2:\u00C3\u00A9(raw \u00E9)=2 ")}) {
         EXPECT_EQ(Said(file), said);
