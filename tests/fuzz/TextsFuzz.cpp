@@ -1,4 +1,4 @@
-// Texts, the code page and numbers. An input is a byte that chooses a position and a locale, and a
+// Texts, the code page and numbers. An input is a byte that chooses a locale, and a
 // text; the text's first bytes also serve as a number.
 #include <bit>
 #include <cmath>
@@ -33,22 +33,6 @@ void CheckCharacters(std::string_view text) {
     const std::string upper = UpperCase(text);
     Require(Length(upper) == count && UpperCase(upper) == upper && IsUtf8(upper) == valid,
             "upper case is one character for one");
-}
-
-void CheckCuts(std::string_view text, std::size_t position, std::string_view separator) {
-    const std::string_view left = Left(text, position);
-    const std::string_view rest = Mid(text, position + 1);
-    Require(std::string(left).append(rest) == text && Right(text, Length(rest)) == rest &&
-                Length(left) == std::min(position, Length(text)),
-            "a cut loses nothing");
-    if (separator.empty()) {
-        return;
-    }
-    std::string joined;
-    for (const std::string& piece : Split(text, separator)) {
-        joined.append(piece).append(separator);
-    }
-    Require(joined == std::string(text).append(separator), "the pieces are the text");
 }
 
 void CheckCodePage(std::string_view text) {
@@ -133,7 +117,6 @@ void RunInput(std::string_view input) {
                                                             {.decimal = ",", .group = ""}};
     const unsigned choice = TakeByte(input);
     CheckCharacters(input);
-    CheckCuts(input, choice % 32, input.substr(0, choice % 4));
     CheckCodePage(input);
     CheckPassword(input);
     const LocaleSeparators& separators = locales.at(choice % locales.size());
