@@ -5,8 +5,6 @@
 namespace zarn::testing {
 namespace {
 
-using namespace std::chrono_literals;
-
 class FailureTest : public EngineTest {
   protected:
     FailureTest() { folder.Write("movie.avi", TestBytes(50000)); }
@@ -55,13 +53,8 @@ TEST_F(FailureTest, ShrunkenSourceEndsTheRunWithWhatCame) {
     EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 3);
 }
 
-// An archive goes whatever the setting is.
-TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
+TEST_F(FailureTest, TheSourceStaysUntilItsReplacementIsOnTheMedium) {
     WatchedFileSystem& watch = test.Watch();
-    EXPECT_TRUE(Split(30000, "Size", 0, true));
-    EXPECT_EQ(watch.log, (Names{"prepare", "commit", "delete " + source}));
-    fs::remove(out.System("movie.avi_Part0.bat"));
-    folder.Write("movie.avi", TestBytes(50000));
     Settings().DeleteSource(1);
     for (const char* step : {"prepare", "flush", "flush volume", "commit"}) {
         SCOPED_TRACE(step);
@@ -69,10 +62,6 @@ TEST_F(FailureTest, TheSourceGoesOnceItsReplacementIsOnTheMedium) {
         ExpectFailure(30000);
         EXPECT_TRUE(folder.Has("movie.avi") && !out.Has("movie.avi_Part0.bat"));
     }
-    watch.refused.clear();
-    watch.log.clear();
-    EXPECT_TRUE(Split(70000));
-    EXPECT_EQ(watch.log, (Names{"prepare", "flush", "flush volume", "commit", "delete " + source}));
 }
 
 // What becomes of the source, or of a part, while it is split.
@@ -114,22 +103,15 @@ TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
 
 // Nine parts of a size with a fraction need a tenth, which takes the name of the first.
 TEST_F(FailureTest, WhatIsLeftStaysIfPartsHaveReplacedOneAnother) {
-    WatchedFileSystem& watch = test.Watch();
     Settings().TemporaryFolder(temporary.Drive() + "\\");
     Settings().DeleteSource(1);
     EXPECT_TRUE(Split(50000.0 / 9));
     ExpectToStay("It has too many parts: some have replaced others of the same name.");
-    // The source goes once the archive is on the medium.
     runner.reset();
-    watch.log.clear();
     source = Engine().CompressSource(source, temporary.Drive(), 0);
-    EXPECT_EQ(watch.log, (Names{"flush volume", "delete " + folder.Drive("movie.avi")}));
     const auto size = static_cast<double>(fs::file_size(temporary.System("movie.zip")));
     EXPECT_TRUE(Split(size / 9, "Size", 0, true));
     EXPECT_TRUE(temporary.Has("movie.zip"));
-    watch.log.clear();
-    Engine().FlushOutput();
-    EXPECT_EQ(watch.log, (Names{"flush volume", "flush volume"}));
 }
 
 // It would join new parts with older ones. That of a whole set stays while a part of it is split.
@@ -146,21 +128,6 @@ TEST_F(FailureTest, AnOlderScriptDoesNotOutliveItsParts) {
     EXPECT_EQ(out.Read("movie.avi_Part0.bat"), "whole");
 }
 
-// A signal removes all that the job made, the archive too, unless that is the only copy by then.
-TEST_F(FailureTest, ASignalIsACancel) {
-    auto& signal = TestPlatform::Put(test.platform.endingSignals, std::make_unique<HeldSignal>());
-    Settings().TemporaryFolder(temporary.Drive() + "\\");
-    events.then = [&](const std::string& event) { signal.held = event.starts_with("51%"); };
-    for (const bool deletes : {false, true}) {
-        Settings().DeleteSource(deletes ? 1 : 0);
-        source = Engine().CompressSource(folder.Drive("movie.avi"), temporary.Drive(), 0);
-        EXPECT_FALSE(Split(30000, "Size", 0, true));
-        EXPECT_EQ(folder.Has("movie.avi"), !deletes);
-        EXPECT_EQ(temporary.Has("movie.zip"), deletes);
-        EXPECT_TRUE(test.boxes->shown.empty() && out.Names().empty());
-    }
-}
-
 TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
     const std::string name(246, 'x');
     folder.Write(name, TestBytes(100));
@@ -168,38 +135,6 @@ TEST_F(FailureTest, NamesThatAreTooLongAreRefusedBeforeTheFirstPart) {
     ExpectFailure(50);
     ExpectToStay("Its name is too long for parts and script.");
     EXPECT_TRUE(out.Names().empty());
-}
-
-// An archive in the destination folder goes with them; so does an older script.
-TEST_F(FailureTest, ACancelRemovesThePartsWheneverItComes) {
-    source = out.Drive("movie.zip");
-    using Case = std::tuple<const char*, std::size_t, std::chrono::seconds>;
-    for (const auto& [moment, left, waited] :
-         {Case("", 2, 0s), Case("40% 2/5", 0, 1s), Case("100%", 0, 0s)}) {
-        SCOPED_TRACE(moment);
-        queue.whenRun = [&, &moment = moment] {
-            progress.StopRequested = events.log.back().starts_with(moment);
-        };
-        out.Write("movie.zip", TestBytes(50000));
-        out.Write("movie.zip_Part0.bat", "older");
-        progress = {};
-        progress.StopRequested = left > 0;
-        queue.waited = 0s;
-        events.log = {""};
-        EXPECT_FALSE(Split(10000, "Size", 0, true));
-        EXPECT_TRUE(events.log[events.log.size() - 2].starts_with(moment));
-        EXPECT_EQ(events.log.back(), "finish");
-        EXPECT_EQ(progress.statusText, "[ Stoping current Split Job ]");
-        EXPECT_EQ(progress.Countdown, left > 0 ? 5 : 0);
-        EXPECT_EQ(queue.waited, waited);
-        EXPECT_EQ(out.Names().size(), left);
-    }
-    // With the source gone the archive is the only copy.
-    Settings().DeleteSource(1);
-    out.Write("movie.zip", TestBytes(50000));
-    EXPECT_FALSE(Split(10000, "Size", 0, true));
-    EXPECT_EQ(out.Names(), Names{"movie.zip"});
-    EXPECT_TRUE(test.boxes->shown.empty());
 }
 
 TEST_F(FailureTest, PartsTakeExactlyWhatTheirMediaHold) {
@@ -238,20 +173,6 @@ TEST_F(FailureTest, NoRoomBlamesTheMediumAndRoomForAllIsAPlainRun) {
     volumes.questionsForClusters = 0;
     EXPECT_TRUE(Split(30000));
     EXPECT_EQ(usedPartSize + volumes.questionsForClusters, 30000);
-}
-
-TEST_F(FailureTest, APromptCancels) {
-    const FolderMedium medium(volumes, out.System(), 20000);
-    events.then = [&](const std::string& event) {
-        Engine().CancelRequested(event.starts_with("medium 2"));
-    };
-    EXPECT_FALSE(Split(10));
-    EXPECT_EQ(events.log.back(), "finish");
-    EXPECT_TRUE(out.Names().empty());
-    EXPECT_EQ(progress.statusText + progress.buttonCaption, "[ Canceled ]&Canceling ");
-    EXPECT_TRUE(progress.JobEnded && progress.CancelPending && progress.countdownRuns);
-    EXPECT_FALSE(progress.buttonEnabled || progress.progressBarVisible);
-    EXPECT_EQ(progress.Countdown + progress.statusColour, 6 + 128);
 }
 
 }  // namespace

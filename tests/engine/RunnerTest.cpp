@@ -11,12 +11,18 @@ class RunnerTest : public EngineTest {
   protected:
     RunnerTest() {
         queue.whenRun = [this] { line += "~ "; };
+        queue.whenWaiting = [this] { line += "wait "; };
         watch.whenStep = [this](const std::string& step) {
             const bool hasPath = Contains(step, "\\");
             line += (hasPath ? "-" + step.substr(step.rfind('\\') + 1) : step) + " ";
+            act(step);
         };
         events.then = [this](const std::string& event) {
             line += Contains(event, "%") ? "" : event + " ";
+            if (event == "finish") {
+                line += progress.statusText + progress.buttonCaption +
+                        std::to_string(progress.Countdown) + " ";
+            }
             act(event);
         };
         Prepare();
@@ -31,6 +37,8 @@ class RunnerTest : public EngineTest {
                .sfv = true,
                .criterion = std::string(PartsCriterion)};
         act = [](const std::string& /*event*/) {};
+        progress = {};
+        signal.held = events.heardCancel = false;
         line.clear();
     }
     /// Something happens at an event.
@@ -51,87 +59,102 @@ const std::string cut = begun + "~ ~ ~ ~ ~ prepare ";
 const std::string summed = "sums sum 1/2 ~ ~ sum 2/2 ~ ~ sum 3/2 prepare commit done ";
 const std::string deleted = "flush volume -movie.avi ";
 const std::string archived = "prepare ~ ~ compress zip 0 zip 100 ~ ";
-const std::string rearchived = "split start ~ ~ ~ ~ ~ ~ prepare ";
+const std::string cutAgain = "split start ~ ~ ~ ~ ~ ~ prepare ";
+const std::string stopped = "finish [ Stoping current Split Job ]0 done ";
+const std::string stoppedAgain = "split start ~ ~ wait -movie.zip_Part1 ";
 
-// A setting holds as it is when it is asked for. With it the source goes however a job ends.
+// A setting holds as it is when it is asked for. With `DeleteSource` the source goes however a job
+// ends, but for a signal. An archive is deleted on a cancel if it lies beside the parts, and on a
+// signal, unless the source is deleted.
 TEST_F(RunnerTest, TakesTheStagesOfAJobInTheirOrder) {
-    Settings().TemporaryFolder(temporary.Drive() + "\\");
-    const auto plain = [] {};
-    const auto pack = [this] { job.compress = !(job.sfv = false); };
+    const auto nothing = [] {};
     const auto cancel = [this] { Engine().CancelRequested(true); };
     const auto interrupt = [this] { signal.held = true; };
     const auto wantDeletion = [this] { Settings().DeleteSource(1); };
-    using Case = std::tuple<bool, bool, std::string, std::function<void()>>;
-    for (const auto& [complete, deletes, expected, prepare] :
-         {Case(true, false, cut + "commit " + summed, plain),
-          Case(true, true, cut + "flush flush volume commit -movie.avi " + summed + "flush volume ",
-               plain),
-          Case(true, false, cut + "commit " + summed + deleted, [&] { At("sum 2", wantDeletion); }),
-          Case(false, true, begun + "~ -movie.avi_Part1 finish done " + deleted,
-               [&] { At("50%", cancel); }),
-          Case(false, false, cut + "commit done ",
-               [&] { At("start", [this] { events.heardCancel = true; }); }),
-          Case(false, false, cut + "commit sums sum 1/2 ~ ~ done ",
-               [&] { At("sum 1", [&] { wantDeletion(), interrupt(); }); }),
-          Case(false, true, begun + "~ ~ ~ sums sum 1/1 ~ ~ sum 2/1 prepare commit done " + deleted,
-               [&] { out.MakeFolder("movie.avi_Part2"); }),
-          Case(true, false, archived + rearchived + "commit -movie.zip done ", pack),
-          Case(true, true,
-               archived + deleted + rearchived + "flush flush volume commit -movie.zip done " +
-                   "flush volume flush volume ",
-               pack),
-          Case(false, false, archived + "split start ~ ~ -movie.zip_Part1 -movie.zip finish done ",
-               [&] { pack(), At("4", interrupt); }),
-          Case(false, true, archived + deleted + "split start ~ ~ -movie.zip_Part1 finish done ",
-               [&] { pack(), At("4", interrupt); })}) {
+    const auto twoFlushes = std::string("flush volume flush volume ");
+    // The letters stand for sums, deletion of the source, a ZIP, and one beside the parts.
+    using Case = std::tuple<std::string, std::string, std::string, std::function<void()>>;
+    for (const auto& [traits, moment, expected, happens] :
+         {Case("s", "", cut + "commit " + summed + "ok", nothing),
+          Case("sd", "", cut + "flush flush volume commit -movie.avi " + summed + "flush volume ok",
+               nothing),
+          Case("s", "sum 2", cut + "commit " + summed + deleted + "ok", wantDeletion),
+          Case("", "prepare", "prepare ~ ~ split finish [ Stoping current Split Job ]5 done ",
+               [this] { progress.StopRequested = true; }),
+          Case("sd", "50%", begun + "~ wait -movie.avi_Part1 " + stopped + deleted, cancel),
+          Case("sd", "flush",
+               cut + "flush flush volume -movie.avi_Part1 -movie.avi_Part2 -movie.avi_Part0.bat " +
+                   stopped + deleted,
+               [&] { out.Write("movie.avi_Part0.bat", "made since"), cancel(); }),
+          Case("s", "start", cut + "commit done ", [this] { events.heardCancel = true; }),
+          Case("s", "sum 1", cut + "commit sums sum 1/2 ~ ~ done ",
+               [&] { wantDeletion(), interrupt(); }),
+          Case("sd", "start",
+               begun + "~ ~ ~ sums sum 1/1 ~ ~ sum 2/1 prepare commit done " + deleted,
+               [this] { out.MakeFolder("movie.avi_Part2"); }),
+          Case("z", "", archived + cutAgain + "commit -movie.zip done ok", nothing),
+          Case("zd", "",
+               archived + deleted + cutAgain + "flush flush volume commit -movie.zip done " +
+                   twoFlushes + "ok",
+               nothing),
+          Case("zb", "", archived + cutAgain + "commit done ok", nothing),
+          Case("z", "4", archived + stoppedAgain + stopped, cancel),
+          Case("zb", "4", archived + stoppedAgain + "-movie.zip " + stopped, cancel),
+          Case("zbd", "4", archived + deleted + stoppedAgain + stopped + twoFlushes, cancel),
+          Case("z", "4", archived + stoppedAgain + "-movie.zip " + stopped, interrupt),
+          Case("zd", "4", archived + deleted + stoppedAgain + stopped, interrupt)}) {
         Prepare();
-        signal.held = events.heardCancel = false;
-        Settings().DeleteSource(deletes ? 1 : 0);
-        prepare();
-        EXPECT_EQ(Runner().Run(job), complete);
-        EXPECT_EQ(line, expected);
+        job.sfv = Contains(traits, "s");
+        job.compress = Contains(traits, "z");
+        Settings().DeleteSource(Contains(traits, "d") ? 1 : 0);
+        Settings().TemporaryFolder((Contains(traits, "b") ? out : temporary).Drive() + "\\");
+        moment.empty() ? void() : At(moment, happens);
+        const std::string end = Runner().Run(job) ? "ok" : "";
+        EXPECT_EQ(line + end, expected) << traits;
         runner.reset();
+        fs::remove(temporary.System("movie.zip"));
     }
 }
 
-TEST_F(RunnerTest, ChecksumsAreThoseOfTheParts) {
-    EXPECT_TRUE(Runner().Run(job));
-    const std::string path = out.Drive("movie.avi_Part1");
-    const std::string file = out.Read("movie.avi_Part0.sfv");
-    const std::string date = test.Shared().Files().FileDate(path);
-    EXPECT_TRUE(Contains(file, "  1024  " + date + "  movie.avi_Part1\r\n")) << file;
-    EXPECT_TRUE(Contains(file, "\nmovie.avi_Part1  " + CalcCRC32(watch, path) + "\r\n"));
+TEST_F(RunnerTest, IsCancelledAtAPrompt) {
+    const FolderMedium medium(volumes, out.System(), 3024);
+    At("medium 2", [this] { Engine().CancelRequested(true); });
+    EXPECT_FALSE(Runner().Run(job));
+    EXPECT_EQ(line, begun + "medium 1/2 1024 movie.avi_Part1 ~ ~ ~ flush volume " +
+                        "medium 2/2 1024 movie.avi_Part2 -movie.avi_Part1 finish [ Canceled ]" +
+                        "&Canceling 6 done ");
 }
 
 // Such a job leaves the store alone, and the source unless all that takes its place is there.
 TEST_F(RunnerTest, FixedChoicesReadNoSetting) {
     FixedChoices fixed;
     fixed.deletesParts = true;
-    const auto run = [&](SplitRunner& fixedRunner) {
+    SplitRunner fixedRunner(test.Shared(), progress, fixed, events);
+    const auto run = [&] {
         job.deleteSource = true;
         return fixedRunner.Run(job);
     };
-    {
-        SplitRunner failing(test.Shared(), progress, fixed, events);
-        out.MakeFolder("movie.avi_Part2");
-        EXPECT_FALSE(run(failing));
-        EXPECT_EQ(failing.Engine().Failure(), ErrorNumber::PathFileAccessError);
-        failing.RemoveOutput();
-        EXPECT_EQ(out.Names(), Names{"movie.avi_Part2"});
-    }
+    out.MakeFolder("movie.avi_Part2");
+    EXPECT_FALSE(run());
+    EXPECT_EQ(fixedRunner.Engine().Failure(), ErrorNumber::PathFileAccessError);
+    fixedRunner.RemoveOutput();
+    EXPECT_EQ(out.Names(), Names{"movie.avi_Part2"});
     Prepare();
-    SplitRunner whole(test.Shared(), progress, fixed, events);
     At("sum 2", [this] { signal.held = true; });
-    EXPECT_FALSE(run(whole));
+    EXPECT_FALSE(run());
     EXPECT_EQ(out.Names().size(), 3U);
-    whole.RemoveOutput();
+    fixedRunner.RemoveOutput();
     EXPECT_TRUE(out.Names().empty() && folder.Has("movie.avi"));
-    signal.held = false;
     Prepare();
-    EXPECT_TRUE(run(whole));
+    EXPECT_TRUE(run());
     EXPECT_EQ(line, cut + "commit " + summed + deleted);
     EXPECT_TRUE(Contains(out.Read("movie.avi_Part0.bat"), "Del \"movie.avi_Part*\""));
-    whole.RemoveOutput();
+    const std::string path = out.Drive("movie.avi_Part1");
+    const std::string sums = out.Read("movie.avi_Part0.sfv");
+    const std::string date = test.Shared().Files().FileDate(path);
+    EXPECT_TRUE(Contains(sums, "  1024  " + date + "  movie.avi_Part1\r\n")) << sums;
+    EXPECT_TRUE(Contains(sums, "\nmovie.avi_Part1  " + CalcCRC32(watch, path) + "\r\n"));
+    fixedRunner.RemoveOutput();
     EXPECT_EQ(out.Names().size(), 4U);
     EXPECT_TRUE(TakeSnapshot(test.home.System()).empty());
 }

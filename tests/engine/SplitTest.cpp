@@ -218,26 +218,6 @@ TEST_F(Compressing, NeverReplacesItsSourceOrAnythingElse) {
                                   "movie.zip_Part1"}));
 }
 
-// With the source gone the archive is the only copy: a cancel does not take it, even where it lies
-// in the destination folder, nor a file of the user's that is called like it.
-TEST_F(Compressing, LeavesOnACancelWhatIsNotItsOwn) {
-    for (const bool besideParts : {false, true}) {
-        Settings().DeleteSource(besideParts ? 1 : 0);
-        for (const char* moment : {"5", "100%"}) {
-            folder.Write("movie.avi", TestBytes(1000));
-            source = folder.Drive("movie.avi");
-            out.Write("movie.zip", "the user's");
-            Compress((besideParts ? out : temporary).Drive() + "\\");
-            events.then = [&](const std::string& event) {
-                Engine().CancelRequested(event.starts_with(moment));
-            };
-            EXPECT_FALSE(SplitArchive(100));
-            EXPECT_EQ(out.Read("movie.zip"), "the user's");
-            EXPECT_TRUE(Passes()) << source;
-        }
-    }
-}
-
 TEST_F(Compressing, LeavesEverythingWhereItWasIfTheArchiveCannotBeWritten) {
     Settings().DeleteSource(1);
     // A folder of digits is stored as a number, and so is none.
