@@ -77,8 +77,7 @@ TEST_F(FrmProgressTest, ShowsEachStageOfAJobAndClosesItself) {
         EXPECT_EQ(preparations, 2);  // the show's own activation starts it only once
     });
     Tick("Timer2");
-    EXPECT_EQ(form->Countdown, 5);
-    EXPECT_FALSE(form->StopRequested);
+    EXPECT_TRUE(form->Countdown == 5 && !form->StopRequested);
 }
 
 // The outer job goes on without its window then, and keeps the owner waiting.
@@ -133,7 +132,6 @@ TEST_F(FrmProgressTest, ClosingTheWindowCancelsNothing) {
         EXPECT_TRUE(form->isVisible() && owner.isEnabled());
         form->close();
         EXPECT_FALSE(form->isVisible() || owner.isEnabled() || form->CancelPending);
-        EXPECT_EQ(Pointer(), "");
     });
     EXPECT_EQ(Run(), std::nullopt);
     EXPECT_TRUE(Contains(states.back(), "at 100 %"));
