@@ -18,10 +18,9 @@ struct CancelsHalfway : SplitterEvents {
     void StatusSplitt(std::int32_t percent, std::int32_t /*part*/, std::int32_t /*parts*/,
                       double /*start*/) override {
         constexpr std::int32_t Half = 50;
-        runner->Engine().CancelRequested(cancels && percent >= Half);
+        runner->Engine().CancelRequested(percent >= Half);
     }
     SplitRunner* runner = nullptr;
-    bool cancels = false;
 };
 
 struct NobodyWaits : MessageQueue {
@@ -43,10 +42,10 @@ void CancelJoin(SharedObjects& shared, const Words& words) {
 void RunSplit(SharedObjects& shared, const Words& words) {
     SharedProgress progress;
     StoredChoices choices(shared);
-    CancelsHalfway events;
-    SplitRunner runner(shared, progress, choices, events);
-    events.runner = &runner;
-    events.cancels = words.back() == "split";
+    SplitterEvents nobodyListens;
+    CancelsHalfway cancel;
+    SplitRunner runner(shared, progress, choices, words.back() == "split" ? cancel : nobodyListens);
+    cancel.runner = &runner;
     SplitJob job = {.source = words.at(0),
                     .destination = words.at(1),
                     .partsCount = 3,
