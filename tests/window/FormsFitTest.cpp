@@ -62,7 +62,7 @@ TEST_F(FormsFit, EveryTextOfTheWindowInEveryState) {
     });
 }
 
-TEST_F(FormsFit, EveryControlHasANameAKeyAndAPlaceOfItsOwn) {
+TEST_F(FormsFit, EveryControlHasAKeyAndAPlaceOfItsOwn) {
     Open();
     Fill();
     Widget("Bar_MAIN").setFocus();
@@ -71,10 +71,10 @@ TEST_F(FormsFit, EveryControlHasANameAKeyAndAPlaceOfItsOwn) {
         QTest::keyClick(Page().focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(FromQt(Page().focusWidget()->objectName()), name);
     }
-    ExpectNamesAndKeys(Widget("Panel1"), "VHSJPUAT");  // and the menu's F
-    ExpectNamesAndKeys(Widget("Panel2"), "FVHSJPUAT");
-    ExpectNamesAndKeys(Widget("Panel4"), "FVHSJPUAT");
-    ExpectNamesAndKeys(Widget("vbalExplorerBarCtl1"), "FVH");
+    ExpectKeys(Widget("Panel1"), "VHSJPUAT");  // and the menu's F
+    ExpectKeys(Widget("Panel2"), "FVHSJPUAT");
+    ExpectKeys(Widget("Panel4"), "FVHSJPUAT");
+    ExpectKeys(Widget("vbalExplorerBarCtl1"), "FVH");
     const auto& sizes = Find<ComboField>("CmbPartSize");
     EXPECT_EQ(sizes.lineEdit()->accessibleName(), sizes.accessibleName());
     EXPECT_EQ(sizes.view()->accessibleName(), sizes.accessibleName());
@@ -93,7 +93,7 @@ TEST_F(FormsFit, EveryDialog) {
             form->show();
             EXPECT_EQ(CutOff(*form), Names());
         }
-        ExpectNamesAndKeys(viewer);
+        ExpectKeys(viewer);
         const auto& tip = *tips.findChild<QLabel*>("lblTip");
         std::set<QString> seen;
         while (seen.insert(tip.text()).second) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QFontInfo>
 #include <QLabel>
@@ -30,13 +29,11 @@ void InEveryFont(const Act& act) {
 
 /// Whether a control has the room that its own text needs. A panel shortens its text by itself.
 inline bool Fits(const QWidget& control) {
-    const auto* button = qobject_cast<const chameleonButton*>(&control);
     const auto* label = qobject_cast<const QLabel*>(&control);
     QSize needed(0, 0);
-    if (button != nullptr) {
-        constexpr int Border = 10;
-        needed = control.fontMetrics().size(Qt::TextShowMnemonic, button->text());
-        needed.rwidth() += Border;
+    if (const auto* button = qobject_cast<const chameleonButton*>(&control)) {
+        const QSize border(10, 0);
+        needed = control.fontMetrics().size(Qt::TextShowMnemonic, button->text()) + border;
     } else if (label != nullptr && label->wordWrap()) {
         needed.setHeight(label->heightForWidth(label->width()));
     } else if (control.inherits("QAbstractButton") || control.inherits("QTabBar") ||
@@ -51,37 +48,21 @@ inline std::vector<std::string> CutOff(const QWidget& parent) {
     std::vector<std::string> cut;
     for (const QWidget* control : parent.findChildren<QWidget*>()) {
         if (control->isVisible() && !Fits(*control)) {
-            cut.push_back(
-                FromQt(control->objectName() + ": " + control->property("text").toString()));
+            cut.push_back(FromQt(control->objectName()));
         }
     }
     return cut;
 }
 
-/// Every control has a name for whoever does not see it. No two have the same key, and none one of
-/// those that the window around the page has.
-inline void ExpectNamesAndKeys(const QWidget& page, std::string_view keysOfWindow = {}) {
+/// No two buttons have the same key, and none has one of those of the window around the page.
+inline void ExpectKeys(const QWidget& page, std::string_view keysOfWindow = {}) {
     std::set<QKeySequence> keys;
     for (const char letter : keysOfWindow) {
         keys.insert(QKeySequence(QString("Alt+%1").arg(letter)));
     }
-    for (const QWidget* control : page.findChildren<QWidget*>()) {
-        const QString name = control->objectName();
-        const auto* button = qobject_cast<const QAbstractButton*>(control);
-        const QKeySequence key = QKeySequence::mnemonic(button == nullptr ? "" : button->text());
-        EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << FromQt(name);
-        EXPECT_TRUE(name.isEmpty() || name.startsWith("qt_") ||
-                    control->parentWidget()->inherits("QTabBar") ||
-                    !control->accessibleName().isEmpty())
-            << FromQt(name);
-    }
-}
-
-/// The Tab key goes from the control that has the keyboard to these, in this order.
-inline void ExpectTabOrder(const QWidget& page, const Names& names) {
-    for (const std::string& name : names) {
-        QTest::keyClick(page.focusWidget(), Qt::Key_Tab);
-        EXPECT_EQ(FromQt(page.focusWidget()->objectName()), name);
+    for (const auto* button : page.findChildren<QAbstractButton*>()) {
+        const QKeySequence key = QKeySequence::mnemonic(button->text());
+        EXPECT_TRUE(key.isEmpty() || keys.insert(key).second) << FromQt(button->text());
     }
 }
 

@@ -56,9 +56,9 @@ class JobDialogFixture : public ::testing::Test {
     /// A line's text and colour.
     std::string TextOf(const char* name) {
         const auto& label = Find<QLabel>(name);
-        const std::string text = FromQt(label.text());
-        EXPECT_TRUE(Fits(label)) << text;
-        return label.isHidden() ? "-|" : text + "#" + std::to_string(TextColour(label)) + "|";
+        EXPECT_TRUE(Fits(label)) << name;
+        const std::string text = FromQt(label.text()) + "#" + std::to_string(TextColour(label));
+        return label.isHidden() ? "-|" : text + "|";
     }
     std::string ButtonText() {
         EXPECT_TRUE(Fits(Button())) << FromQt(Button().Caption());

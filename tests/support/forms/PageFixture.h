@@ -2,19 +2,46 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
+#include <deque>
+#include <numeric>
 
 #include "controls/Colours.h"
+#include "controls/FileDialogs.h"
 #include "controls/QtMessageQueue.h"
 #include "controls/QtText.h"
 #include "support/TestPlatform.h"
-#include "support/forms/AnsweringDialogs.h"
 
 namespace zarn::testing {
+
+/// Dialogs that answer from `answers`, then as if cancelled. `asked` keeps title and start.
+class AnsweringDialogs : public FileDialogs {
+  public:
+    using Name = std::optional<std::string>;
+
+    Name OpenFile(QWidget* owner, std::string_view title, FileFilter filter,
+                  std::string_view start) override {
+        const std::string text = std::string(filter.label) + "|" + std::string(filter.pattern);
+        return PickFolder(owner, std::string(title) + "|" + text, start);
+    }
+    Name SaveFile(QWidget* owner, std::string_view title, FileFilter filter,
+                  std::string_view start) override {
+        return OpenFile(owner, title, filter, start);
+    }
+    Name PickFolder(QWidget* /*owner*/, std::string_view title, std::string_view start) override {
+        asked.push_back(std::string(title) + "|" + std::string(start));
+        answers.emplace_back();  // the cancel behind the last one
+        const Name answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
+    std::deque<Name> answers;
+    std::vector<std::string> asked;
+};
 
 /// A page of the window, shown by itself over the real platform with settings of its own. A test
 /// that changes `PlatformParts` or the settings calls `Open` afterwards to have a new page.
@@ -31,7 +58,7 @@ class PageFixture : public ::testing::Test {
     PageOfWindow& Open() {
         page_.reset();
         page_ = Make();
-        page_->resize(PageSize);
+        page_->resize(384, 304);
         page_->show();
         QApplication::setActiveWindow(page_.get());
         BringUp(*page_);
@@ -91,11 +118,8 @@ class PageFixture : public ::testing::Test {
     }
     /// The same in one text, with HERE for the folder's path.
     std::string Told() {
-        std::string told;
-        for (const std::string& text : Said()) {
-            told += Short(text);
-        }
-        return told;
+        const Names texts = Said();
+        return Short(std::accumulate(texts.begin(), texts.end(), std::string()));
     }
     AnsweringDialogs& Dialogs() { return dialogs_; }
     TestFolder& Folder() { return files_; }
@@ -105,7 +129,6 @@ class PageFixture : public ::testing::Test {
     std::string Short(std::string_view text) { return Replace(text, files_.Drive(), "HERE"); }
 
     TestPlatform test;
-    static constexpr QSize PageSize{384, 304};
 
   private:
     TestFolder files_;
