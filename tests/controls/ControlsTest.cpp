@@ -191,18 +191,6 @@ class HSliderTest : public ::testing::Test {
     std::string raised_;
 };
 
-TEST_F(HSliderTest, ValuesOfCodeAreKeptInTheRangeAndToldOnce) {
-    for (const double value : {3.9, 4.0, 99.0, 9.5, -1.0, 0.4, 0.0, 2.6}) {
-        slider_.Value(value);
-    }
-    slider_.Min(3);
-    slider_.Value(8);
-    slider_.Max(4);
-    slider_.Max(2);
-    slider_.Min(5);
-    EXPECT_EQ(Raised(), "3.9 4 9 0 0.4 0 2.6 3 8 4 2 5 ");
-}
-
 TEST_F(HSliderTest, KeysMoveFromOneWholeNumberToAnother) {
     for (const auto& [from, key, raised] :
          {std::tuple(3.9, Qt::Key_Left, "3 S "), std::tuple(3.9, Qt::Key_Right, "5 S "),
