@@ -200,9 +200,9 @@ TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
     Settings().CompressPassword("secret");
     for (const bool encrypted : {true, false}) {
         SplitFilm();
-        constexpr std::size_t Flags = 6;  // in the archive's first header
         const std::string part = Folder().Read(encrypted ? "film.zip_Part1" : "film.mkv_Part1");
-        EXPECT_EQ((part.at(Flags) & 1) == 1 && part.starts_with("PK"), encrypted);
+        // The flags of the archive's first header.
+        EXPECT_EQ((part.at(6) & 1) == 1 && part.starts_with("PK"), encrypted);
         Button("ChkSecurity").setChecked(false);
     }
 }

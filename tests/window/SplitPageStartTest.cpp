@@ -16,7 +16,6 @@ constexpr const char* NoFolder = "Destination folder is missing    ";
 
 class SplitPageStart : public SplitPageFixture {
   protected:
-    // Presses start, whatever the page thinks of it.
     void Start() {
         Widget("CmdStartSplitt").setEnabled(true);
         jobs += RunJobs(Widget("CmdStartSplitt"));

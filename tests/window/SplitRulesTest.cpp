@@ -45,8 +45,7 @@ TEST(PieceSizes, AJobPutsItsSizeFirstAndKeepsPlaces) {
           Case("5", {"1 GB", "1024 MB"}, MB, "5 MB|5242880;1 GB|1073741824"),
           Case("5", {"12"}, GB, "5 GB|5368709120;12GB|12884901888"),
           Case("5", {"3  MB"}, MB, "5 MB|5242880;3 MB|3145728"),
-          Case("5", {"some MB", "3 MB"}, MB, "5 MB|5242880;3 MB|3145728"),
-          Case("5", {"some MB"}, MB, "5 MB|5242880;some MB|0")}) {
+          Case("5", {"some MB", "3 MB"}, MB, "5 MB|5242880;3 MB|3145728")}) {
         Names rows = customRows;
         for (const PieceSizeRow& row : PieceSizeRows("")) {
             rows.push_back(row.text);
