@@ -9,8 +9,7 @@
 
 namespace zarn::testing {
 
-/// Presses a button, and Done in the window of the job that follows. Returns how many jobs came to
-/// their end.
+/// Presses a button, then Done in the window of each job. Returns how many came to their end.
 inline int RunJobs(QWidget& button) {
     int jobs = 0;
     QTimer poll;
@@ -62,17 +61,13 @@ class SplitPageFixture : public PageFixture<SplitPage>, public PageFrame {
         fs::resize_file(Folder().System(name), static_cast<std::uintmax_t>(bytes));
         return Folder().Drive(name);
     }
-    std::string OpenSource(double bytes, const std::string& name = "film.mkv") {
-        Page().OpenSource(Hole(name, bytes));
-        return Folder().Drive(name);
-    }
+    void OpenSource(double bytes) { Page().OpenSource(Hole("film.mkv", bytes)); }
 
     bool CanStart() {
         EXPECT_EQ(IsEnabled("CmdStartSplitt"), IsEnabled("cmdCreateCommand"));
         return IsEnabled("CmdStartSplitt");
     }
-    /// The colours of source and destination, and what the page is: "ready" with its fields
-    /// enabled, "start" with its buttons too.
+    /// Colours of source and destination; "ready" with fields enabled, "start" with buttons too.
     std::string State() {
         return ColourName("txtSourceFile") + " " + ColourName("txtDestinationFolder") + " " +
                (IsEnabled("OptSize") ? "ready" : "") + (CanStart() ? " start" : "");
