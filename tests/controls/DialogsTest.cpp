@@ -84,10 +84,8 @@ TEST_F(DialogsTest, GiveThePathInTheProgramsForm) {
     EXPECT_EQ(Save(), folder.Drive("deep\\new.bat"));
     Type("back\\slash");
     EXPECT_EQ(Open(folder.Drive()), std::nullopt);
-    ASSERT_EQ(test.boxes->shown.size(), 1U);
-    EXPECT_EQ(test.boxes->shown[0].title + ": " + test.boxes->shown[0].text,
-              "Error: A name with a backslash in it cannot be used here:\r" +
-                  folder.System("back\\slash"));
+    EXPECT_EQ(test.boxes->shown.at(0).text, "A name with a backslash in it cannot be used here:\r" +
+                                                folder.System("back\\slash"));
 }
 
 TEST_F(DialogsTest, AskBeforeAFileIsReplaced) {
