@@ -34,7 +34,7 @@ class AnsweringDialogs : public FileDialogs {
     Name PickFolder(QWidget* /*owner*/, std::string_view title, std::string_view start) override {
         asked.push_back(std::string(title) + "|" + std::string(start));
         answers.emplace_back();  // the cancel behind the last one
-        const Name answer = answers.front();
+        Name answer = answers.front();
         answers.pop_front();
         return answer;
     }
