@@ -16,8 +16,7 @@
 namespace zarn::testing {
 namespace {
 
-// The window with a source on the split page, and a set of which a part is missing on the join
-// page.
+// The window with a source on the split page, and a set without one part on the join page.
 class FormsFit : public FrmMainFixture {
   protected:
     FormsFit() {
@@ -106,6 +105,7 @@ TEST_F(FormsFit, EveryDialog) {
                         ->toPlainText()
                         .contains("to any person obtaining a copy of this software"));
         for (QDialog* form : std::initializer_list<QDialog*>{&about, &tips}) {
+            EXPECT_EQ(form->minimumSize(), form->maximumSize());
             EXPECT_FALSE(form->findChild<QLabel*>("Picture")->pixmap().isNull());
             form->findChild<QAbstractButton*>("CmdClose")->click();
             EXPECT_FALSE(form->isVisible());

@@ -18,7 +18,7 @@ class FrmMainTest : public FrmMainFixture {
   protected:
     SideBar& Bar() { return Find<SideBar>("vbalExplorerBarCtl1"); }
     QAction& Entry(const char* name) { return *Page().findChild<QAction*>(name); }
-    /// The help and the pages that are shown. The help is closed.
+    /// The help, which is closed, and the pages that are shown.
     std::string Shown() {
         auto& help = *Page().findChild<FrmContents*>();
         std::string shown = help.isVisible() ? "help " : "";
@@ -28,8 +28,7 @@ class FrmMainTest : public FrmMainFixture {
         }
         return shown;
     }
-    /// The window that an entry of the menu or a button shows and waits for, what it opens, and
-    /// what is shown then.
+    /// The window that an entry or a button waits for, what it opens, and what is shown then.
     std::string Lead(const char* name) {
         std::string window;
         const Soon look([&window] {
@@ -209,6 +208,7 @@ TEST_F(FrmMainTest, EncryptionGoesIntoTheJobsWhileItIsTicked) {
 
 TEST_F(FrmMainTest, GivesTheSplitPageWhatLiesOutsideIt) {
     EXPECT_TRUE(Page().windowTitle().startsWith("Zarn File Splitter v"));
+    EXPECT_FALSE(Page().windowIcon().isNull() || Find<QLabel>("ImageToolbar").pixmap().isNull());
     const QSignalBlocker blocker(Field("txtFileToJoin"));
     Write("txtFileToJoin", "a.bat");
     Button("CmdReset").setEnabled(true);

@@ -192,6 +192,9 @@ TEST_F(SplitPageSize, TypedSizes) {
         EXPECT_EQ(PartSize().Text() + Unit(), text);
         EXPECT_EQ(Colour("CmbPartSize"), WindowText) << typed;
     }
+    Widget("txtSourceFile").setFocus();
+    PartSize().setFocus();
+    EXPECT_EQ(PartSize().lineEdit()->selectedText(), "3 m b");
 }
 
 TEST_F(SplitPageSize, TypedCounts) {
@@ -211,7 +214,9 @@ TEST_F(SplitPageSize, TypedCounts) {
     Spinner().Step(1);
     Spinner().Step(-1);
     Spinner().Step(1);
-    EXPECT_EQ(Text("txtPartsNumber"), "14524");
+    Widget("txtSourceFile").setFocus();
+    Widget("txtPartsNumber").setFocus();
+    EXPECT_EQ(Field("txtPartsNumber").selectedText(), "14524");
 }
 
 }  // namespace
