@@ -15,8 +15,9 @@ namespace zarn {
 /// Runs the stages of one split job in their order, with or without a window: compress, split,
 /// write the SFV file, flush, delete the source. One object serves one job.
 ///
-/// Events run where the listener is told something and around each checksum; nothing is called
-/// between two percents. A cancel is `Engine().CancelRequested(true)`, or a signal.
+/// The message queue runs as the job begins, where the engine lets it, and around each checksum;
+/// between two percents nobody is called. A cancel is `Engine().CancelRequested(true)`, or a
+/// signal.
 class SplitRunner {
   public:
     /// All arguments must outlive this object.
