@@ -36,17 +36,14 @@ namespace {
 
 using enum ErrorNumber;
 
-class FilesOfLinux : public ::testing::Test {
-  protected:
+struct FilesOfLinux : public ::testing::Test {
     void TearDown() override { fs::current_path(before); }
 
     std::optional<ErrorNumber> Move(const std::string& from, const std::string& to) {
         return ErrorOf([&] { files.MoveFile(folder.Drive(from), folder.Drive(to)); });
     }
-    static mode_t Rights(const std::string& path) {
-        struct stat status = {};
-        EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-        return status.st_mode & 07777U;
+    static unsigned Rights(const std::string& path) {
+        return static_cast<unsigned>(fs::status(path).permissions());
     }
 
     TestFolder folder;

@@ -8,8 +8,7 @@ namespace {
 
 using enum ErrorNumber;
 
-class LargeFile : public ::testing::Test {
-  protected:
+struct LargeFile : public ::testing::Test {
     TestFolder folder;
     std::shared_ptr<PathResolver> paths = std::make_shared<PathResolver>(folder.System("config"));
     LinuxLargeFile source{paths};

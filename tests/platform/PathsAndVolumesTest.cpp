@@ -10,8 +10,7 @@ namespace zarn::testing {
 namespace {
 
 // A drive Q: in a folder of its own, and the current directory in it or elsewhere.
-class Paths : public ::testing::Test {
-  protected:
+struct Paths : public ::testing::Test {
     Paths() {
         folder.MakeFolder("config");
         folder.MakeFolder("disk/Deep/er");

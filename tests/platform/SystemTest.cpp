@@ -20,15 +20,11 @@ struct ProcessesTest : public ::testing::Test {
     TestFolder home;
     std::shared_ptr<PathResolver> paths = std::make_shared<PathResolver>(home.System("config"));
 
-    [[nodiscard]] LinuxProcesses Make(const std::string& interpreter = {}) const {
-        return {paths, FoldersIn(home), interpreter};
-    }
-
     /// A processes object whose interpreter is a shell script.
     [[nodiscard]] LinuxProcesses MakeShell(const std::string& commands) const {
         home.Write("interpreter", "#!/bin/sh\n" + commands);
         EXPECT_EQ(chmod(home.System("interpreter").c_str(), 0700), 0);
-        return Make(home.System("interpreter"));
+        return {paths, FoldersIn(home), home.System("interpreter")};
     }
 };
 
@@ -126,7 +122,6 @@ TEST(LinuxClockTest, DateAndTimerAreOfOneMoment) {
     EXPECT_TRUE((late >= 0 && late < 2) || timer < 2) << late;
 }
 
-// A folder in the kernel's place.
 struct SystemFiguresTest : public ::testing::Test {
     TestFolder kernel;
     LinuxSystemFigures figures{kernel.System()};
@@ -142,7 +137,6 @@ TEST_F(SystemFiguresTest, SumsUpTheTimesAndNeverFalls) {
              Row("cpu  10 20 30 110 50 1 2 3 900 900" + two, "160 113 2"),
              Row("cpu  10 20 30 110 30 1 2 3 900 900" + two, "160 113 2"),  // waits taken back
              Row("cpu  51 20 30 130 30 1 2 3 0 0\n", "180 174 1"),
-             Row("cpu0  10 20 30 110 30 1 2 3 900 900\n", "0 0 0"),
              Row("cpu  10 20 30 110 30 1 2", "0 0 0"),
          }) {
         kernel.Write("stat", stat);
@@ -169,10 +163,9 @@ TEST_F(SystemFiguresTest, CollectsAPercentageAndTellsTheMemory) {
 using enum BoxAnswer;
 
 struct ConsoleTest : public ::testing::Test {
-    ConsoleTest() { folder.Write("out", ""); }
-
     BoxAnswer Show(const BoxMessage& message, const FileDescriptor& input) {
-        const FileDescriptor output = OpenFile(folder.System("out"), O_WRONLY | O_TRUNC);
+        const FileDescriptor output =
+            OpenFile(folder.System("out"), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         return ConsoleMessageBoxes(input.Number(), output.Number()).Show(message);
     }
 
