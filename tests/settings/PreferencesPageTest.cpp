@@ -39,8 +39,7 @@ struct PreferencesPageTest : public PageFixture<PreferencesPage>, public Prefere
 
     QTabBar& Tabs() { return Find<QTabBar>("TabStrip1"); }
     bool ShowsGeneral() { return Widget("Panel1Settings").isVisible(); }
-    // The folder with its colour, the box of the system's folder, the buttons, and whether the
-    // figures are those of another folder.
+    // The folder, its colour, what is ticked and enabled, and whose figures are shown.
     std::string General() {
         return Short(Text("txtTemporaryFolder")) + " " + ColourName("txtTemporaryFolder") +
                (IsChecked("ChkWindowsTempFolder") ? " ticked" : "") +
@@ -180,8 +179,7 @@ TEST_F(PreferencesPageTest, SettlesTheFolderWhenAppliedAndAtTheEnterKey) {
     Folder().Write("plain", "");
     const std::string made = R"(HERE\new\deep)";
     constexpr BoxAnswer Yes = BoxAnswer::Yes;
-    // The text, and then: the text, the stored folder and level, the box, and what the window was
-    // asked for.
+    // The text, and then: the text, the stored folder and level, the box, the window's steps.
     using Case = std::tuple<std::string, BoxAnswer, std::string, std::string>;
     for (const auto& [text, answer, atEnter, applied] :
          {Case("HERE", Yes, R"(HERE, C:\ 8, unit HERE)",
