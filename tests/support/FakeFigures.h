@@ -5,8 +5,7 @@
 namespace zarn::testing {
 
 /// Tells what a test has put in.
-class FakeFigures : public SystemFigures {
-  public:
+struct FakeFigures : SystemFigures {
     std::optional<ProcessorTimes> Times() override { return times; }
     MemoryFigures Memory() override { return memory; }
     bool StartCollection() override { return false; }

@@ -8,24 +8,21 @@
 namespace zarn::testing {
 
 /// A front end that keeps every box and answers it: from `answers` in order, then OK or No.
-class RecordingBoxes : public MessageBoxes {
-  public:
+struct RecordingBoxes : MessageBoxes {
     BoxAnswer Show(const BoxMessage& message) override {
         shown.push_back(message);
-        if (whenShown) {
-            whenShown(message);
+        whenShown(message);
+        if (answers.empty()) {
+            return message.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
         }
-        if (!answers.empty()) {
-            const BoxAnswer answer = answers.front();
-            answers.pop_front();
-            return answer;
-        }
-        return message.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Ok;
+        const BoxAnswer answer = answers.front();
+        answers.pop_front();
+        return answer;
     }
 
     std::vector<BoxMessage> shown;
     std::deque<BoxAnswer> answers;
-    std::function<void(const BoxMessage&)> whenShown;
+    std::function<void(const BoxMessage&)> whenShown = [](const BoxMessage& /*message*/) {};
 };
 
 }  // namespace zarn::testing

@@ -1,14 +1,8 @@
 #include <unistd.h>
 
-#include <cstdlib>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "support/TestFolder.h"
 
 namespace zarn::testing {
-
 namespace {
 
 /// Every test program starts with this: nothing depends on who runs it, and nobody's settings,

@@ -15,8 +15,7 @@ namespace zarn::testing {
 }
 
 /// Stands still, or goes `step` seconds on with every look at `Timer`.
-class TestClock : public Clock {
-  public:
+struct TestClock : Clock {
     DateTime Now() override { return now; }
     double Timer() override { return time += step; }
 
@@ -27,20 +26,19 @@ class TestClock : public Clock {
 
 /// Acts where a job lets events run, and adds up how long it waits. A queue behind it, if there is
 /// one, runs the events.
-class TestQueue : public MessageQueue {
-  public:
-    explicit TestQueue(std::unique_ptr<MessageQueue> real) : real_(std::move(real)) {}
+struct TestQueue : MessageQueue {
+    explicit TestQueue(std::unique_ptr<MessageQueue> queue) : real(std::move(queue)) {}
 
     void Run() override {
         whenRun();
-        if (real_) {
-            real_->Run();
+        if (real) {
+            real->Run();
         }
     }
     void Wait(std::chrono::milliseconds time) override {
         waited += time;
         whenWaiting();
-        if (real_) {
+        if (real) {
             Run();
         }
     }
@@ -48,9 +46,7 @@ class TestQueue : public MessageQueue {
     std::function<void()> whenRun = [] {};
     std::function<void()> whenWaiting = [] {};
     std::chrono::milliseconds waited{0};
-
-  private:
-    std::unique_ptr<MessageQueue> real_;
+    std::unique_ptr<MessageQueue> real;
 };
 
 /// The real platform with its settings in a folder of its own and recorded boxes. A test puts other
@@ -58,7 +54,6 @@ class TestQueue : public MessageQueue {
 struct TestPlatform {
     TestPlatform() : boxes(&Put(platform.messageBoxes, std::make_unique<RecordingBoxes>())) {}
 
-    /// Puts a part into the platform.
     template <typename Kind, typename Part>
     static Part& Put(std::unique_ptr<Kind>& place, std::unique_ptr<Part> part) {
         Part& put = *part;

@@ -17,9 +17,6 @@ class WatchedFileSystem : public ForwardingFileSystem {
         Step("create " + std::string(path));
         ForwardingFileSystem::CreateFolder(path);
     }
-    std::optional<std::uint32_t> Attributes(std::string_view path) override {
-        return attributes ? attributes : ForwardingFileSystem::Attributes(path);
-    }
     std::optional<FileIdentity> Identity(std::string_view path) override {
         return hiddenLooks-- > 0 ? std::nullopt : ForwardingFileSystem::Identity(path);
     }
@@ -65,38 +62,31 @@ class WatchedFileSystem : public ForwardingFileSystem {
     std::vector<std::string> log;
     std::function<void(const std::string&)> whenStep = [](const std::string& /*step*/) {};
     std::function<void()> whenFinding = [] {};
-    std::string refused;                      ///< the step that fails
-    std::optional<std::uint32_t> attributes;  ///< those of every path
-    int hiddenLooks = 0;                      ///< so often no file has an identity
+    std::string refused;  ///< the step that fails
+    int hiddenLooks = 0;  ///< so often no file has an identity
 
     /// Makes every file into one of a test's own.
     std::function<std::unique_ptr<LargeFileAccess>(std::unique_ptr<LargeFileAccess>)> wrap =
         [this](auto real) { return std::make_unique<WatchedFile>(std::move(real), *this); };
 
   private:
-    class WatchedPending : public PendingFile {
-      public:
-        WatchedPending(std::unique_ptr<PendingFile> real, WatchedFileSystem& watch)
-            : real_(std::move(real)), watch_(watch) {}
-        void Flush() override { watch_.Step("flush"); }
+    struct WatchedPending : PendingFile {
+        WatchedPending(std::unique_ptr<PendingFile> file, WatchedFileSystem& owner)
+            : real(std::move(file)), watch(owner) {}
+        void Flush() override { watch.Step("flush"); }
         void Commit() override {
-            watch_.Step("commit");
-            real_->Commit();
+            watch.Step("commit");
+            real->Commit();
         }
-
-      private:
-        std::unique_ptr<PendingFile> real_;
-        WatchedFileSystem& watch_;
+        std::unique_ptr<PendingFile> real;
+        WatchedFileSystem& watch;
     };
 
-    class WatchedFile : public ForwardingLargeFile {
-      public:
-        WatchedFile(std::unique_ptr<LargeFileAccess> real, WatchedFileSystem& watch)
-            : ForwardingLargeFile(std::move(real)), watch_(watch) {}
-        void Flush() override { watch_.Step("flush"); }
-
-      private:
-        WatchedFileSystem& watch_;
+    struct WatchedFile : ForwardingLargeFile {
+        WatchedFile(std::unique_ptr<LargeFileAccess> real, WatchedFileSystem& owner)
+            : ForwardingLargeFile(std::move(real)), watch(owner) {}
+        void Flush() override { watch.Step("flush"); }
+        WatchedFileSystem& watch;
     };
 
     bool Takes(const std::string& step) {
