@@ -53,6 +53,13 @@ class Volumes {
         std::string_view root) = 0;
     [[nodiscard]] virtual DiskFreeSpace GetDiskFreeSpace(std::string_view root) = 0;
     [[nodiscard]] virtual DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view root) = 0;
+
+    /// The same of the volume that holds an existing folder, be it without a drive of its own.
+    [[nodiscard]] virtual DiskFreeSpaceEx FreeSpaceIn(std::string_view folder) = 0;
+
+    /// True if a folder lies on a disk that turns, which is slow where it reads two files at a
+    /// time.
+    [[nodiscard]] virtual bool IsOnTurningDisk(std::string_view folder) = 0;
 };
 
 }  // namespace zarn

@@ -1,8 +1,11 @@
 #include "platform/linux/LinuxVolumes.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
@@ -11,6 +14,7 @@
 #include <utility>
 
 #include "platform/linux/ErrnoError.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SystemPaths.h"
 
 namespace zarn {
@@ -48,17 +52,26 @@ std::string LabelOf(const Mount& mount, const std::string& labels) {
     return {};
 }
 
-// Nothing for a drive without a medium.
-std::optional<struct statvfs> FiguresOf(const std::optional<Drive>& drive) {
-    if (!drive || !drive->ready) {
-        return std::nullopt;
-    }
+std::optional<struct statvfs> FiguresOf(const std::string& folder) {
     struct statvfs figures = {};
-    if (Repeated([&] { return statvfs(drive->folder.c_str(), &figures); }) != 0) {
+    if (Repeated([&] { return statvfs(folder.c_str(), &figures); }) != 0) {
         return std::nullopt;
     }
     figures.f_frsize = figures.f_frsize == 0 ? figures.f_bsize : figures.f_frsize;
     return figures;
+}
+
+// Nothing for a drive without a medium.
+std::optional<struct statvfs> FiguresOf(const std::optional<Drive>& drive) {
+    return drive && drive->ready ? FiguresOf(drive->folder) : std::nullopt;
+}
+
+DiskFreeSpaceEx FreeSpaceOf(const std::optional<struct statvfs>& figures) {
+    if (!figures) {
+        return {};
+    }
+    return {figures->f_bavail * figures->f_frsize, figures->f_blocks * figures->f_frsize,
+            figures->f_bfree * figures->f_frsize};
 }
 
 std::int32_t Capped(std::uint64_t value) {
@@ -101,12 +114,31 @@ DiskFreeSpace LinuxVolumes::GetDiskFreeSpace(std::string_view root) {
 }
 
 DiskFreeSpaceEx LinuxVolumes::GetDiskFreeSpaceEx(std::string_view root) {
-    const std::optional<struct statvfs> figures = FiguresOf(DriveOfRoot(root));
-    if (!figures) {
-        return {};
+    return FreeSpaceOf(FiguresOf(DriveOfRoot(root)));
+}
+
+DiskFreeSpaceEx LinuxVolumes::FreeSpaceIn(std::string_view folder) {
+    const ResolvedPath found = paths_->Resolve(folder);
+    return FreeSpaceOf(found.state == PathState::Exists ? FiguresOf(found.path) : std::nullopt);
+}
+
+// A partition has its figures in the folder above its own.
+bool LinuxVolumes::IsOnTurningDisk(std::string_view folder) {
+    const ResolvedPath found = paths_->Resolve(folder);
+    struct stat status = {};
+    if (found.state != PathState::Exists || stat(found.path.c_str(), &status) != 0) {
+        return false;
     }
-    return {figures->f_bavail * figures->f_frsize, figures->f_blocks * figures->f_frsize,
-            figures->f_bfree * figures->f_frsize};
+    const std::string device = "/sys/dev/block/" + std::to_string(major(status.st_dev)) + ":" +
+                               std::to_string(minor(status.st_dev));
+    for (const char* const place : {"/queue/rotational", "/../queue/rotational"}) {
+        char answer = 0;
+        const FileDescriptor file = OpenFile(device + place, O_RDONLY);
+        if (file.IsOpen() && read(file.Number(), &answer, 1) == 1) {
+            return answer == '1';
+        }
+    }
+    return false;
 }
 
 std::optional<Drive> LinuxVolumes::DriveOfRoot(std::string_view root) {

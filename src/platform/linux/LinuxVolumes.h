@@ -20,6 +20,8 @@ class LinuxVolumes : public Volumes {
         std::string_view root) override;
     [[nodiscard]] DiskFreeSpace GetDiskFreeSpace(std::string_view root) override;
     [[nodiscard]] DiskFreeSpaceEx GetDiskFreeSpaceEx(std::string_view root) override;
+    [[nodiscard]] DiskFreeSpaceEx FreeSpaceIn(std::string_view folder) override;
+    [[nodiscard]] bool IsOnTurningDisk(std::string_view folder) override;
 
   private:
     [[nodiscard]] std::optional<Drive> DriveOfRoot(std::string_view root);
