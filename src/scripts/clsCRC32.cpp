@@ -5,7 +5,6 @@
 #include <span>
 
 #include "runtime/RuntimeError.h"
-#include "scripts/Crc32.h"
 
 namespace zarn {
 
@@ -18,6 +17,19 @@ struct alignas(64) ReadBuffer {
 };
 
 }  // namespace
+
+std::uint32_t FeedFile(const Crc32& engine, std::uint32_t running, LargeFileAccess& file,
+                       const std::function<bool(std::size_t)>& goesOn) {
+    // Left as it is found: a small file touches little of it.
+    const auto buffer = std::make_unique_for_overwrite<ReadBuffer>();
+    for (std::size_t got = file.Read(buffer->bytes); got > 0; got = file.Read(buffer->bytes)) {
+        running = engine.CRCUpdate(std::span(buffer->bytes).first(got), running);
+        if (!goesOn(got)) {
+            break;
+        }
+    }
+    return running;
+}
 
 void clsCRC32::FileCRC(std::string_view fileName, double& crc, std::int16_t& success) {
     crc = 0;
@@ -35,13 +47,8 @@ std::uint32_t clsCRC32::CRCOf(std::string_view fileName) {
     const std::unique_ptr<LargeFileAccess> file = fileSystem_.MakeLargeFile();
     file->Open(fileName);
     Crc32 engine;
-    std::uint32_t running = engine.CRCTableBuild(Crc32::IeeePolynomial, Crc32::InitialValue);
-    // Left as it is found: a small file touches little of it.
-    const auto buffer = std::make_unique_for_overwrite<ReadBuffer>();
-    for (std::size_t got = file->Read(buffer->bytes); got > 0; got = file->Read(buffer->bytes)) {
-        running = engine.CRCUpdate(std::span(buffer->bytes).first(got), running);
-    }
-    return Crc32::CRCFinal(running);
+    const std::uint32_t start = engine.CRCTableBuild(Crc32::IeeePolynomial, Crc32::InitialValue);
+    return Crc32::CRCFinal(FeedFile(engine, start, *file, [](std::size_t) { return true; }));
 }
 
 }  // namespace zarn

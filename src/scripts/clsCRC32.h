@@ -1,11 +1,21 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "platform/FileSystem.h"
+#include "scripts/Crc32.h"
 
 namespace zarn {
+
+/// Feeds an open file, from where it is read to its end, into a CRC and returns the new running
+/// value. `goesOn` hears how many bytes were read each time, some 256 KB, and ends the reading by
+/// false. Raises what `Read` raises.
+[[nodiscard]] std::uint32_t FeedFile(const Crc32& engine, std::uint32_t running,
+                                     LargeFileAccess& file,
+                                     const std::function<bool(std::size_t)>& goesOn);
 
 /// Computes the CRC-32 of whole files. It keeps nothing from one file to the next but the error.
 class clsCRC32 {
