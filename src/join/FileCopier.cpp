@@ -18,7 +18,9 @@ FileIdentity FileCopier::CopyWhole(std::string_view from, LargeFileAccess& to) {
     const FileIdentity opened = source->Identity();
     if (opened.size > 0) {
         canShare_ = canShare_ && to.ShareFrom(*source, opened.size);
-        if (!canShare_) {
+        if (canShare_) {
+            Tell(opened.size);
+        } else {
             CopyBytes(*source, opened.size, to);
         }
     }
@@ -35,6 +37,13 @@ void FileCopier::CopyBytes(LargeFileAccess& from, std::int64_t count, LargeFileA
             throw RuntimeError(ErrorNumber::DeviceIOError);
         }
         count -= wanted;
+        Tell(wanted);
+    }
+}
+
+void FileCopier::Tell(std::int64_t bytes) const {
+    if (added_) {
+        added_(bytes);
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 #include "platform/FileSystem.h"
 #include "platform/Signals.h"
@@ -12,9 +14,12 @@ namespace zarn {
 /// could not be shared the ends of the later ones lie between blocks as well, and none is tried.
 class FileCopier {
   public:
-    /// Both arguments must outlive this object.
-    FileCopier(FileSystem& fileSystem, Signals& endingSignals)
-        : fileSystem_(fileSystem), endingSignals_(endingSignals) {}
+    /// Hears how many bytes were added, at every few megabytes.
+    using Listener = std::function<void(std::int64_t bytes)>;
+
+    /// The first two arguments must outlive this object. The listener may be empty.
+    FileCopier(FileSystem& fileSystem, Signals& endingSignals, Listener added = {})
+        : fileSystem_(fileSystem), endingSignals_(endingSignals), added_(std::move(added)) {}
 
     /// Adds the file at a path to the end of `to`. Returns what was read: the file as it was when
     /// it was opened. Raises file errors, 57 where it has become shorter, and what `StopIfAsked`
@@ -25,10 +30,12 @@ class FileCopier {
     void StopIfAsked();
 
   private:
+    void Tell(std::int64_t bytes) const;
     void CopyBytes(LargeFileAccess& from, std::int64_t count, LargeFileAccess& to);
 
     FileSystem& fileSystem_;
     Signals& endingSignals_;
+    Listener added_;
     bool canShare_ = true;
 };
 

@@ -38,11 +38,13 @@ inline constexpr std::string_view CompleteFileMark = "\nThe joined file is compl
 class JoinScriptRunner {
   public:
     /// `scriptName` is the bare name of the running script's file; `destination` the full path
-    /// for the finished file, empty without one. All arguments must outlive this object.
+    /// for the finished file, empty without one. `added`, which may be empty, hears of the bytes
+    /// that were joined. All other arguments must outlive this object.
     JoinScriptRunner(FileSystem& fileSystem, Signals& endingSignals, const JoinScript& script,
-                     std::string_view scriptName, std::string_view destination)
+                     std::string_view scriptName, std::string_view destination,
+                     FileCopier::Listener added = {})
         : fileSystem_(fileSystem),
-          copier_(fileSystem, endingSignals),
+          copier_(fileSystem, endingSignals, std::move(added)),
           script_(script),
           scriptName_(scriptName),
           destination_(destination) {}

@@ -19,16 +19,22 @@ ScriptOutcome Refused(const ScriptRefusal& refusal) {
 }  // namespace
 
 ScriptOutcome ScriptInterpreter::Run(std::string_view script, std::string_view destination) {
-    fileSystem_.ChangeCurrentFolder(FunctionPath(script));
-    Checked checked =
-        Read(fileSystem_.ReadFile(script, LargestScript), script, destination).checked;
-    Judge(checked, script, destination);
+    const Checked checked = Check(script, destination);
     if (const auto* refusal = std::get_if<ScriptRefusal>(&checked)) {
         return Refused(*refusal);
     }
     return JoinScriptRunner(fileSystem_, endingSignals_, std::get<JoinScript>(checked),
                             FunctionLastPathItem(script), destination)
         .Run();
+}
+
+ScriptInterpreter::Checked ScriptInterpreter::Check(std::string_view script,
+                                                    std::string_view destination) {
+    fileSystem_.ChangeCurrentFolder(FunctionPath(script));
+    Checked checked =
+        Read(fileSystem_.ReadFile(script, LargestScript), script, destination).checked;
+    Judge(checked, script, destination);
+    return checked;
 }
 
 std::string ScriptInterpreter::TextOf(std::string_view bytes, std::string_view script) {

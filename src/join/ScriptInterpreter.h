@@ -34,8 +34,12 @@ class ScriptInterpreter {
     [[nodiscard]] std::optional<JoinScript> PlanOf(std::string_view text, std::string_view script,
                                                    std::string_view destination);
 
-  private:
+    /// What `Run` would do, or why it refuses. Makes the script's folder the current one. Raises
+    /// file errors.
     using Checked = std::variant<JoinScript, ScriptRefusal>;
+    [[nodiscard]] Checked Check(std::string_view script, std::string_view destination);
+
+  private:
     struct Reading {
         std::string text;
         Checked checked;
