@@ -74,6 +74,10 @@ std::string SizeText(double bytes) {
     return WithPlaces(figure, 1) + " " + UnitLetters[unit] + "B";
 }
 
+std::string SizeInBytes(double bytes) {
+    return WithPlaces(bytes, 0) + (bytes == 1 ? " byte" : " bytes");
+}
+
 std::string CountText(std::size_t count, std::string_view noun) {
     return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,6 +18,9 @@ namespace zarn {
 
 /// "999 B", "1.1 GB": the largest unit of which there is at least one. `bytes` is not negative.
 [[nodiscard]] std::string SizeText(double bytes);
+
+/// "1048576 bytes". `bytes` is whole.
+[[nodiscard]] std::string SizeInBytes(double bytes);
 
 /// "1 part", "12 parts".
 [[nodiscard]] std::string CountText(std::size_t count, std::string_view noun);

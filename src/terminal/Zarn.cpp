@@ -1,8 +1,52 @@
 #include "terminal/Zarn.h"
 
+#include <memory>
+
+#include "runtime/RuntimeError.h"
+#include "terminal/CheckCommand.h"
+#include "terminal/JoinCommand.h"
+#include "terminal/MemoryRegistry.h"
 #include "terminal/Options.h"
 
 namespace zarn {
+
+namespace {
+
+bool RunCommand(const CheckOptions& options, const Workplace& place) {
+    return RunCheck(options, place);
+}
+
+bool RunCommand(const SplitOptions& /*options*/, const Workplace& /*place*/) {
+    return false;
+}
+
+bool RunCommand(const JoinOptions& options, const Workplace& place) {
+    return RunJoin(options, place);
+}
+
+template <typename Options>
+int RunWith(const Options& options, SharedObjects& shared, Terminal& terminal) {
+    Console console(terminal, options.quiet ? Console::Manner::Quiet : Console::Manner::Usual);
+    Signals& endingSignals = *shared.Platform().endingSignals;
+    endingSignals.Hold();
+    bool isDone = false;
+    try {
+        UserPaths paths(*shared.Platform().fileSystem);
+        isDone = RunCommand(options, Workplace{shared, console, paths});
+    } catch (const RuntimeError& error) {
+        console.Tell(error.what());
+    }
+    if (console.HasLostOutput()) {
+        console.Tell("standard output cannot be written");
+    }
+    if (endingSignals.IsHeld()) {
+        console.Tell("interrupted");
+    }
+    endingSignals.Deliver();
+    return isDone && !console.HasLostOutput() ? 0 : 1;
+}
+
+}  // namespace
 
 int RunZarn(std::span<const std::string> words, const std::function<Platform()>& makePlatform,
             Terminal& terminal) {
@@ -11,8 +55,16 @@ int RunZarn(std::span<const std::string> words, const std::function<Platform()>&
         terminal.Write(answer->status == 0 ? Stream::Output : Stream::Error, answer->text);
         return answer->status;
     }
-    static_cast<void>(makePlatform);
-    return 1;
+    Platform platform = makePlatform();
+    platform.registry = std::make_unique<MemoryRegistry>();
+    SharedObjects shared(std::move(platform));
+    if (const auto* check = std::get_if<CheckOptions>(&request)) {
+        return RunWith(*check, shared, terminal);
+    }
+    if (const auto* join = std::get_if<JoinOptions>(&request)) {
+        return RunWith(*join, shared, terminal);
+    }
+    return RunWith(std::get<SplitOptions>(request), shared, terminal);
 }
 
 }  // namespace zarn

@@ -1,0 +1,229 @@
+#include "terminal/JoinCommand.h"
+
+#include <chrono>
+
+#include "join/JoinScriptRunner.h"
+#include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
+#include "scripts/SetNames.h"
+#include "terminal/SetReport.h"
+#include "terminal/Sizes.h"
+
+namespace zarn {
+
+namespace {
+
+/// The join of one set.
+class SetJoin {
+  public:
+    SetJoin(const FoundSet& found, const JoinOptions& options, const Workplace& place)
+        : found_(found),
+          set_(found.set),
+          options_(options),
+          place_(place),
+          disk_(place.Disk()),
+          target_(found.folder) {}
+
+    bool Run();
+
+  private:
+    // Each tells what is wrong and gives false then.
+    [[nodiscard]] bool ChooseTarget();
+    [[nodiscard]] bool MayJoin();
+    [[nodiscard]] bool HasAllParts();
+    [[nodiscard]] bool MayTakeName();
+    [[nodiscard]] bool HasRoom();
+    [[nodiscard]] bool PartsAreRight();
+    [[nodiscard]] bool Join();
+    [[nodiscard]] bool DeleteSet();
+
+    [[nodiscard]] JoinScript Plan() const;
+    [[nodiscard]] bool Delete(const std::string& name, const std::optional<FileIdentity>& file);
+    [[nodiscard]] bool Fail(const UserPath& path, std::string_view reason);
+
+    const FoundSet& found_;
+    const PartSet& set_;
+    const JoinOptions& options_;
+    const Workplace& place_;
+    FileSystem& disk_;
+    UserFolder target_;
+    UserPath joined_;
+    SetReport report_;
+};
+
+bool SetJoin::Run() {
+    const auto begun = std::chrono::steady_clock::now();
+    if (!ChooseTarget() || !MayJoin() || !PartsAreRight() || !Join()) {
+        return false;
+    }
+    place_.console.Line(joined_.shown);
+    const bool isDone = !options_.deleteParts || DeleteSet();
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
+    place_.console.Summary(CountText(set_.parts.size(), "part") + ", " + SizeText(report_.bytes) +
+                           ", " + TimeText(taken.count()) + " -> " + joined_.shown);
+    return isDone;
+}
+
+bool SetJoin::Fail(const UserPath& path, std::string_view reason) {
+    place_.console.Tell(path.shown, reason);
+    return false;
+}
+
+bool SetJoin::ChooseTarget() {
+    if (!options_.folder.empty()) {
+        std::variant<UserFolder, BadPath> folder = place_.paths.Folder(options_.folder);
+        if (const auto* reason = std::get_if<BadPath>(&folder)) {
+            place_.console.Tell(options_.folder, *reason);
+            return false;
+        }
+        target_ = std::move(std::get<UserFolder>(folder));
+    }
+    joined_ = target_.At(set_.original);
+    return true;
+}
+
+bool SetJoin::MayJoin() {
+    if (set_.parts.empty()) {
+        return Fail(found_.folder.At(set_.checksums), "it names no parts of a file");
+    }
+    report_ = LookAtParts(found_, disk_);
+    return HasAllParts() && MayTakeName() && HasRoom();
+}
+
+bool SetJoin::HasAllParts() {
+    bool hasAll = true;
+    for (std::size_t index = 0; index < set_.parts.size(); ++index) {
+        if (!report_.parts[index]) {
+            hasAll = Fail(found_.folder.At(set_.parts[index].name), "this part is missing");
+        }
+    }
+    return hasAll;
+}
+
+bool SetJoin::MayTakeName() {
+    const std::optional<FileIdentity> older =
+        disk_.HasExactName(joined_.path) ? disk_.Identity(joined_.path) : std::nullopt;
+    if (!IsGoodOriginal(set_.original, set_.script) || SameName(set_.original, JoinTemporary)) {
+        return Fail(joined_, "a joined file cannot have this name");
+    }
+    if (!disk_.IsShortEnough(joined_.path)) {
+        return Fail(joined_, "the name is too long");
+    }
+    for (const std::optional<FileIdentity>& part : report_.parts) {
+        if (older && part->IsSameFile(*older)) {
+            return Fail(joined_, "it is one of the parts");
+        }
+    }
+    const std::optional<std::uint32_t> attributes = disk_.Attributes(joined_.path);
+    if (older && attributes && (*attributes & AttributeFolder) != 0) {
+        return Fail(joined_, "there is a folder of this name");
+    }
+    return !disk_.HasExactName(joined_.path) || options_.force ||
+           Fail(joined_, "there is such a file; --force replaces it");
+}
+
+// A system that knows no figures gives none at all.
+bool SetJoin::HasRoom() {
+    const DiskFreeSpaceEx space = place_.shared.Platform().volumes->FreeSpaceIn(target_.path);
+    const auto free = static_cast<double>(space.freeToCaller);
+    return space.total == 0 || free >= report_.bytes ||
+           Fail(joined_, "there is too little room: " + SizeText(report_.bytes) +
+                             " are needed, and " + SizeText(free) + " are free");
+}
+
+// What is to be deleted must be right, and what a CRC file tells is always asked.
+bool SetJoin::PartsAreRight() {
+    if (options_.verify && !set_.HasChecksums()) {
+        return Fail(joined_, "there are no checksums to hold its parts against");
+    }
+    const bool isWanted =
+        options_.verify || options_.deleteParts || set_.wholeChecksum || set_.wholeSize;
+    if (!isWanted || (!set_.HasChecksums() && !set_.wholeSize)) {
+        return true;
+    }
+    FoundSet parts = found_;
+    parts.set.others.clear();
+    parts.set.surplus.clear();
+    report_ = CheckSet(parts, "verifying", place_);
+    for (const Finding& finding : report_.findings) {
+        if (finding.isFault) {
+            place_.console.Tell(found_.folder.At(finding.name).shown, finding.text);
+        }
+    }
+    return !report_.isInterrupted && report_.Faults() == 0;
+}
+
+JoinScript SetJoin::Plan() const {
+    JoinScript plan;
+    plan.original = set_.original;
+    for (const SetMember& part : set_.parts) {
+        const ScriptAction action =
+            plan.commands.empty() ? ScriptAction::MakeTemporary : ScriptAction::AppendPart;
+        plan.commands.push_back({action, found_.folder.path + part.name, {}});
+    }
+    if (options_.force && disk_.HasExactName(joined_.path)) {
+        plan.commands.push_back({ScriptAction::DeleteOriginal, {}, {}});
+    }
+    plan.commands.push_back({ScriptAction::RenameTemporary, {}, {}});
+    return plan;
+}
+
+// The file is built in its folder, be the parts on a medium that cannot be written.
+bool SetJoin::Join() {
+    disk_.ChangeCurrentFolder(target_.path);
+    const JoinScript plan = Plan();
+    double done = 0;
+    Console& console = place_.console;
+    console.BeginStage("joining", report_.bytes);
+    const ScriptOutcome outcome =
+        JoinScriptRunner(disk_, place_.EndingSignals(), plan, {}, {}, [&](std::int64_t bytes) {
+            done += static_cast<double>(bytes);
+            console.Advance(done);
+        }).Run();
+    console.EndStage();
+    if (outcome.status != ScriptStatus::Done) {
+        return Fail(joined_, found_.folder.Shown(outcome.message));
+    }
+    const std::optional<FileIdentity> built = disk_.Identity(joined_.path);
+    return (built && static_cast<double>(built->size) == report_.bytes) ||
+           Fail(joined_, "it has not the size of its parts");
+}
+
+// The files that were looked at are deleted, and only if they have not changed since.
+bool SetJoin::DeleteSet() {
+    disk_.FlushVolume(target_.path);
+    bool isDone = true;
+    for (std::size_t index = 0; index < set_.parts.size(); ++index) {
+        isDone = Delete(set_.parts[index].name, report_.parts[index]) && isDone;
+    }
+    for (const std::string& name : {set_.script, set_.checksums}) {
+        if (!name.empty()) {
+            isDone = Delete(name, disk_.Identity(found_.folder.path + name)) && isDone;
+        }
+    }
+    return isDone;
+}
+
+bool SetJoin::Delete(const std::string& name, const std::optional<FileIdentity>& file) {
+    const UserPath path = found_.folder.At(name);
+    switch (file ? disk_.DeleteSameFile(path.path, *file) : Deletion::Missing) {
+        case Deletion::Done:
+            return true;
+        case Deletion::Missing:
+            return Fail(path, "it was to be deleted, and is not there any more");
+        case Deletion::OtherFile:
+            return Fail(path, "it was not deleted: it is not the file that was joined");
+        case Deletion::Refused:
+            return Fail(path, "it cannot be deleted");
+    }
+    return false;
+}
+
+}  // namespace
+
+bool RunJoin(const JoinOptions& options, const Workplace& place) {
+    return ForEachSet(options.files, place,
+                      [&](const FoundSet& found) { return SetJoin(found, options, place).Run(); });
+}
+
+}  // namespace zarn
