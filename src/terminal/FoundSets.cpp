@@ -35,37 +35,49 @@ class DiskFolder : public SetFolder {
     std::vector<std::string> names_;
 };
 
+// The set, or why there is none.
+std::variant<FoundSet, NoSet> FindOnDisk(const std::string& file, const Workplace& place) {
+    try {
+        const std::variant<UserPath, BadPath> path = place.paths.Of(file);
+        if (const auto* reason = std::get_if<BadPath>(&path)) {
+            return *reason;
+        }
+        const UserFolder folder = UserPaths::FolderOf(std::get<UserPath>(path));
+        DiskFolder names(place, folder.path);
+        std::variant<PartSet, NoSet> found = FindSet(std::get<UserPath>(path).Name(), names);
+        if (auto* reason = std::get_if<NoSet>(&found)) {
+            return std::move(*reason);
+        }
+        return FoundSet{file, folder, std::move(std::get<PartSet>(found))};
+    } catch (const RuntimeError& error) {
+        return NoSet(error.what());
+    }
+}
+
 }  // namespace
 
 bool ForEachSet(const std::vector<std::string>& files, const Workplace& place,
                 const std::function<bool(const FoundSet&)>& job) {
-    std::set<std::string> done;
+    std::set<std::string> known;
+    std::vector<FoundSet> sets;
     bool isGood = true;
     for (const std::string& file : files) {
-        if (place.EndingSignals().IsHeld()) {
-            return false;
+        std::variant<FoundSet, NoSet> found = FindOnDisk(file, place);
+        if (const auto* reason = std::get_if<NoSet>(&found)) {
+            place.console.Tell(file, *reason);
+            isGood = false;
+            continue;
         }
+        auto& set = std::get<FoundSet>(found);
+        if (known.insert(set.folder.path + set.set.original + "\\" + set.set.checksums).second) {
+            sets.push_back(std::move(set));
+        }
+    }
+    for (const FoundSet& set : sets) {
         try {
-            const std::variant<UserPath, BadPath> path = place.paths.Of(file);
-            if (const auto* reason = std::get_if<BadPath>(&path)) {
-                place.console.Tell(file, *reason);
-                isGood = false;
-                continue;
-            }
-            const UserFolder folder = UserPaths::FolderOf(std::get<UserPath>(path));
-            DiskFolder names(place, folder.path);
-            std::variant<PartSet, NoSet> found = FindSet(std::get<UserPath>(path).Name(), names);
-            if (const auto* reason = std::get_if<NoSet>(&found)) {
-                place.console.Tell(file, *reason);
-                isGood = false;
-                continue;
-            }
-            const FoundSet set = {folder, std::move(std::get<PartSet>(found))};
-            if (done.insert(folder.path + set.set.original + "\\" + set.set.checksums).second) {
-                isGood = job(set) && isGood;
-            }
+            isGood = !place.EndingSignals().IsHeld() && job(set) && isGood;
         } catch (const RuntimeError& error) {
-            place.console.Tell(file, error.what());
+            place.console.Tell(set.file, error.what());
             isGood = false;
         }
     }

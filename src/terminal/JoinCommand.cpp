@@ -3,8 +3,6 @@
 #include <chrono>
 
 #include "join/JoinScriptRunner.h"
-#include "runtime/RuntimeError.h"
-#include "runtime/Text.h"
 #include "scripts/SetNames.h"
 #include "terminal/SetReport.h"
 #include "terminal/Sizes.h"
@@ -103,7 +101,7 @@ bool SetJoin::HasAllParts() {
 bool SetJoin::MayTakeName() {
     const std::optional<FileIdentity> older =
         disk_.HasExactName(joined_.path) ? disk_.Identity(joined_.path) : std::nullopt;
-    if (!IsGoodOriginal(set_.original, set_.script) || SameName(set_.original, JoinTemporary)) {
+    if (!IsGoodOriginal(set_.original, set_.script)) {
         return Fail(joined_, "a joined file cannot have this name");
     }
     if (!disk_.IsShortEnough(joined_.path)) {
@@ -122,13 +120,9 @@ bool SetJoin::MayTakeName() {
            Fail(joined_, "there is such a file; --force replaces it");
 }
 
-// A system that knows no figures gives none at all.
 bool SetJoin::HasRoom() {
-    const DiskFreeSpaceEx space = place_.shared.Platform().volumes->FreeSpaceIn(target_.path);
-    const auto free = static_cast<double>(space.freeToCaller);
-    return space.total == 0 || free >= report_.bytes ||
-           Fail(joined_, "there is too little room: " + SizeText(report_.bytes) +
-                             " are needed, and " + SizeText(free) + " are free");
+    const std::string lack = place_.LacksRoom(target_, report_.bytes);
+    return lack.empty() || Fail(joined_, lack);
 }
 
 // What is to be deleted must be right, and what a CRC file tells is always asked.

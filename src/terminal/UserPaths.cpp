@@ -84,7 +84,8 @@ bool UserPaths::IsSpelledRight(std::string_view start, std::string_view typed) {
     for (const std::string& item : Split(typed, "/")) {
         path = Tidy(path, item);
         const std::optional<std::string> drivePath = fileSystem_.DrivePath(path);
-        if (item != ".." && path != "/" && !(drivePath && fileSystem_.HasExactName(*drivePath))) {
+        const bool isRoot = drivePath && drivePath->ends_with('\\');
+        if (item != ".." && !isRoot && !(drivePath && fileSystem_.HasExactName(*drivePath))) {
             return false;
         }
     }

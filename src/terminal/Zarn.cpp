@@ -7,6 +7,7 @@
 #include "terminal/JoinCommand.h"
 #include "terminal/MemoryRegistry.h"
 #include "terminal/Options.h"
+#include "terminal/SplitCommand.h"
 
 namespace zarn {
 
@@ -16,8 +17,8 @@ bool RunCommand(const CheckOptions& options, const Workplace& place) {
     return RunCheck(options, place);
 }
 
-bool RunCommand(const SplitOptions& /*options*/, const Workplace& /*place*/) {
-    return false;
+bool RunCommand(const SplitOptions& options, const Workplace& place) {
+    return RunSplit(options, place);
 }
 
 bool RunCommand(const JoinOptions& options, const Workplace& place) {
@@ -25,14 +26,15 @@ bool RunCommand(const JoinOptions& options, const Workplace& place) {
 }
 
 template <typename Options>
-int RunWith(const Options& options, SharedObjects& shared, Terminal& terminal) {
+int RunWith(const Options& options, SharedObjects& shared, HeardMessages& messages,
+            Terminal& terminal) {
     Console console(terminal, options.quiet ? Console::Manner::Quiet : Console::Manner::Usual);
     Signals& endingSignals = *shared.Platform().endingSignals;
     endingSignals.Hold();
     bool isDone = false;
     try {
         UserPaths paths(*shared.Platform().fileSystem);
-        isDone = RunCommand(options, Workplace{shared, console, paths});
+        isDone = RunCommand(options, Workplace{shared, messages, terminal, console, paths});
     } catch (const RuntimeError& error) {
         console.Tell(error.what());
     }
@@ -57,14 +59,17 @@ int RunZarn(std::span<const std::string> words, const std::function<Platform()>&
     }
     Platform platform = makePlatform();
     platform.registry = std::make_unique<MemoryRegistry>();
+    auto boxes = std::make_unique<HeardMessages>();
+    HeardMessages& messages = *boxes;
+    platform.messageBoxes = std::move(boxes);
     SharedObjects shared(std::move(platform));
     if (const auto* check = std::get_if<CheckOptions>(&request)) {
-        return RunWith(*check, shared, terminal);
+        return RunWith(*check, shared, messages, terminal);
     }
     if (const auto* join = std::get_if<JoinOptions>(&request)) {
-        return RunWith(*join, shared, terminal);
+        return RunWith(*join, shared, messages, terminal);
     }
-    return RunWith(std::get<SplitOptions>(request), shared, terminal);
+    return RunWith(std::get<SplitOptions>(request), shared, messages, terminal);
 }
 
 }  // namespace zarn
