@@ -175,6 +175,9 @@ bool SetJoin::Join() {
             console.Advance(done);
         }).Run();
     console.EndStage();
+    if (place_.EndingSignals().IsHeld() && outcome.status != ScriptStatus::Done) {
+        return false;
+    }
     if (outcome.status != ScriptStatus::Done) {
         return Fail(joined_, found_.folder.Shown(outcome.message));
     }

@@ -87,7 +87,7 @@ class FileSplit : private FixedChoices {
     [[nodiscard]] SplitJob Order() const;
     [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool complete) override;
     [[nodiscard]] bool PartsHoldSource();
-    [[nodiscard]] std::string WhyFailed();
+    [[nodiscard]] std::string WhyFailed();  ///< empty: of a signal, which is told elsewhere
     void DeleteOlderSet();
     void CollectParts();
     [[nodiscard]] bool HasAllChecksums();
@@ -117,7 +117,8 @@ bool FileSplit::Run() {
     place_.console.EndStage();
     if (!isComplete) {
         Undo();
-        return Fail(WhyFailed());
+        const std::string reason = WhyFailed();
+        return !reason.empty() && Fail(reason);
     }
     for (const std::string& reason : place_.messages.TakeReasons()) {
         isDone_ = Fail("it was not deleted: " + reason);
@@ -207,7 +208,7 @@ bool FileSplit::HasAllChecksums() {
 std::string FileSplit::WhyFailed() {
     const std::vector<std::string> reasons = place_.messages.TakeReasons();
     if (place_.EndingSignals().IsHeld()) {
-        return "interrupted; nothing of it is left";
+        return {};
     }
     if (stages_.lacksRoom) {
         return "there is too little room for its parts";

@@ -42,7 +42,7 @@ int RunWith(const Options& options, SharedObjects& shared, HeardMessages& messag
         console.Tell("standard output cannot be written");
     }
     if (endingSignals.IsHeld()) {
-        console.Tell("interrupted");
+        console.Tell("interrupted; nothing is left half-made");
     }
     endingSignals.Deliver();
     return isDone && !console.HasLostOutput() ? 0 : 1;
