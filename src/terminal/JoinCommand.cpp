@@ -132,7 +132,7 @@ bool SetJoin::PartsAreRight() {
     }
     const bool isWanted =
         options_.verify || options_.deleteParts || set_.wholeChecksum || set_.wholeSize;
-    if (!isWanted || (!set_.HasChecksums() && !set_.wholeSize)) {
+    if (!isWanted || set_.checksums.empty()) {
         return true;
     }
     FoundSet parts = found_;

@@ -77,14 +77,12 @@ class FileSplit : private FixedChoices {
         stages_.engine = &runner_.Engine();
     }
 
-    /// Raises file errors; what was made is deleted then.
+    /// What a job that failed has made is deleted. Raises file errors.
     bool Run();
-
-    /// Deletes what was made, but if the source is deleted.
-    void Undo() { runner_.RemoveOutput(); }
 
   private:
     [[nodiscard]] SplitJob Order() const;
+    [[nodiscard]] bool Split();
     [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool complete) override;
     [[nodiscard]] bool PartsHoldSource();
     [[nodiscard]] std::string WhyFailed();  ///< empty: of a signal, which is told elsewhere
@@ -103,20 +101,15 @@ class FileSplit : private FixedChoices {
     SplitRunner runner_;
     std::vector<std::string> parts_;  ///< names
     double bytes_ = 0;                ///< of all parts
-    bool isDone_ = true;              ///< nothing was left undone that was asked for
+    std::optional<ErrorNumber> error_;
+    bool isDone_ = true;  ///< nothing was left undone that was asked for
 };
 
 bool FileSplit::Run() {
     const auto begun = std::chrono::steady_clock::now();
     DeleteOlderSet();
-    SplitJob job = Order();
-    if (options_.level) {
-        temporaryFolder = disk_.TemporaryFolder();
-    }
-    const bool isComplete = runner_.Run(job) && HasAllChecksums();
-    place_.console.EndStage();
-    if (!isComplete) {
-        Undo();
+    if (!Split()) {
+        runner_.RemoveOutput();
         const std::string reason = WhyFailed();
         return !reason.empty() && Fail(reason);
     }
@@ -127,6 +120,22 @@ bool FileSplit::Run() {
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
     TellResult(taken.count());
     return isDone_;
+}
+
+// Behind a split that failed the checksums may fail as well, which is not the reason then.
+bool FileSplit::Split() {
+    if (options_.level) {
+        temporaryFolder = disk_.TemporaryFolder();
+    }
+    SplitJob job = Order();
+    bool isComplete = false;
+    try {
+        isComplete = runner_.Run(job) && HasAllChecksums();
+    } catch (const RuntimeError& error) {
+        error_ = error.Number();
+    }
+    place_.console.EndStage();
+    return isComplete;
 }
 
 SplitJob FileSplit::Order() const {
@@ -213,7 +222,8 @@ std::string FileSplit::WhyFailed() {
     if (stages_.lacksRoom) {
         return "there is too little room for its parts";
     }
-    const std::optional<ErrorNumber> error = runner_.Engine().Failure();
+    const std::optional<ErrorNumber> failure = runner_.Engine().Failure();
+    const std::optional<ErrorNumber> error = failure ? failure : error_;
     return error ? "it cannot be split: " + std::string(ErrorText(*error))
                  : "it cannot be split: its parts cannot be read";
 }
@@ -296,13 +306,7 @@ bool SplitOne(SplitPlan& plan, const std::vector<SplitPlan>& plans, const SplitO
             place.console.Tell(plan.source.shown, plan.refusal);
             return false;
         }
-        FileSplit split(plan, options, password, place);
-        try {
-            return split.Run();
-        } catch (const RuntimeError&) {
-            split.Undo();
-            throw;
-        }
+        return FileSplit(plan, options, password, place).Run();
     } catch (const RuntimeError& error) {
         place.console.Tell(plan.source.shown, error.what());
         return false;

@@ -13,7 +13,8 @@ namespace zarn::testing {
 namespace {
 
 Names ArgumentsIn(const TestFolder& folder, const Job& job) {
-    return Split(Replace(job.arguments, "@", folder.Drive()), " ");
+    return Split(
+        Replace(job.arguments, "@", job.Has(Job::Native) ? folder.System() : folder.Drive()), " ");
 }
 
 void StoreSettings(const Job& job, const TestFolder& folder) {
@@ -31,7 +32,7 @@ void StoreSettings(const Job& job, const TestFolder& folder) {
 
 void PrepareSplit(const Job& job, const TestFolder& folder) {
     folder.Write("IN/NOTE.TXT", "a note");
-    if (job.Has(Job::OverEarlier) || job.road == Road::Sfv) {
+    if (job.Has(Job::OverEarlier) || job.road == Road::Sfv || job.Has(Job::Native)) {
         folder.MakeFolder("OUT");
     }
     if (job.Has(Job::OverEarlier)) {
@@ -52,7 +53,12 @@ void PrepareJoin(const Job& job, const TestFolder& folder) {
         folder.Write("PARTS/DATA.BIN", "an older result");
         folder.Write("DEST/DATA.BIN", "an older result elsewhere");
     }
-    folder.Write("PARTS/DATA.BIN_Part0.sfv", "checksums");
+    if (job.Has(Job::Native)) {
+        const std::string again = "split -qfn3 --sfv -o @/PARTS @/IN/DATA.BIN";
+        EXPECT_EQ(RunWatched({"", Road::Split, again, {Job::Native}}, folder, {}).message, "");
+    } else {
+        folder.Write("PARTS/DATA.BIN_Part0.sfv", "checksums");
+    }
     folder.Write("PARTS/DATA.BIN_Part1.bak", "somebody's copy");
     folder.Write("DEST/NOTE.TXT", "a note");
     const Names words = ArgumentsIn(folder, job);
@@ -76,6 +82,8 @@ std::vector<Job> JobsWithout(Job::Trait trait) {
     const std::string move = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\DEST\DATA.BIN)";
     const std::string home = R"(@\PARTS\DATA.BIN_Part0_TMP.bat @\PARTS\DATA.BIN)";
     const std::string stop = join + R"( @\DEST\DATA.BIN join)";
+    const std::string zarn = "split -qfn3 --sfv -o @/OUT @/IN/DATA.BIN";
+    const std::string away = "join -qf -o @/DEST --delete-parts @/PARTS/DATA.BIN_Part0.bat";
     const auto [split, window, script] = std::tuple(Road::Split, Road::Sfv, Road::Join);
     const std::set<Job::Trait> beside = {NamesOnly, Compressed, Deletes, OverEarlier, NoBackslash};
     std::vector<Job> jobs = {
@@ -100,9 +108,15 @@ std::vector<Job> JobsWithout(Job::Trait trait) {
         {"JoinThatMovesWithoutLinks", script, move, {NamesOnly, Moves, OverNothing}, "no links"},
         {"CancelledJoin", script, stop, {NamesOnly, Cancelled, Moves}},
         {"CancelledJoinThatDeletes", script, stop, {NamesOnly, Cancelled, Moves, DeletesParts}},
+        {"Zarn", split, zarn, {Native, OverEarlier}, "buffered"},
+        {"ZarnThatDeletes", split, zarn + " --delete-source", {Native, Deletes}, "shares"},
+        {"ZarnJoin", script, "join -qf @/PARTS/DATA.BIN_Part2", {Native}},
+        {"ZarnJoinThatMoves", script, away, {Native, Moves, DeletesParts}, "buffered"},
         {"Settings", split, cut + "/PN=3 /DP /TEST", {ChecksOnly}},
     };
-    std::erase_if(jobs, [&](const Job& job) { return job.Has(trait); });
+    std::erase_if(jobs, [&](const Job& job) {
+        return job.Has(trait) || (trait == ChecksOnly && job.Has(Native));
+    });
     return jobs;
 }
 
@@ -124,9 +138,10 @@ WatchedRun RunWatched(const Job& job, const TestFolder& folder, const Fault& fau
     const TestFolder notes;
     notes.Write("log", "");
     const ProgramResult program =
-        RunProgram(job.road == Road::Sfv || job.Has(Job::Cancelled) ? "ZarnSfvJob"
-                   : job.IsJoin()                                   ? "ZarnScript"
-                                                                    : "ZarnFileSplitter",
+        RunProgram(job.Has(Job::Native)                               ? "zarn"
+                   : job.road == Road::Sfv || job.Has(Job::Cancelled) ? "ZarnSfvJob"
+                   : job.IsJoin()                                     ? "ZarnScript"
+                                                                      : "ZarnFileSplitter",
                    ArgumentsIn(folder, job),
                    {{"XDG_CONFIG_HOME", folder.System("config")},
                     {"XDG_CACHE_HOME", folder.System("cache")},

@@ -25,6 +25,7 @@ struct Job {
         Moves,          ///< a join's result, to `DEST`
         Cancelled,
         NoBackslash,  ///< behind the temporary folder: the archive has to be moved into it
+        Native,       ///< a job of `zarn`; no identity sweep is made for those
         NamesOnly,    ///< runs in the identity sweep alone
         ChecksOnly    ///< the command line, and cuts nothing
     };

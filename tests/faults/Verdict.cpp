@@ -91,10 +91,11 @@ struct Judge : Evidence {
             return Matches(path, "(config|cache)/.*|PARTS/(DATA\\.BIN|Zarn\\.TMP)") ||
                    (Has(Job::Cancelled) && ending == "0_TMP.bat") ||
                    (Has(Job::DeletesParts) && Matches(ending, R"(1|2|3|0(_TMP)?\.bat|0\.sfv)")) ||
-                   (Has(Job::Moves) && path == Elsewhere);
+                   (Has(Job::Moves) && (path == Elsewhere || path == "DEST/Zarn.TMP"));
         }
         return Matches(path, "(config|cache)/.*|OUT/") || Matches(ending, R"(1|2|3|0\.bat)") ||
-               IsArchive(path) || (job.road == Road::Sfv && ending == "0.sfv") ||
+               (Has(Job::Native) && Has(Job::OverEarlier) && ending == "4") || IsArchive(path) ||
+               ((job.road == Road::Sfv || Has(Job::Native)) && ending == "0.sfv") ||
                (IsSource(path) && (Has(Job::Deletes) || Has(Job::DeletesAlways)));
     }
 
@@ -146,10 +147,11 @@ struct Judge : Evidence {
     [[nodiscard]] bool StrikesOutput() const {
         const Words moves = {"create", "write", "copy", "flush", "sync"};
         // Joins give a file such a name only to delete it, and do without if they cannot.
-        const bool isNameAlone = job.IsJoin() && At(R"(.*/\.zarn-.*)");
-        const bool closes =
-            Struck({"close"}) && (At(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
-                                  (job.road == Road::Split && At("OUT/.*_Part[1-9]")));
+        const bool isNameAlone =
+            (job.IsJoin() || (Has(Job::Native) && !Struck({"write"}))) && At(R"(.*/\.zarn-.*)");
+        const bool closes = Struck({"close"}) && !Has(Job::Native) &&
+                            (At(R"(OUT/\.zarn-.*|(DEST|PARTS)/Zarn.*)") ||
+                             (job.road == Road::Split && At("OUT/.*_Part[1-9]")));
         return fault.kind.starts_with('E') && fault.kind != "EINTR" &&
                (closes || (Struck(moves) && !isNameAlone && At("(OUT|DEST|PARTS)(/.*)?")));
     }
@@ -165,9 +167,20 @@ struct Judge : Evidence {
                !At(R"(tmp/(zarn-\w{6}/)?\.zarn-\w{6}(\.\w{6})?)");
     }
 
+    // What `zarn` has made of a job that failed is deleted, as far as the fault lets it.
+    [[nodiscard]] std::string HalfMade() const {
+        // A part whose new file does not say what it is stays, empty.
+        const bool mayLeave = run.killed || fault.stays || Struck({"delete", "rename", "stat"});
+        const bool isSplit = Has(Job::Native) && !job.IsJoin();
+        const bool isLeft = std::ranges::any_of(after, [&](const auto& file) {
+            return file.first.starts_with("OUT/DATA") && BytesOf(before, file.first) != file.second;
+        });
+        return isSplit && !mayLeave && isLeft && !PartsHold(after, Content()) ? "half-made" : "";
+    }
+
     [[nodiscard]] std::string End() const {
         const bool done = SaysDone(job, run);
-        const bool fails = job.IsJoin() && !run.message.empty();
+        const bool fails = (job.IsJoin() || Has(Job::Native)) && !run.message.empty();
         return run.hung                     ? "hung"
                : run.killed                 ? ""
                : !run.open.empty()          ? "left open: " + run.open.front()
@@ -324,9 +337,9 @@ struct Judge : Evidence {
             const std::string script = std::regex_replace(BytesOf(from, Part("0.bat")), date, "");
             return otherSettings ? std::regex_replace(script, deletion, "") : script;
         };
-        return timeless(files) != timeless(clean) ? "another script"
-               : job.road == Road::Sfv            ? Checksums(files)
-                                                  : "";
+        return timeless(files) != timeless(clean)          ? "another script"
+               : job.road == Road::Sfv || Has(Job::Native) ? Checksums(files)
+                                                           : "";
     }
 
     [[nodiscard]] std::string JoinResult(const Snapshot& files) const {
@@ -372,6 +385,11 @@ struct Judge : Evidence {
 
     // The words are those that the programs have for a failure, and a file that they name is there.
     [[nodiscard]] std::string Message() const {
+        if (Has(Job::Native)) {
+            const bool known =
+                run.message.empty() || Matches(run.message, "(zarn: [^\n]*: [^\n:]+\n)+");
+            return known ? "" : "words of nobody's: " + run.message;
+        }
         static const std::regex boxes(
             "Error\nThe source file was not deleted:\n[^\n]*\n[^\n]*\n|"
             "Error\nThe stored password cannot be [^\n]*\n[^\n]*\n|"
@@ -431,7 +449,8 @@ struct Judge : Evidence {
 
     // Nothing a second run needs has been deleted.
     [[nodiscard]] bool CanRepeat() const {
-        const std::string script = Split(job.arguments, " ").front().substr(2);
+        const std::string script =
+            Has(Job::Native) ? Part("1") : Split(job.arguments, " ").front().substr(2);
         return job.IsJoin()
                    ? JoinedParts(after) == Content() && after.contains(Replace(script, "\\", "/"))
                    : BytesOf(after, Source) == Content();
@@ -447,8 +466,8 @@ bool SaysDone(const Job& job, const WatchedRun& run) {
 
 std::string JudgeRun(const Evidence& evidence) {
     const Judge judge{evidence};
-    return FirstOf({judge.End(), judge.Loss(), judge.Order(), judge.Others(), judge.Store(),
-                    judge.Result(evidence.run, evidence.after), judge.Message()});
+    return FirstOf({judge.End(), judge.Loss(), judge.Order(), judge.Others(), judge.HalfMade(),
+                    judge.Store(), judge.Result(evidence.run, evidence.after), judge.Message()});
 }
 
 std::string JudgeIdentity(const Evidence& evidence, std::size_t removal) {
