@@ -12,6 +12,7 @@ import tempfile
 from rows.checksums import measure_checksum
 from rows.compression import measure_compression
 from rows.measuring import Place, Table, xfs_place
+from rows.native import measure_native
 from rows.splitting import measure_memory, measure_place, measure_start
 
 
@@ -30,6 +31,7 @@ def main():
         place = Place(name, folder, arguments.size)
         try:
             measure_place(table, place, arguments.pairs, shares_blocks=False)
+            measure_native(table, place, arguments.pairs)
             if name == "memory":
                 measure_checksum(table, place, arguments.pairs)
                 measure_start(table, place, arguments.pairs)

@@ -11,6 +11,7 @@ import time
 
 BUILD = os.path.abspath("build/release")
 SPLITTER = os.path.join(BUILD, "ZarnFileSplitter")
+NATIVE = os.path.join(BUILD, "zarn")
 JOINER = os.path.join(BUILD, "ZarnScript")
 
 
@@ -92,7 +93,8 @@ def paired(count, ours, theirs):
 def spawn_seconds(command):
     """Run time of a short command, without the cost of a pipe or a shell."""
     before = time.perf_counter()
-    pid = os.posix_spawn(command[0], command, os.environ)
+    silence = [(os.POSIX_SPAWN_OPEN, 1, "/dev/null", os.O_WRONLY, 0)]
+    pid = os.posix_spawn(command[0], command, os.environ, file_actions=silence)
     _, status = os.waitpid(pid, 0)
     elapsed = time.perf_counter() - before
     if status != 0:
