@@ -29,7 +29,8 @@ double CountOfParts(const SplitOptions& options, double size) {
 }
 
 std::string RefuseNames(SplitPlan& plan, double count, FileSystem& disk) {
-    if (!IsGoodOriginal(plan.stem, {})) {
+    // It takes blanks in front of a name for none of it.
+    if (!IsGoodOriginal(plan.stem, {}) || plan.stem.starts_with(' ')) {
         return "no join script can hold a file of this name";
     }
     if (count > MostParts) {
