@@ -87,7 +87,7 @@ TEST_F(FilesOfLinux, FindsFilesByNameAndWildcard) {
          {Case("B.txt", "b.TXT"), Case("*.txt", "a.txt"), Case("?.TXT", "a.txt"),
           Case("*.*", ".dot"), Case("c*.bin", "c*.bin"), Case("C?.bin", "c*.bin"),
           Case("?.x", "\xC3\xA4.x"), Case("0.txt", {}), Case("0*", {}), Case("a?b", {}),
-          Case("*t*t", "a.txt"), Case("a.tx", {}), Case("a.txt\\", {}), Case("none\\*", {})}) {
+          Case("A*T", "a.txt"), Case("a*x", {}), Case("a.txt\\", {}), Case("none\\*", {})}) {
         EXPECT_EQ(files.FindFile(folder.Drive(pattern)), name) << pattern;
     }
 }
