@@ -57,7 +57,6 @@ std::string SplitterEngine::ConvertFileName(std::string_view path, std::string_v
 }
 
 bool SplitterEngine::SplittFile(const std::string& source, SplitJob& job) {
-    failure_.reset();
     Run run(*this, source, job);
     try {
         return run.Execute();

@@ -64,7 +64,7 @@ class SplitterEngine {
     /// failure, which has been shown by then.
     bool SplittFile(const std::string& source, SplitJob& job);
 
-    /// Why the last `SplittFile` failed; nothing after a complete or cancelled one.
+    /// Why `SplittFile` failed; nothing if it did not, or has been cancelled.
     [[nodiscard]] std::optional<ErrorNumber> Failure() const { return failure_; }
 
     /// True for a network path, else if the unit has at least `bytes` free.

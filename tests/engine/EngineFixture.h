@@ -9,7 +9,7 @@ namespace zarn::testing {
 class RecordingEvents : public SplitterEvents {
   public:
     void StageBegins(SplitStage stage) override {
-        constexpr std::array StageNames = {"prepare", "compress", "split", "sums", "done"};
+        constexpr std::array StageNames = {"begin", "compress", "split", "sums", "done"};
         Keep(StageNames.at(static_cast<std::size_t>(stage)));
     }
     void StatusSFV(std::int32_t part, std::int32_t total) override {

@@ -54,11 +54,11 @@ class RunnerTest : public EngineTest {
     std::function<void(const std::string&)> act;
 };
 
-const std::string begun = "prepare ~ ~ split start ~ ";
+const std::string begun = "begin ~ ~ split start ~ ";
 const std::string cut = begun + "~ ~ ~ ~ ~ prepare ";
 const std::string summed = "sums sum 1/2 ~ ~ sum 2/2 ~ ~ sum 3/2 prepare commit done ";
 const std::string deleted = "flush volume -movie.avi ";
-const std::string archived = "prepare ~ ~ compress zip 0 zip 100 ~ ";
+const std::string archived = "begin ~ ~ compress zip 0 zip 100 ~ ";
 const std::string cutAgain = "split start ~ ~ ~ ~ ~ ~ prepare ";
 const std::string stopped = "finish [ Stoping current Split Job ]0 done ";
 const std::string stoppedAgain = "split start ~ ~ wait -movie.zip_Part1 ";
@@ -79,8 +79,10 @@ TEST_F(RunnerTest, TakesTheStagesOfAJobInTheirOrder) {
           Case("sd", "", cut + "flush flush volume commit -movie.avi " + summed + "flush volume ok",
                nothing),
           Case("s", "sum 2", cut + "commit " + summed + deleted + "ok", wantDeletion),
-          Case("", "prepare", "prepare ~ ~ split finish [ Stoping current Split Job ]5 done ",
+          Case("", "begin", "begin ~ ~ split finish [ Stoping current Split Job ]5 done ",
                [this] { progress.StopRequested = true; }),
+          Case("s", "begin", cut + "commit " + summed + "ok", cancel),
+          Case("s", "50%", begun + "~ wait -movie.avi_Part1 " + stopped, interrupt),
           Case("sd", "50%", begun + "~ wait -movie.avi_Part1 " + stopped + deleted, cancel),
           Case("sd", "flush",
                cut + "flush flush volume -movie.avi_Part1 -movie.avi_Part2 -movie.avi_Part0.bat " +
@@ -129,21 +131,24 @@ TEST_F(RunnerTest, IsCancelledAtAPrompt) {
 TEST_F(RunnerTest, FixedChoicesReadNoSetting) {
     FixedChoices fixed;
     fixed.deletesParts = true;
-    SplitRunner fixedRunner(test.Shared(), progress, fixed, events);
+    std::optional<SplitRunner> fixedRunner;
     const auto run = [&] {
         job.deleteSource = true;
-        return fixedRunner.Run(job);
+        return fixedRunner.emplace(test.Shared(), progress, fixed, events).Run(job);
     };
-    out.MakeFolder("movie.avi_Part2");
+    job.compress = true;
+    fixed.temporaryFolder = temporary.Drive() + "\\";
+    out.MakeFolder("movie.zip_Part2");
     EXPECT_FALSE(run());
-    EXPECT_EQ(fixedRunner.Engine().Failure(), ErrorNumber::PathFileAccessError);
-    fixedRunner.RemoveOutput();
-    EXPECT_EQ(out.Names(), Names{"movie.avi_Part2"});
+    EXPECT_EQ(fixedRunner->Engine().Failure(), ErrorNumber::PathFileAccessError);
+    fixedRunner->RemoveOutput();
+    EXPECT_EQ(out.Names(), Names{"movie.zip_Part2"});
+    EXPECT_TRUE(temporary.Names().empty() && folder.Has("movie.avi"));
     Prepare();
     At("sum 2", [this] { signal.held = true; });
     EXPECT_FALSE(run());
     EXPECT_EQ(out.Names().size(), 3U);
-    fixedRunner.RemoveOutput();
+    fixedRunner->RemoveOutput();
     EXPECT_TRUE(out.Names().empty() && folder.Has("movie.avi"));
     Prepare();
     EXPECT_TRUE(run());
@@ -154,7 +159,7 @@ TEST_F(RunnerTest, FixedChoicesReadNoSetting) {
     const std::string date = test.Shared().Files().FileDate(path);
     EXPECT_TRUE(Contains(sums, "  1024  " + date + "  movie.avi_Part1\r\n")) << sums;
     EXPECT_TRUE(Contains(sums, "\nmovie.avi_Part1  " + CalcCRC32(watch, path) + "\r\n"));
-    fixedRunner.RemoveOutput();
+    fixedRunner->RemoveOutput();
     EXPECT_EQ(out.Names().size(), 4U);
     EXPECT_TRUE(TakeSnapshot(test.home.System()).empty());
 }
