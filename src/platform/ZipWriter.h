@@ -46,6 +46,10 @@ class ZipWriter {
     /// at all; where the name is taken nothing is written. Memory does not grow with the file.
     /// Raises 48 where the system's ZIP library is missing, and what the listener raises.
     virtual ZipResult Write(const ZipOrder& order, const ZipListener& listener) = 0;
+
+    /// Unpacks the archive of an order and compares it with the source, byte for byte. False if
+    /// they differ, one of them cannot be read, or the listener ends it. Raises like `Write`.
+    [[nodiscard]] virtual bool Holds(const ZipOrder& order, const ZipListener& listener) = 0;
 };
 
 }  // namespace zarn

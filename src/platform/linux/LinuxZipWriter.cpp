@@ -5,6 +5,7 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/LinuxModules.h"
@@ -18,12 +19,15 @@ namespace zarn {
 
 namespace {
 
-decltype(&ZarnWriteZip) LoadModule() {
-    const ModuleFunction function = LinuxModules().Function(ZipModuleFile, ZipModuleFunction);
+using ZipFunction = decltype(&ZarnWriteZip);
+static_assert(std::is_same_v<ZipFunction, decltype(&ZarnZipHolds)>);
+
+ZipFunction LoadModule(const char* name) {
+    const ModuleFunction function = LinuxModules().Function(ZipModuleFile, name);
     if (function == nullptr) {
         throw RuntimeError(ErrorNumber::ErrorLoadingLibrary);
     }
-    return reinterpret_cast<decltype(&ZarnWriteZip)>(function);
+    return reinterpret_cast<ZipFunction>(function);
 }
 
 // Keeps what a listener raises until the ZIP library has returned.
@@ -100,14 +104,15 @@ class Draft {
     bool isThere_;
 };
 
-bool WriteDraft(const Draft& draft, const FileDescriptor& source, const ZipOrder& order,
-                const ZipListener& listener) {
-    const auto writeZip = LoadModule();
+// Calls the module for an archive at a system path.
+bool Call(const char* function, const std::string& archive, const FileDescriptor& source,
+          const ZipOrder& order, const ZipListener& listener) {
+    const ZipFunction call = LoadModule(function);
     const std::string entryName(FunctionLastPathItem(order.source));
     const std::string password(order.password);
     Ears ears(listener);
     ZipModuleOrder moduleOrder;
-    moduleOrder.archive = draft.Path().c_str();
+    moduleOrder.archive = archive.c_str();
     moduleOrder.source = source.Number();
     moduleOrder.entryName = entryName.c_str();
     moduleOrder.level = order.level;
@@ -115,9 +120,9 @@ bool WriteDraft(const Draft& draft, const FileDescriptor& source, const ZipOrder
     moduleOrder.percentDone = Ears::HearPercent;
     moduleOrder.mayGoOn = Ears::MayGoOn;
     moduleOrder.listener = &ears;
-    const bool isWritten = writeZip(moduleOrder);
+    const bool isDone = call(moduleOrder);
     ears.Rethrow();
-    return isWritten;
+    return isDone;
 }
 
 // The path of an archive that can be written; empty where its path names no place.
@@ -141,10 +146,17 @@ ZipResult LinuxZipWriter::Write(const ZipOrder& order, const ZipListener& listen
     }
     const FolderChange change = paths_->Changing(archive);
     Draft draft(archive);
-    if (draft.IsThere() && WriteDraft(draft, source, order, listener)) {
+    if (draft.IsThere() && Call(ZipWritingFunction, draft.Path(), source, order, listener)) {
         result.archive = draft.Become(archive);
     }
     return result;
+}
+
+bool LinuxZipWriter::Holds(const ZipOrder& order, const ZipListener& listener) {
+    const FileDescriptor source = OpenSource(*paths_, order.source);
+    const std::string archive = ArchivePath(*paths_, order.archive);
+    return source.IsOpen() && !archive.empty() &&
+           Call(ZipReadingFunction, archive, source, order, listener);
 }
 
 }  // namespace zarn

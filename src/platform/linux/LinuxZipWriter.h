@@ -14,6 +14,7 @@ class LinuxZipWriter : public ZipWriter {
     explicit LinuxZipWriter(std::shared_ptr<PathResolver> paths) : paths_(std::move(paths)) {}
 
     ZipResult Write(const ZipOrder& order, const ZipListener& listener) override;
+    [[nodiscard]] bool Holds(const ZipOrder& order, const ZipListener& listener) override;
 
   private:
     std::shared_ptr<PathResolver> paths_;

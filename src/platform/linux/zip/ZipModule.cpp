@@ -5,7 +5,9 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <memory>
 
 namespace zarn {
@@ -144,7 +146,50 @@ bool DescribeEntry(zip_t& archive, zip_uint64_t entry, const ZipModuleOrder& ord
             zip_file_set_encryption(&archive, entry, ZIP_EM_AES_256, order.password) == 0);
 }
 
+constexpr std::size_t PieceSize = std::size_t{64} * 1024;
+using Piece = std::array<std::byte, PieceSize>;
+
+// The next bytes of the source are those, and there are as many.
+bool SourceGoesOn(Input& input, const Piece& unpacked, std::size_t count) {
+    Piece piece;
+    std::size_t filled = 0;
+    while (filled < count) {
+        const zip_int64_t got =
+            Input::Answer(&input, &piece[filled], count - filled, ZIP_SOURCE_READ);
+        if (got <= 0) {
+            return false;
+        }
+        filled += static_cast<std::size_t>(got);
+    }
+    return std::equal(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(count),
+                      unpacked.begin());
+}
+
+using Entry = std::unique_ptr<zip_file_t, int (*)(zip_file_t*)>;
+
 }  // namespace
+
+// The library compares the checksum at the end of the entry.
+bool ZarnZipHolds(const ZipModuleOrder& order) noexcept {
+    Input input(order);
+    int error = 0;
+    const Archive archive(zip_open(order.archive, ZIP_RDONLY, &error), zip_discard);
+    if (!archive || !input.IsReadable() ||
+        (order.password != nullptr &&
+         zip_set_default_password(archive.get(), order.password) != 0)) {
+        return false;
+    }
+    const Entry entry(zip_fopen_index(archive.get(), 0, 0), zip_fclose);
+    Piece piece;
+    zip_int64_t got = entry ? 1 : -1;
+    while (got > 0 && (got = zip_fread(entry.get(), piece.data(), piece.size())) > 0) {
+        if (!SourceGoesOn(input, piece, static_cast<std::size_t>(got))) {
+            return false;
+        }
+    }
+    std::byte more{};
+    return got == 0 && Input::Answer(&input, &more, 1, ZIP_SOURCE_READ) == 0;
+}
 
 bool ZarnWriteZip(const ZipModuleOrder& order) noexcept {
     Input input(order);
