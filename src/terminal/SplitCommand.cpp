@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
 
 #include "engine/SplitRunner.h"
+#include "join/FileCopier.h"
 #include "runtime/RuntimeError.h"
 #include "scripts/SetNames.h"
 #include "scripts/SfvReader.h"
@@ -85,6 +87,8 @@ class FileSplit : private FixedChoices {
     [[nodiscard]] bool Split();
     [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool complete) override;
     [[nodiscard]] bool PartsHoldSource();
+    [[nodiscard]] bool PartsHoldArchive(const std::vector<std::string>& parts);
+    [[nodiscard]] bool ArchiveHoldsSource(const std::string& archive);
     [[nodiscard]] std::string WhyFailed();  ///< empty: of a signal, which is told elsewhere
     void DeleteOlderSet();
     void CollectParts();
@@ -169,7 +173,9 @@ bool FileSplit::DeletesSourceAtEnd(const SplitJob& job, bool complete) {
     }
     const bool isSafe = PartsHoldSource();
     if (!isSafe && !place_.EndingSignals().IsHeld()) {
-        isDone_ = Fail("it was not deleted: its parts are not equal to it");
+        isDone_ = Fail("it was not deleted: its parts " +
+                       (error_ ? "cannot be compared with it: " + std::string(ErrorText(*error_))
+                               : "are not equal to it"));
     }
     return isSafe;
 }
@@ -180,6 +186,9 @@ bool FileSplit::PartsHoldSource() {
     for (const std::string& part : parts_) {
         paths.push_back(plan_.folder.path + part);
     }
+    if (options_.level) {
+        return PartsHoldArchive(paths);
+    }
     double done = 0;
     place_.console.BeginStage("comparing", bytes_);
     const bool areSame = HaveSameBytes(disk_, plan_.source.path, paths, [&](std::size_t bytes) {
@@ -189,6 +198,46 @@ bool FileSplit::PartsHoldSource() {
     });
     place_.console.EndStage();
     return areSame;
+}
+
+// The archive that was cut has been deleted by now, so the parts are joined to one once more.
+bool FileSplit::PartsHoldArchive(const std::vector<std::string>& parts) {
+    const std::string folder = disk_.MakeUniqueFolder(temporaryFolder);
+    const std::string archive = folder + "archive.zip";
+    const std::unique_ptr<LargeFileAccess> file = disk_.MakeLargeFile();
+    bool holds = false;
+    try {
+        FileCopier copier(disk_, place_.EndingSignals());
+        file->Create(archive);
+        for (const std::string& part : parts) {
+            copier.CopyWhole(part, *file);
+        }
+        file->Close();
+        holds = ArchiveHoldsSource(archive);
+    } catch (const RuntimeError& error) {
+        error_ = error.Number();
+    }
+    disk_.DeleteFile(archive);
+    disk_.RemoveFolder(folder);
+    return holds;
+}
+
+bool FileSplit::ArchiveHoldsSource(const std::string& archive) {
+    const auto bytes = static_cast<double>(plan_.file.size);
+    place_.console.BeginStage("comparing", bytes);
+    ZipOrder order;
+    order.archive = archive;
+    order.source = plan_.source.path;
+    order.password = archivePassword;
+    ZipListener listener;
+    listener.percentDone = [this, bytes](std::int32_t percent) {
+        constexpr double Hundred = 100;
+        place_.console.Advance(bytes * percent / Hundred);
+    };
+    listener.cancelled = [this] { return place_.EndingSignals().IsHeld(); };
+    const bool holds = place_.shared.Platform().zipWriter->Holds(order, listener);
+    place_.console.EndStage();
+    return holds;
 }
 
 void FileSplit::CollectParts() {

@@ -63,6 +63,15 @@ TEST_F(Zarn, DeletesASourceOnlyForPartsThatEqualIt) {
     EXPECT_EQ(Rest(), "film.avi_Part0.bat film.avi_Part1 film.avi_Part2 ");
     EXPECT_EQ(RunProgram("ZarnScript", {folder.System("film.avi_Part0.bat")}).status, 0);
     EXPECT_EQ(folder.Read("film.avi"), content);
+    folder.Write("secret", "geheim\n");
+    chmod(folder.System("secret").c_str(), 0600);
+    EXPECT_EQ(Run({"split", "-qn2", "--delete-source", "--password-file", "secret", "film.avi"}),
+              "0 film.zip_Part1|film.zip_Part2|film.zip_Part0.bat|");
+    EXPECT_EQ(Run({"join", "-q", "film.zip_Part1"}), "0 film.zip|");
+    EXPECT_FALSE(folder.Has("film.avi"));
+    const ProgramResult unpacked =
+        RunProgram("/usr/bin/7z", {"e", "-so", "-pgeheim", folder.System("film.zip")});
+    EXPECT_EQ(unpacked.output, content);
 }
 
 // Each is refused before the first byte is written, and others go on.
