@@ -53,17 +53,6 @@ TEST_F(FailureTest, ShrunkenSourceEndsTheRunWithWhatCame) {
     EXPECT_EQ(Engine().ItemsFilesMatrixPath(), 3);
 }
 
-TEST_F(FailureTest, TheSourceStaysUntilItsReplacementIsOnTheMedium) {
-    WatchedFileSystem& watch = test.Watch();
-    Settings().DeleteSource(1);
-    for (const char* step : {"prepare", "flush", "flush volume", "commit"}) {
-        SCOPED_TRACE(step);
-        watch.refused = step;
-        ExpectFailure(30000);
-        EXPECT_TRUE(folder.Has("movie.avi") && !out.Has("movie.avi_Part0.bat"));
-    }
-}
-
 // What becomes of the source, or of a part, while it is split.
 TEST_F(FailureTest, AnotherFileIsNeverDeletedInTheSourcesStead) {
     Settings().DeleteSource(1);
@@ -163,7 +152,6 @@ TEST_F(FailureTest, PartsTakeExactlyWhatTheirMediaHold) {
     EXPECT_LT(volumes.questionsForClusters, 6000);  // far from the end nobody asks for every block
     EXPECT_EQ(events.log[1], "medium 1/2 3998000 movie.avi_Part1");
     EXPECT_EQ(events.log.size(), 1 + 3 + 100U);
-    EXPECT_EQ(medium.lowest, 0);
 }
 
 TEST_F(FailureTest, NoRoomBlamesTheMediumAndRoomForAllIsAPlainRun) {

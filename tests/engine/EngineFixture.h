@@ -96,13 +96,11 @@ struct FolderMedium {
             for (const auto& entry : fs::directory_iterator(folder)) {
                 free -= static_cast<double>(entry.file_size());
             }
-            lowest = std::min(lowest, free);
             return VolumeWith(DriveType::Removable, free, capacity);
         };
     }
 
     double capacity;
-    double lowest = 0;  ///< below 0 once it held more than it can
 };
 
 }  // namespace zarn::testing

@@ -114,9 +114,7 @@ TEST(ProgressTexts, TimesHaveTwoCharactersAFieldAndNoSecondZero) {
 // A run ends behind the full block that changes the percent.
 TEST(BlockLadder, RunsAreAsLongAsNobodySeesThem) {
     EXPECT_EQ(BytesToNextSight(1e9, 0, 2.5e9, 0), 25000960);
-    EXPECT_EQ(BytesToNextSight(1e9, 25000960, 2.5e9, 1), 24999936);
     EXPECT_EQ(BytesToNextSight(9e11, 0, 1e12, 0), 10000000000);
-    EXPECT_EQ(BytesToNextSight(1000, 0, 2.5e9, 0), 1000);
     EXPECT_EQ(BytesToNextSight(900.5, 0, 1000, 0), 512);
     for (const double next : {5.0, 25.0, 100.0, 512.0, 1024.0}) {
         EXPECT_FALSE(NextBlock(next - 1).betweenRungs || NextBlock(next).betweenRungs) << next;
