@@ -1,5 +1,5 @@
-// Texts, the code page and numbers. An input is a byte that chooses a locale, and a
-// text; the text's first bytes also serve as a number.
+// Texts, the code page and numbers. An input is a byte that chooses a locale, and a text; the
+// text's first bytes also serve as a number.
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -7,7 +7,6 @@
 #include "fuzz/Fuzz.h"
 #include "runtime/CodePage.h"
 #include "runtime/Numbers.h"
-#include "settings/CryptPass.h"
 #include "support/Prelude.h"
 
 namespace zarn::fuzz {
@@ -43,17 +42,6 @@ void CheckCodePage(std::string_view text) {
     } else if (!text.starts_with("\xEF\xBB\xBF")) {
         Require(EncodeText(decoded) == text, "single bytes come back");
     }
-}
-
-// A NUL ends a text in the store, and a character beyond the code page is lost.
-void CheckPassword(std::string_view text) {
-    const std::string scrambled = CryptPass(text, true);
-    const std::string back = CryptPass(scrambled, false);
-    Require(
-        IsUtf8(scrambled) && Length(scrambled) == Length(text) && !Contains(scrambled, {"\0", 1}),
-        "a scrambled password can be stored");
-    const bool isPlain = std::ranges::all_of(text, [](char c) { return c > 0; });
-    Require(isPlain ? back == text : CryptPass(back, true) == scrambled, "a password comes back");
 }
 
 /// The number that a text begins with.
@@ -118,7 +106,6 @@ void RunInput(std::string_view input) {
     const unsigned choice = TakeByte(input);
     CheckCharacters(input);
     CheckCodePage(input);
-    CheckPassword(input);
     const LocaleSeparators& separators = locales.at(choice % locales.size());
     CheckNumber(CheckReading(input, separators), separators);
     std::array<char, sizeof(double)> bits{};
