@@ -39,7 +39,7 @@ std::string SplitterEngine::TemporaryFolder() {
 
 // What lies under the archive's name may be the user's, or all that is left of an earlier source.
 std::string SplitterEngine::ArchivePath(const std::string& source, const std::string& folder) {
-    const std::string name = FunctionZipTempName(source, TemporaryFolder());
+    const std::string name = choices_.ArchivePath(source, TemporaryFolder());
     std::string path = FunctionFolderPlusName(folder, name);
     FileSystem& fileSystem = *shared_.Platform().fileSystem;
     if (!shared_.Files().FolderExist(folder)) {

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "engine/SplitJob.h"
+#include "scripts/SetNames.h"
 #include "settings/SharedObjects.h"
 
 namespace zarn {
@@ -23,6 +25,12 @@ class SplitChoices {
 
     /// The folder for an archive; one that is blank counts as missing.
     [[nodiscard]] virtual std::string TemporaryFolder() = 0;
+
+    /// The path of the archive of `source`, with `folder` put in front as it stands.
+    [[nodiscard]] virtual std::string ArchivePath(std::string_view source,
+                                                  std::string_view folder) {
+        return FunctionZipTempName(source, folder);
+    }
 
     /// The password of an archive, empty for an open one. Nothing if there should be one that
     /// cannot be told: the user is told so, and no archive is written.
