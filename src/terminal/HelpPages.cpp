@@ -42,7 +42,7 @@ script, FILE_Part0.bat, which joins them without this program, too.
   -n, --count COUNT         number of parts, 1 to 9999, all of one size
   -o, --output FOLDER       where the parts go; else beside the FILE
   -z[LEVEL], --compress[=LEVEL]
-                            cut a ZIP of the FILE; LEVEL is 0 (only store) to 9,
+                            cut FILE.zip instead; LEVEL is 0 (only store) to 9,
                             else 6
       --ask-password        encrypt the ZIP (AES-256); asks twice in the terminal
       --password-file FILE  likewise, with the first line of a file

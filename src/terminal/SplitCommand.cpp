@@ -7,6 +7,7 @@
 #include "engine/SplitRunner.h"
 #include "join/FileCopier.h"
 #include "runtime/RuntimeError.h"
+#include "runtime/Text.h"
 #include "scripts/SetNames.h"
 #include "scripts/SfvReader.h"
 #include "terminal/ReadBack.h"
@@ -85,6 +86,8 @@ class FileSplit : private FixedChoices {
   private:
     [[nodiscard]] SplitJob Order() const;
     [[nodiscard]] bool Split();
+    [[nodiscard]] std::string ArchivePath(std::string_view source,
+                                          std::string_view folder) override;
     [[nodiscard]] bool DeletesSourceAtEnd(const SplitJob& job, bool complete) override;
     [[nodiscard]] bool PartsHoldSource();
     [[nodiscard]] bool PartsHoldArchive(const std::vector<std::string>& parts);
@@ -165,6 +168,10 @@ void FileSplit::DeleteOlderSet() {
             throw RuntimeError(ErrorNumber::PathFileAccessError);
         }
     }
+}
+
+std::string FileSplit::ArchivePath(std::string_view source, std::string_view folder) {
+    return std::string(folder) + ArchiveName(FunctionLastPathItem(source));
 }
 
 bool FileSplit::DeletesSourceAtEnd(const SplitJob& job, bool complete) {
@@ -303,7 +310,7 @@ bool FileSplit::Fail(std::string_view reason) {
 
 /// The password of all archives of a run; nothing where there should be one.
 std::optional<std::string> AskPassword(const Workplace& place) {
-    const auto first = place.terminal.AskSecret("Password: ", place.EndingSignals());
+    auto first = place.terminal.AskSecret("Password: ", place.EndingSignals());
     const auto second = first ? place.terminal.AskSecret("Once more: ", place.EndingSignals())
                               : std::optional<std::string>();
     if (place.EndingSignals().IsHeld()) {

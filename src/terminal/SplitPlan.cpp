@@ -73,7 +73,7 @@ SplitPlan PlanSplit(const std::string& typed, const SplitOptions& options, const
         plan.folder = std::get<UserFolder>(folder);
     }
     const std::string name = plan.source.Name();
-    plan.stem = options.level ? FunctionZipTempName(name, {}) : name;
+    plan.stem = options.level ? ArchiveName(name) : name;
     try {
         plan.refusal = RefuseSource(plan, place.Disk());
     } catch (const RuntimeError& error) {
@@ -164,11 +164,15 @@ std::string LookBeforeSplit(SplitPlan& plan, const std::vector<SplitPlan>& plans
         plan.older.push_back(name);
         freed += file ? static_cast<double>(file->size) : 0;
     }
-    if (const std::string refusal = RefuseOtherSet(plan, place); !refusal.empty()) {
+    if (std::string refusal = RefuseOtherSet(plan, place); !refusal.empty()) {
         return refusal;
     }
     const auto needed = static_cast<double>(plan.file.size) - freed;
     return options.level ? std::string() : place.LacksRoom(plan.folder, needed);
+}
+
+std::string ArchiveName(std::string_view name) {
+    return std::string(name).append(".zip");
 }
 
 bool BelongsToSet(std::string_view name, std::string_view stem) {

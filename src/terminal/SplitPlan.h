@@ -31,6 +31,9 @@ struct SplitPlan {
 [[nodiscard]] std::string LookBeforeSplit(SplitPlan& plan, const std::vector<SplitPlan>& plans,
                                           const SplitOptions& options, const Workplace& place);
 
+/// The name of the archive that is cut in place of a file.
+[[nodiscard]] std::string ArchiveName(std::string_view name);
+
 /// True for the name of a part, a join script or an SFV file of what is called `stem`, whatever the
 /// number of its parts and the letter case.
 [[nodiscard]] bool BelongsToSet(std::string_view name, std::string_view stem);

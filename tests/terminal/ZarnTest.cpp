@@ -66,11 +66,11 @@ TEST_F(Zarn, DeletesASourceOnlyForPartsThatEqualIt) {
     folder.Write("secret", "geheim\n");
     chmod(folder.System("secret").c_str(), 0600);
     EXPECT_EQ(Run({"split", "-qn2", "--delete-source", "--password-file", "secret", "film.avi"}),
-              "0 film.zip_Part1|film.zip_Part2|film.zip_Part0.bat|");
-    EXPECT_EQ(Run({"join", "-q", "film.zip_Part1"}), "0 film.zip|");
+              "0 film.avi.zip_Part1|film.avi.zip_Part2|film.avi.zip_Part0.bat|");
+    EXPECT_EQ(Run({"join", "-q", "film.avi.zip_Part1"}), "0 film.avi.zip|");
     EXPECT_FALSE(folder.Has("film.avi"));
     const ProgramResult unpacked =
-        RunProgram("/usr/bin/7z", {"e", "-so", "-pgeheim", folder.System("film.zip")});
+        RunProgram("/usr/bin/7z", {"e", "-so", "-pgeheim", folder.System("film.avi.zip")});
     EXPECT_EQ(unpacked.output, content);
 }
 
