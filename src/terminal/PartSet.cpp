@@ -195,7 +195,7 @@ SetFinder::Found SetFinder::FromChecksums(const std::string& checksums) {
     }
     std::optional<Naming> naming = NamingOf(WithoutEnding(checksums, ChecksumEnding));
     for (auto line = lines_->begin(); !naming && line != lines_->end(); ++line) {
-        naming = NamingOf(line->name);
+        naming = IsBareName(line->name) ? NamingOf(line->name) : std::nullopt;
     }
     if (naming && !naming->grows) {
         if (const auto script = Spelled(NameBeside(*naming, ScriptEnding))) {
