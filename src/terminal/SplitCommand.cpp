@@ -280,8 +280,12 @@ std::string FileSplit::WhyFailed() {
     }
     const std::optional<ErrorNumber> failure = runner_.Engine().Failure();
     const std::optional<ErrorNumber> error = failure ? failure : error_;
-    return error ? "it cannot be split: " + std::string(ErrorText(*error))
-                 : "it cannot be split: its parts cannot be read";
+    if (error && options_.level && failure == ErrorNumber::FileNotFound) {
+        return "its ZIP cannot be written in the temporary folder";
+    }
+    const std::string folder = plan_.folder.shown.empty() ? "./" : plan_.folder.shown;
+    return "it cannot be split into " + folder + ": " +
+           (error ? ErrorText(*error) : "its parts cannot be read");
 }
 
 void FileSplit::TellResult(double seconds) {

@@ -5,7 +5,7 @@
 #include "runtime/RuntimeError.h"
 #include "terminal/CheckCommand.h"
 #include "terminal/JoinCommand.h"
-#include "terminal/MemoryRegistry.h"
+#include "terminal/NoRegistry.h"
 #include "terminal/Options.h"
 #include "terminal/SplitCommand.h"
 
@@ -58,7 +58,7 @@ int RunZarn(std::span<const std::string> words, const std::function<Platform()>&
         return answer->status;
     }
     Platform platform = makePlatform();
-    platform.registry = std::make_unique<MemoryRegistry>();
+    platform.registry = std::make_unique<NoRegistry>();
     auto boxes = std::make_unique<HeardMessages>();
     HeardMessages& messages = *boxes;
     platform.messageBoxes = std::move(boxes);
