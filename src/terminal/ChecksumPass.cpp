@@ -108,14 +108,15 @@ std::uint32_t ChecksumPass::Read(ChecksumTask& task, const Crc32& engine, std::u
     }
 }
 
-// More than a few read no faster, and take memory.
-std::size_t ReadersFor(std::span<const ChecksumTask> tasks, Reading reading,
+// More than a few read no faster, and take memory. A few bytes are read before they have begun.
+std::size_t ReadersFor(std::span<const ChecksumTask> tasks, Reading reading, double bytes,
                        const Workplace& place) {
+    constexpr double WorthSharing = 1048576;
     constexpr std::size_t MostReaders = 8;
     const std::size_t processors =
         std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, MostReaders);
     const bool seeks =
-        reading == Reading::Together || tasks.empty() ||
+        reading == Reading::Together || tasks.empty() || bytes < WorthSharing ||
         place.shared.Platform().volumes->IsOnTurningDisk(FunctionPath(tasks.front().path));
     return seeks ? 1 : std::min(processors, tasks.size());
 }
@@ -125,7 +126,7 @@ std::size_t ReadersFor(std::span<const ChecksumTask> tasks, Reading reading,
 bool ComputeChecksums(std::span<ChecksumTask> tasks, Reading reading, double bytes,
                       std::string_view stage, const Workplace& place) {
     ChecksumPass pass(tasks, place.Disk());
-    const std::size_t count = ReadersFor(tasks, reading, place);
+    const std::size_t count = ReadersFor(tasks, reading, bytes, place);
     place.console.BeginStage(stage, bytes);
     {
         std::vector<std::jthread> readers;
