@@ -149,7 +149,14 @@ std::vector<SplitPlan> PlanSplits(const SplitOptions& options, const Workplace& 
 std::string LookBeforeSplit(SplitPlan& plan, const std::vector<SplitPlan>& plans,
                             const SplitOptions& options, const Workplace& place) {
     double freed = 0;
-    for (const std::string& name : place.Disk().ListFolder(plan.folder.path)) {
+    std::vector<std::string> names;
+    try {
+        names = place.Disk().ListFolder(plan.folder.path);
+    } catch (const RuntimeError& error) {
+        const std::string folder = plan.folder.shown.empty() ? "./" : plan.folder.shown;
+        return folder + " cannot be read: " + error.what();
+    }
+    for (const std::string& name : names) {
         if (!WouldBeReplaced(name, plan, place.Disk())) {
             continue;
         }
