@@ -77,7 +77,9 @@ SplitPlan PlanSplit(const std::string& typed, const SplitOptions& options, const
     try {
         plan.refusal = RefuseSource(plan, place.Disk());
     } catch (const RuntimeError& error) {
-        plan.refusal = error.what();
+        // A pipe or a device is there, and is no file of bytes.
+        const bool isNone = error.Number() == ErrorNumber::PathFileAccessError;
+        plan.refusal = isNone ? "it is no ordinary file" : error.what();
     }
     if (plan.refusal.empty()) {
         const double count = CountOfParts(options, static_cast<double>(plan.file.size));

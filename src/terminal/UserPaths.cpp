@@ -48,7 +48,8 @@ std::variant<UserPath, BadPath> UserPaths::Of(const std::string& typed) {
         return std::string(Backslash);
     }
     if (!isAbsolute && !current_) {
-        return BadPath("the current folder cannot be used here; give a full path");
+        return BadPath(
+            "the current folder is deleted, or has a backslash in its path; give a full path");
     }
     const std::string start = isAbsolute ? "/" : *current_;
     const std::optional<std::string> path = fileSystem_.DrivePath(Tidy(start, typed));

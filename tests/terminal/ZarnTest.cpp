@@ -99,6 +99,7 @@ TEST_F(Zarn, RefusesWhatWouldLoseOrConfuse) {
          {Case({"split", "-s1", "large"}, "1 zarn: large: it would become more than 9999 parts|"),
           Case({"split", "-n2", "empty"}, "1 zarn: empty: it is empty: there is nothing to split|"),
           Case({"split", "-n2", "other"}, "1 zarn: other: it is a folder|"),
+          Case({"split", "-n2", "/dev/null"}, "1 zarn: /dev/null: it is no ordinary file|"),
           Case({"split", "-n2", "FILM.avi"}, "1 zarn: FILM.avi: File not found|"),
           Case({"split", "-n2", "wild*"},
                "1 zarn: wild*: no join script can hold a file of this name|"),
