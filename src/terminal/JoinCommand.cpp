@@ -1,6 +1,8 @@
 #include "terminal/JoinCommand.h"
 
+#include <algorithm>
 #include <chrono>
+#include <map>
 
 #include "join/JoinScriptRunner.h"
 #include "scripts/SetNames.h"
@@ -14,12 +16,15 @@ namespace {
 /// The join of one set.
 class SetJoin {
   public:
-    SetJoin(const FoundSet& found, const JoinOptions& options, const Workplace& place)
+    /// `made` has the files that this run has joined before; the new one is added.
+    SetJoin(const FoundSet& found, const JoinOptions& options, const Workplace& place,
+            std::vector<FileIdentity>& made)
         : found_(found),
           set_(found.set),
           options_(options),
           place_(place),
           disk_(place.Disk()),
+          made_(made),
           target_(found.folder) {}
 
     bool Run();
@@ -30,6 +35,7 @@ class SetJoin {
     [[nodiscard]] bool MayJoin();
     [[nodiscard]] bool HasAllParts();
     [[nodiscard]] bool MayTakeName();
+    [[nodiscard]] bool MayReplaceOlder();
     [[nodiscard]] bool HasRoom();
     [[nodiscard]] bool PartsAreRight();
     [[nodiscard]] bool Join();
@@ -44,9 +50,11 @@ class SetJoin {
     const JoinOptions& options_;
     const Workplace& place_;
     FileSystem& disk_;
+    std::vector<FileIdentity>& made_;
     UserFolder target_;
     UserPath joined_;
     SetReport report_;
+    std::map<std::string, std::optional<FileIdentity>> beside_;  ///< script and checksum file
 };
 
 bool SetJoin::Run() {
@@ -85,6 +93,11 @@ bool SetJoin::MayJoin() {
         return Fail(found_.folder.At(set_.checksums), "it names no parts of a file");
     }
     report_ = LookAtParts(found_, disk_);
+    for (const std::string& name : {set_.script, set_.checksums}) {
+        if (!name.empty()) {
+            beside_[name] = disk_.Identity(found_.folder.path + name);
+        }
+    }
     return HasAllParts() && MayTakeName() && HasRoom();
 }
 
@@ -99,25 +112,32 @@ bool SetJoin::HasAllParts() {
 }
 
 bool SetJoin::MayTakeName() {
-    const std::optional<FileIdentity> older =
-        disk_.HasExactName(joined_.path) ? disk_.Identity(joined_.path) : std::nullopt;
     if (!IsGoodOriginal(set_.original, set_.script)) {
         return Fail(joined_, "a joined file cannot have this name");
     }
     if (!disk_.IsShortEnough(joined_.path)) {
         return Fail(joined_, "the name is too long");
     }
-    for (const std::optional<FileIdentity>& part : report_.parts) {
-        if (older && part->IsSameFile(*older)) {
-            return Fail(joined_, "it is one of the parts");
-        }
-    }
+    return !disk_.HasExactName(joined_.path) || MayReplaceOlder();
+}
+
+bool SetJoin::MayReplaceOlder() {
     const std::optional<std::uint32_t> attributes = disk_.Attributes(joined_.path);
-    if (older && attributes && (*attributes & AttributeFolder) != 0) {
+    if (attributes && (*attributes & AttributeFolder) != 0) {
         return Fail(joined_, "there is a folder of this name");
     }
-    return !disk_.HasExactName(joined_.path) || options_.force ||
-           Fail(joined_, "there is such a file; --force replaces it");
+    const FileIdentity older = disk_.Identity(joined_.path).value_or(FileIdentity());
+    const auto isOlder = [&older](const std::optional<FileIdentity>& file) {
+        return file && file->IsSameFile(older);
+    };
+    if (std::ranges::any_of(report_.parts, isOlder) ||
+        std::ranges::any_of(beside_, isOlder, [](const auto& file) { return file.second; })) {
+        return Fail(joined_, "it is a file of the set itself");
+    }
+    if (std::ranges::any_of(made_, isOlder)) {
+        return Fail(joined_, "it has just been joined from another set");
+    }
+    return options_.force || Fail(joined_, "there is such a file; --force replaces it");
 }
 
 bool SetJoin::HasRoom() {
@@ -182,6 +202,9 @@ bool SetJoin::Join() {
         return Fail(joined_, found_.folder.Shown(outcome.message));
     }
     const std::optional<FileIdentity> built = disk_.Identity(joined_.path);
+    if (built) {
+        made_.push_back(*built);
+    }
     return (built && static_cast<double>(built->size) == report_.bytes) ||
            Fail(joined_, "it has not the size of its parts");
 }
@@ -193,10 +216,8 @@ bool SetJoin::DeleteSet() {
     for (std::size_t index = 0; index < set_.parts.size(); ++index) {
         isDone = Delete(set_.parts[index].name, report_.parts[index]) && isDone;
     }
-    for (const std::string& name : {set_.script, set_.checksums}) {
-        if (!name.empty()) {
-            isDone = Delete(name, disk_.Identity(found_.folder.path + name)) && isDone;
-        }
+    for (const auto& [name, file] : beside_) {
+        isDone = Delete(name, file) && isDone;
     }
     return isDone;
 }
@@ -219,8 +240,10 @@ bool SetJoin::Delete(const std::string& name, const std::optional<FileIdentity>&
 }  // namespace
 
 bool RunJoin(const JoinOptions& options, const Workplace& place) {
-    return ForEachSet(options.files, place,
-                      [&](const FoundSet& found) { return SetJoin(found, options, place).Run(); });
+    std::vector<FileIdentity> made;
+    return ForEachSet(options.files, place, [&](const FoundSet& found) {
+        return SetJoin(found, options, place, made).Run();
+    });
 }
 
 }  // namespace zarn

@@ -154,6 +154,24 @@ TEST_F(Zarn, ReplacesAnOlderSetAsAWhole) {
     EXPECT_EQ(folder.Read("film.avi"), content);
 }
 
+// A second set of the same name would take away what the first one has just become.
+TEST_F(Zarn, JoinsNoTwoSetsIntoOneFile) {
+    for (const char* name : {"a", "b"}) {
+        folder.MakeFolder(name);
+        folder.Write(name + std::string("/film.avi_Part1"), name);
+        folder.Write(name + std::string("/film.avi_Part2"), name);
+    }
+    EXPECT_EQ(
+        Run({"join", "-qf", "--delete-parts", "a/film.avi_Part1", "b/film.avi_Part1", "-o", "."}),
+        "1 ./film.avi|zarn: ./film.avi: it has just been joined from another set|");
+    EXPECT_EQ(folder.Read("film.avi"), "aa");
+    EXPECT_TRUE(folder.Has("b/film.avi_Part2"));
+    folder.Write("n.001", "x");
+    folder.Write("n.crc", "filename=n.crc");
+    EXPECT_EQ(Run({"join", "-qf", "--delete-parts", "n.001"}),
+              "1 zarn: n.crc: it is a file of the set itself|");
+}
+
 // What `check -q` tells of a set of four parts (300, 300, 300 and 100 bytes) that was damaged.
 TEST_F(Zarn, NamesEveryDamage) {
     Run({"split", "-qs300", "--sfv", "film.avi"});
