@@ -15,8 +15,11 @@ std::string SummaryOf(const FoundSet& found, const SetReport& report, double sec
         files > 0 ? CountText(files, "file")
                   : CountText(found.set.parts.size(), "part") + ", " + SizeText(report.bytes);
     const std::size_t faults = report.Faults();
+    const bool isCompared = found.set.HasChecksums() || files > 0;
     return what + ", " + TimeText(seconds) + ": " +
-           (faults > 0 ? CountText(faults, "fault") : std::string("all right"));
+           (faults > 0   ? CountText(faults, "fault")
+            : isCompared ? std::string("all right")
+                         : std::string("all there, without checksums"));
 }
 
 bool CheckFoundSet(const FoundSet& found, const CheckOptions& options, const Workplace& place) {
