@@ -2,40 +2,51 @@
 // of its parts are there, and the script.
 #include <array>
 
-#include "fuzz/FakeMachine.h"
 #include "fuzz/Fuzz.h"
 #include "join/JoinAnalysis.h"
 #include "scripts/JoinScript.h"
 #include "scripts/SetNames.h"
+#include "support/ForwardingFileSystem.h"
+#include "support/RecordingBoxes.h"
+#include "support/TestVolumes.h"
 
 namespace zarn::fuzz {
 
 namespace {
 
-/// The script, and beside it parts whose names are divisible by a number.
-struct ScriptFolder : FakeFiles {
+/// The script, and beside it parts of 1000 bytes whose names are divisible by a number. Nothing
+/// stands behind it, so an operation that the code has no business with ends the process.
+class ScriptFolder : public testing::ForwardingFileSystem {
+  public:
     ScriptFolder(std::string_view path, std::string_view script, unsigned divisor)
-        : path_(path), script_(script) {
-        isThere = [path, divisor](std::string_view asked) {
-            const std::string_view name = FunctionLastPathItem(asked);
-            const bool isSfv = asked.size() == path.size() && Contains(UpperCase(asked), ".SFV");
-            Require(isSfv || asked == Files::FunctionPath(path) + std::string(name),
-                    "a part lies beside its script");
-            Require(name.find_first_of("*?/") == std::string_view::npos, "a name is no pattern");
-            return divisor == 0 || name.size() % divisor == 0;
-        };
-    }
+        : ForwardingFileSystem(nullptr), path_(path), script_(script), divisor_(divisor) {}
 
+    std::vector<std::string> ListFolder(std::string_view /*folder*/) override { return {}; }
     double FileSize(std::string_view path) override {
-        return path == path_ ? static_cast<double>(script_.size()) : FakeFiles::FileSize(path);
+        if (path != path_ && !FindFile(path)) {
+            throw RuntimeError(ErrorNumber::FileNotFound);
+        }
+        return path == path_ ? static_cast<double>(script_.size()) : 1000;
     }
     std::string ReadFile(std::string_view path, std::size_t limit) override {
         Require(path == path_ && script_.size() <= limit, "the script alone is read");
         return std::string(script_);
     }
+    std::optional<std::string> FindFile(std::string_view path) override {
+        const std::string name(FunctionLastPathItem(path));
+        const bool isSfv = path.size() == path_.size() && Contains(UpperCase(path), ".SFV");
+        Require(isSfv || path == FunctionPath(path_) + name, "a part lies beside its script");
+        Require(name.find_first_of("*?/") == std::string::npos, "a name is no pattern");
+        return divisor_ == 0 || name.size() % divisor_ == 0 ? std::optional(name) : std::nullopt;
+    }
+    std::optional<std::uint32_t> Attributes(std::string_view path) override {
+        return FindFile(path) ? std::optional(AttributeArchive) : std::nullopt;
+    }
 
+  private:
     std::string_view path_;
     std::string_view script_;
+    unsigned divisor_;
 };
 
 void CheckReport(const JoinReport& report, std::string_view scriptName) {
@@ -62,8 +73,11 @@ void RunInput(std::string_view input) {
     const unsigned choice = TakeByte(input);
     const std::string& path = paths.at(choice % paths.size());
     ScriptFolder folder(path, input, choice / 4 % 4);
-    FakeMachine machine;
-    Files files(folder, machine.drives, machine.messages, machine.separators);
+    testing::TestVolumes drives("/dev/null");
+    testing::RecordingBoxes boxes;
+    Messages messages(boxes);
+    const LocaleSeparators separators;
+    Files files(folder, drives, messages, separators);
     const auto result = JoinAnalysis(folder, files).Analyze(path);
     if (const auto* report = std::get_if<JoinReport>(&result)) {
         CheckReport(*report, FunctionLastPathItem(path));
