@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <map>
 
 #include "support/TestFolder.h"
@@ -25,11 +26,8 @@ struct ProgramResult {
     const TestFolder streams;
     arguments.insert(arguments.begin(),
                      name.starts_with('/') ? name : std::string(ZARN_BINARY_FOLDER) + "/" + name);
-    std::vector<char*> words;
-    for (std::string& argument : arguments) {
-        words.push_back(argument.data());
-    }
-    words.push_back(nullptr);
+    std::vector<char*> words(arguments.size() + 1);
+    std::ranges::transform(arguments, words.begin(), [](std::string& word) { return word.data(); });
     const pid_t child = fork();
     if (child == 0) {
         for (const auto& [key, value] : environment) {
