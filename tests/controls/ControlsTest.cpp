@@ -12,7 +12,6 @@
 #include "controls/HSlider.h"
 #include "controls/UpDown.h"
 #include "controls/XP_ProgressBar.h"
-#include "controls/chameleonButton.h"
 #include "support/Prelude.h"
 
 namespace zarn::testing {
@@ -217,18 +216,6 @@ TEST_F(HSliderTest, TheMouseDragsAndClicks) {
     QTest::mouseMove(&slider_, PlaceOf(11));
     QTest::mouseRelease(&slider_, Qt::LeftButton, {}, PlaceOf(11));
     EXPECT_EQ(Raised(), "8.9 S ");
-}
-
-TEST(chameleonButton, IsLargeEnoughForItsTextAndIcon) {
-    chameleonButton button;
-    const QString text = "Start to split the file into many parts now";
-    button.Caption("&" + text);
-    const int before = button.sizeHint().width();
-    EXPECT_GE(before, button.fontMetrics().horizontalAdvance(text) + 12);
-    button.setIcon(QPixmap(12, 12));
-    EXPECT_GE(button.sizeHint().width(), before + 12);
-    button.Caption("");
-    EXPECT_LT(button.sizeHint().width(), 75);
 }
 
 TEST(XP_ProgressBar, ValueOutsideItsRangeIsToldAndDrawnAsTheNearestEnd) {
