@@ -109,7 +109,8 @@ class FileSplit : private FixedChoices {
     std::vector<std::string> parts_;  ///< names
     double bytes_ = 0;                ///< of all parts
     std::optional<ErrorNumber> error_;
-    bool isDone_ = true;  ///< nothing was left undone that was asked for
+    bool hasAllChecksums_ = false;  ///< or needs none
+    bool isDone_ = true;            ///< nothing was left undone that was asked for
 };
 
 bool FileSplit::Run() {
@@ -122,6 +123,9 @@ bool FileSplit::Run() {
     }
     for (const std::string& reason : place_.messages.TakeReasons()) {
         isDone_ = Fail("it was not deleted: " + reason);
+    }
+    if (options_.deleteSource && isDone_ && disk_.HasExactName(plan_.source.path)) {
+        isDone_ = Fail("it cannot be deleted");
     }
     CollectParts();
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begun;
@@ -137,7 +141,7 @@ bool FileSplit::Split() {
     SplitJob job = Order();
     bool isComplete = false;
     try {
-        isComplete = runner_.Run(job) && HasAllChecksums();
+        isComplete = runner_.Run(job) && hasAllChecksums_;
     } catch (const RuntimeError& error) {
         error_ = error.Number();
     }
@@ -175,7 +179,8 @@ std::string FileSplit::ArchivePath(std::string_view source, std::string_view fol
 }
 
 bool FileSplit::DeletesSourceAtEnd(const SplitJob& job, bool complete) {
-    if (!complete || !job.deleteSource) {
+    hasAllChecksums_ = complete && HasAllChecksums();
+    if (!hasAllChecksums_ || !job.deleteSource) {
         return false;
     }
     const bool isSafe = PartsHoldSource();
