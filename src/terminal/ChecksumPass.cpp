@@ -5,8 +5,10 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -121,6 +123,19 @@ std::size_t ReadersFor(std::span<const ChecksumTask> tasks, Reading reading, dou
     return seeks ? 1 : std::min(processors, tasks.size());
 }
 
+// As many as the system allows, perhaps none.
+std::vector<std::jthread> StartThreads(std::size_t count, const std::function<void()>& work) {
+    std::vector<std::jthread> threads;
+    try {
+        while (threads.size() < count) {
+            threads.emplace_back(work);
+        }
+    } catch (const std::system_error&) {
+        // The others do the work of this one.
+    }
+    return threads;
+}
+
 }  // namespace
 
 bool ComputeChecksums(std::span<ChecksumTask> tasks, Reading reading, double bytes,
@@ -129,13 +144,14 @@ bool ComputeChecksums(std::span<ChecksumTask> tasks, Reading reading, double byt
     const std::size_t count = ReadersFor(tasks, reading, bytes, place);
     place.console.BeginStage(stage, bytes);
     {
-        std::vector<std::jthread> readers;
-        for (std::size_t reader = 0; reader < count; ++reader) {
-            readers.emplace_back([&pass, reading] {
-                return reading == Reading::Together ? pass.WorkTogether() : pass.Work();
-            });
+        const auto work = [&pass, reading] {
+            return reading == Reading::Together ? pass.WorkTogether() : pass.Work();
+        };
+        const std::vector<std::jthread> readers = StartThreads(count, work);
+        if (readers.empty()) {
+            work();
         }
-        while (!pass.Wait(count)) {
+        while (!pass.Wait(std::max<std::size_t>(readers.size(), 1))) {
             place.console.Advance(pass.Done());
             if (place.EndingSignals().IsHeld()) {
                 pass.Stop();
