@@ -34,11 +34,13 @@ class SetJoin {
     [[nodiscard]] bool ChooseTarget();
     [[nodiscard]] bool MayJoin();
     [[nodiscard]] bool HasAllParts();
+    [[nodiscard]] bool HasNoOtherParts();
     [[nodiscard]] bool MayTakeName();
     [[nodiscard]] bool MayReplaceOlder();
     [[nodiscard]] bool HasRoom();
     [[nodiscard]] bool PartsAreRight();
     [[nodiscard]] bool Join();
+    [[nodiscard]] bool PartsAreUnchanged();
     [[nodiscard]] bool DeleteSet();
 
     [[nodiscard]] JoinScript Plan() const;
@@ -98,7 +100,7 @@ bool SetJoin::MayJoin() {
             beside_[name] = disk_.Identity(found_.folder.path + name);
         }
     }
-    return HasAllParts() && MayTakeName() && HasRoom();
+    return HasAllParts() && HasNoOtherParts() && MayTakeName() && HasRoom();
 }
 
 bool SetJoin::HasAllParts() {
@@ -109,6 +111,26 @@ bool SetJoin::HasAllParts() {
         }
     }
     return hasAll;
+}
+
+// Without a script nothing else shows that the set has more parts, and what is to be verified or
+// deleted has to be the whole of it.
+bool SetJoin::HasNoOtherParts() {
+    bool isWhole = true;
+    if (set_.script.empty()) {
+        for (const std::string& name : set_.surplus) {
+            isWhole = Fail(found_.folder.At(name), "it may be a part, but is none of this set");
+        }
+    }
+    if (set_.script.empty() || options_.verify || options_.deleteParts) {
+        for (const SetMember& other : set_.others) {
+            if (IsPartOf(other.name, set_.original) && !PartDigits(other.name).empty()) {
+                isWhole = Fail(found_.folder.At(other.name),
+                               "the checksum file has this part, and the set has not");
+            }
+        }
+    }
+    return isWhole;
 }
 
 bool SetJoin::MayTakeName() {
@@ -205,8 +227,25 @@ bool SetJoin::Join() {
     if (built) {
         made_.push_back(*built);
     }
+    if (!PartsAreUnchanged()) {
+        if (built) {
+            disk_.DeleteSameFile(joined_.path, *built);
+        }
+        return false;
+    }
     return (built && static_cast<double>(built->size) == report_.bytes) ||
            Fail(joined_, "it has not the size of its parts");
+}
+
+// What was looked at, and perhaps verified, is what was joined.
+bool SetJoin::PartsAreUnchanged() {
+    for (std::size_t index = 0; index < set_.parts.size(); ++index) {
+        const UserPath part = found_.folder.At(set_.parts[index].name);
+        if (disk_.Identity(part.path) != report_.parts[index]) {
+            return Fail(part, "it was changed while it was joined");
+        }
+    }
+    return true;
 }
 
 // The files that were looked at are deleted, and only if they have not changed since.

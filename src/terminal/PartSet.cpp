@@ -222,6 +222,10 @@ SetFinder::Found SetFinder::FromNames(const Naming& naming) {
     AddParts(naming, last);
     if (naming.grows) {
         AddCrcFile(naming);
+        // Some programs begin to count with it.
+        if (const std::string zero = NameBeside(naming, ""); Has(zero)) {
+            set_.surplus.push_back(zero);
+        }
     } else {
         AddSurplus();
     }

@@ -172,6 +172,33 @@ TEST_F(Zarn, JoinsNoTwoSetsIntoOneFile) {
               "1 zarn: n.crc: it is a file of the set itself|");
 }
 
+// Parts would be left out, or deleted with a file that lacks them.
+TEST_F(Zarn, JoinsNoSetThatMayHaveMoreParts) {
+    Run({"split", "-qn3", "--sfv", "film.avi"});
+    fs::remove(folder.System("film.avi"));
+    const auto drop = [this](const char* name, const char* what) {
+        const std::string text = folder.Read(name);
+        const std::size_t at = text.rfind('\n', text.rfind(what)) + 1;
+        folder.Write(name, text.substr(0, at) + text.substr(text.find('\n', at) + 1));
+    };
+    folder.Write("film.avi_Part0.bat",
+                 Replace(folder.Read("film.avi_Part0.bat"), "Count ..: 3", "Count ..: 2"));
+    drop("film.avi_Part0.bat", "avi_Part3");
+    EXPECT_EQ(Run({"join", "-q", "film.avi_Part1", "--delete-parts"}),
+              "1 zarn: film.avi_Part3: the checksum file has this part, and the set has not|");
+    fs::remove(folder.System("film.avi_Part0.bat"));
+    drop("film.avi_Part0.sfv", "avi_Part3");
+    folder.Write("n.000", "0");
+    folder.Write("n.001", "1");
+    for (const std::string part : {"film.avi_Part1", "n.001"}) {
+        const std::string other = part == "n.001" ? "n.000" : "film.avi_Part3";
+        EXPECT_EQ(Run({"join", "-q", part}),
+                  "1 zarn: " + other + ": it may be a part, but is none of this set|");
+    }
+    EXPECT_EQ(Rest(),
+              "film.avi_Part0.sfv film.avi_Part1 film.avi_Part2 film.avi_Part3 n.000 n.001 ");
+}
+
 // What `check -q` tells of a set of four parts (300, 300, 300 and 100 bytes) that was damaged.
 TEST_F(Zarn, NamesEveryDamage) {
     Run({"split", "-qs300", "--sfv", "film.avi"});
